@@ -1,0 +1,61 @@
+/**
+ * @file
+ * The four services that libzivks_base.so imports by name. libzivk_core.so is a ready implementation; an
+ * application may bring its own instead, which has to keep to what stands here.
+ */
+#ifndef ZIVK_CORE_H
+#define ZIVK_CORE_H
+
+#include <stdint.h>
+#include <zivks/types.h>
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+/** @defgroup services Core services
+ *  Imported by the library, supplied by libzivk_core.so or by the application.
+ *  @{ */
+
+/** Version of the library, in the form major.minor.patch. */
+typedef struct {
+  int32_t major;    /**< incompatible changes */
+  int32_t minor;    /**< compatible additions */
+  int32_t patch;    /**< corrections */
+  const char* name; /**< name of the library, a constant text */
+  const char* text; /**< "major.minor.patch", a constant text */
+} ZIVKLibVersion;
+
+/**
+ * Allocates memory.
+ *
+ * @param size  bytes, at least 1
+ * @return memory that suits any element type, uninitialised, or null. The implementation in libzivk_core.so
+ *         aligns it to 64 bytes and gives null for a size below 1; the library relies on neither.
+ */
+ZIVKS_API void* ZIVK_Malloc(int32_t size);
+
+/**
+ * Releases memory.
+ *
+ * @param ptr  what ZIVK_Malloc() returned. The implementation in libzivk_core.so accepts null and does nothing
+ *             then; the library itself never passes null of its own accord.
+ */
+ZIVKS_API void ZIVK_Free(void* ptr);
+
+/** @return the version record, which stays valid for the life of the process. */
+ZIVKS_API const ZIVKLibVersion* ZIVK_GetLibVersion(void);
+
+/**
+ * @param status  any value
+ * @return a constant text that tells what the status means; unknown values have a text of their own.
+ */
+ZIVKS_API const char* ZIVK_GetStatusString(ZIVKStatus status);
+
+/** @} */
+
+#ifdef __cplusplus
+}
+#endif
+
+#endif
