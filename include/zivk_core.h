@@ -17,15 +17,6 @@ extern "C" {
  *  Imported by the library, supplied by libzivk_core.so or by the application.
  *  @{ */
 
-/** Version of the library, in the form major.minor.patch. */
-typedef struct {
-  int32_t major;    /**< incompatible changes */
-  int32_t minor;    /**< compatible additions */
-  int32_t patch;    /**< corrections */
-  const char* name; /**< name of the library, a constant text */
-  const char* text; /**< "major.minor.patch", a constant text */
-} ZIVKLibVersion;
-
 /**
  * Allocates memory.
  *
@@ -38,8 +29,8 @@ ZIVKS_API void* ZIVK_Malloc(int32_t size);
 /**
  * Releases memory.
  *
- * @param ptr  what ZIVK_Malloc() returned. The implementation in libzivk_core.so accepts null and does nothing
- *             then; the library itself never passes null of its own accord.
+ * @param ptr  what ZIVK_Malloc() returned. The implementation in libzivk_core.so accepts null and does
+ * nothing then; the library itself never passes null of its own accord.
  */
 ZIVKS_API void ZIVK_Free(void* ptr);
 

@@ -29,24 +29,24 @@ typedef int32_t ZIVKStatus;
 
 /** Values of ZIVKStatus. */
 enum {
-  ZIVK_STS_NO_ERR = 0,             /**< the operation was carried out */
-  ZIVK_STS_NULL_PTR_ERR = 1,       /**< a required pointer is null */
-  ZIVK_STS_SIZE_ERR = 2,           /**< a length is out of range, as a rule below 1 */
-  ZIVK_STS_TOPK_METHOD_ERR = 7,    /**< the TopK method is not 0, 1 or 2 */
-  ZIVK_STS_MALLOC_ERR = 9,         /**< working memory could not be allocated */
-  ZIVK_STS_TRIANGLE_ERR = 10,      /**< phase, asymmetry, frequency or magnitude out of range */
-  ZIVK_STS_MASK_SIZE_ERR = 17,     /**< median mask length out of range */
-  ZIVK_STS_ZC_TYPE_ERR = 18,       /**< zero-crossing kind out of range */
-  ZIVK_STS_SHIFT_ERR = 19,         /**< negative shift count */
-  ZIVK_STS_SCALE_ERR = 20,         /**< scale is not positive and finite */
-  ZIVK_STS_ROUND_RANGE_ERR = 200,  /**< rounding mode above 2, reported by conversions to unsigned types */
-  ZIVK_STS_BUFFER_SIZE_ERR = 202,  /**< the size of a working buffer would overflow */
-  ZIVK_STS_EVEN_MASK_WARN = 307,   /**< warning: an even median mask was reduced by one; the work was done */
+  ZIVK_STS_NO_ERR = 0,              /**< the operation was carried out */
+  ZIVK_STS_NULL_PTR_ERR = 1,        /**< a required pointer is null */
+  ZIVK_STS_SIZE_ERR = 2,            /**< a length is out of range, as a rule below 1 */
+  ZIVK_STS_TOPK_METHOD_ERR = 7,     /**< the TopK method is not 0, 1 or 2 */
+  ZIVK_STS_MALLOC_ERR = 9,          /**< working memory could not be allocated */
+  ZIVK_STS_TRIANGLE_ERR = 10,       /**< phase, asymmetry, frequency or magnitude out of range */
+  ZIVK_STS_MASK_SIZE_ERR = 17,      /**< median mask length out of range */
+  ZIVK_STS_ZC_TYPE_ERR = 18,        /**< zero-crossing kind out of range */
+  ZIVK_STS_SHIFT_ERR = 19,          /**< negative shift count */
+  ZIVK_STS_SCALE_ERR = 20,          /**< scale is not positive and finite */
+  ZIVK_STS_ROUND_RANGE_ERR = 200,   /**< rounding mode above 2, reported by conversions to unsigned types */
+  ZIVK_STS_BUFFER_SIZE_ERR = 202,   /**< the size of a working buffer would overflow */
+  ZIVK_STS_EVEN_MASK_WARN = 307,    /**< warning: an even median mask was reduced by one; the work was done */
   ZIVK_STS_SAMPLE_FACTOR_ERR = 400, /**< sampling factor below 1 */
-  ZIVK_STS_SAMPLE_PHASE_ERR = 401, /**< sampling phase out of range */
-  ZIVK_STS_ROUND_MODE_ERR = 402,   /**< rounding mode above 2, reported by conversions to signed types */
-  ZIVK_STS_DATA_TYPE_ERR = 405,    /**< the ZIVKDataType value is not supported by this call */
-  ZIVK_STS_TOPK_STRIDE_ERR = 600   /**< TopK source stride below 1 */
+  ZIVK_STS_SAMPLE_PHASE_ERR = 401,  /**< sampling phase out of range */
+  ZIVK_STS_ROUND_MODE_ERR = 402,    /**< rounding mode above 2, reported by conversions to signed types */
+  ZIVK_STS_DATA_TYPE_ERR = 405,     /**< the ZIVKDataType value is not supported by this call */
+  ZIVK_STS_TOPK_STRIDE_ERR = 600    /**< TopK source stride below 1 */
 };
 
 /** Selects an element type at run time: one of the `ZIVK_DT_` values. */
@@ -110,6 +110,15 @@ typedef struct {
   double re; /**< real part */
   double im; /**< imaginary part */
 } ZIVK64fc;
+
+/** Version of the library, in the form major.minor.patch. */
+typedef struct {
+  int32_t major;    /**< incompatible changes */
+  int32_t minor;    /**< compatible additions */
+  int32_t patch;    /**< corrections */
+  const char* name; /**< name of the library, a constant text */
+  const char* text; /**< "major.minor.patch", a constant text */
+} ZIVKLibVersion;
 
 /** @} */
 

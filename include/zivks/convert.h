@@ -1,0 +1,128 @@
+/**
+ * @file
+ * Conversions between element types.
+ */
+#ifndef ZIVKS_CONVERT_H
+#define ZIVKS_CONVERT_H
+
+#include <zivks/types.h>
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+/**
+ * @defgroup convert_widening Exact and widening conversions
+ *
+ * Nothing here saturates or takes a rounding mode: where a value has no exact counterpart it becomes the
+ * nearest one, ties to even. Source and destination may be the same array only if their elements have the
+ * same width.
+ *
+ * The scaled forms always multiply. Where M is too large for the type of `dst` it is infinite, so that a
+ * non-zero element gives an infinity of its sign and a zero element NaN; where it is too small it is 0.
+ *
+ * @{
+ */
+
+/** @name Exact conversions
+ *  @{ */
+
+/**
+ * Converts each element; every value of the source type is represented exactly. Integers are not normalised:
+ * 255 of `8u` becomes 255.0. A NaN stays a NaN.
+ *
+ * @param src  source array
+ * @param dst  converted array
+ * @param len  number of elements
+ * @return #ZIVK_STS_NO_ERR, #ZIVK_STS_NULL_PTR_ERR or #ZIVK_STS_SIZE_ERR
+ */
+ZIVKS_API ZIVKStatus ZIVKS_Convert_8u32f(const uint8_t* src, float* dst, int32_t len);
+ZIVKS_API ZIVKStatus ZIVKS_Convert_8s16s(const int8_t* src, int16_t* dst, int32_t len);
+ZIVKS_API ZIVKStatus ZIVKS_Convert_8s32f(const int8_t* src, float* dst, int32_t len);
+ZIVKS_API ZIVKStatus ZIVKS_Convert_16u32f(const uint16_t* src, float* dst, int32_t len);
+ZIVKS_API ZIVKStatus ZIVKS_Convert_16s32s(const int16_t* src, int32_t* dst, int32_t len);
+ZIVKS_API ZIVKStatus ZIVKS_Convert_16s32f(const int16_t* src, float* dst, int32_t len);
+ZIVKS_API ZIVKStatus ZIVKS_Convert_32s64f(const int32_t* src, double* dst, int32_t len);
+ZIVKS_API ZIVKStatus ZIVKS_Convert_32f64f(const float* src, double* dst, int32_t len);
+
+/** @} */
+
+/** @name Rounding conversions
+ *  To the nearest representable value, ties to even.
+ *  @{ */
+
+/**
+ * Converts each element; values of more than 24 significant bits are rounded.
+ *
+ * @param src  source array
+ * @param dst  converted array
+ * @param len  number of elements
+ * @return #ZIVK_STS_NO_ERR, #ZIVK_STS_NULL_PTR_ERR or #ZIVK_STS_SIZE_ERR
+ */
+ZIVKS_API ZIVKStatus ZIVKS_Convert_32s32f(const int32_t* src, float* dst, int32_t len);
+
+/**
+ * Converts each element; values of more than 53 significant bits are rounded.
+ *
+ * @param src  source array
+ * @param dst  converted array
+ * @param len  number of elements
+ * @return #ZIVK_STS_NO_ERR, #ZIVK_STS_NULL_PTR_ERR or #ZIVK_STS_SIZE_ERR
+ */
+ZIVKS_API ZIVKStatus ZIVKS_Convert_64s64f(const int64_t* src, double* dst, int32_t len);
+
+/**
+ * Converts each element with rounding; a value beyond the range of `float` becomes an infinity of its sign,
+ * and a NaN stays a NaN.
+ *
+ * @param src  source array
+ * @param dst  converted array
+ * @param len  number of elements
+ * @return #ZIVK_STS_NO_ERR, #ZIVK_STS_NULL_PTR_ERR or #ZIVK_STS_SIZE_ERR
+ */
+ZIVKS_API ZIVKStatus ZIVKS_Convert_64f32f(const double* src, float* dst, int32_t len);
+
+/** @} */
+
+/** @name Scaled conversions
+ *  @{ */
+
+/**
+ * Converts each element to the type of `dst` and multiplies it there by the power of two M that `scale`
+ * selects: `dst[i] = src[i] * M`. M is a number of the type of `dst`.
+ *
+ * @param src    source array
+ * @param dst    converted and scaled array
+ * @param len    number of elements
+ * @param scale  divisor, of which only a power of two takes effect: see @ref scale
+ * @return #ZIVK_STS_NO_ERR, #ZIVK_STS_NULL_PTR_ERR, #ZIVK_STS_SIZE_ERR or #ZIVK_STS_SCALE_ERR
+ */
+ZIVKS_API ZIVKStatus ZIVKS_Convert_16s32f_S(const int16_t* src, float* dst, int32_t len, double scale);
+
+/** @copydoc ZIVKS_Convert_16s32f_S */
+ZIVKS_API ZIVKStatus ZIVKS_Convert_16s64f_S(const int16_t* src, double* dst, int32_t len, double scale);
+
+/** @copydoc ZIVKS_Convert_16s32f_S */
+ZIVKS_API ZIVKStatus ZIVKS_Convert_32s64f_S(const int32_t* src, double* dst, int32_t len, double scale);
+
+/**
+ * Like ZIVKS_Convert_16s32f_S(), except that an element of more than 24 significant bits is first rounded to
+ * `float`.
+ *
+ * @param src    source array
+ * @param dst    converted and scaled array
+ * @param len    number of elements
+ * @param scale  divisor, of which only a power of two takes effect: see @ref scale
+ * @return #ZIVK_STS_NO_ERR, #ZIVK_STS_NULL_PTR_ERR, #ZIVK_STS_SIZE_ERR or #ZIVK_STS_SCALE_ERR
+ */
+ZIVKS_API ZIVKStatus ZIVKS_Convert_32s32f_S(const int32_t* src, float* dst, int32_t len, double scale);
+
+/** @} */
+
+/** @} */
+
+#ifdef __cplusplus
+}
+#endif
+
+#endif

@@ -1,0 +1,235 @@
+/**
+ * @file
+ * Extreme values and zero crossings.
+ */
+#ifndef ZIVKS_STATISTICS_H
+#define ZIVKS_STATISTICS_H
+
+#include <zivks/types.h>
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+/**
+ * @defgroup extremes Extreme values
+ *
+ * Smallest and largest element of an array, or of its absolute values. Integer absolute values saturate:
+ * -32768 counts as 32767, -2147483648 as 2147483647.
+ *
+ * The whole blocks of an array are examined first and the remaining elements, its tail, after them; an array
+ * shorter than a block is all tail. In integer forms that makes no difference but for ZIVKS_MaxAbs_32s(); in
+ * float forms it decides about NaN and zeros:
+ *
+ * - A block is 8 elements of `float` and 4 of `double`.
+ * - Blocks propagate NaN, as the canonical quiet NaN, and order -0 below +0.
+ * - The tail compares: a NaN never replaces the running value, nothing replaces a running NaN, and the two
+ *   zeros are equal, so that the earlier one stays.
+ *
+ * @{
+ */
+
+/** @name Max
+ *  @{ */
+
+/**
+ * Largest element. Float forms: NaN if one of the blocks' elements or `src[0]` is NaN; a NaN in the tail is
+ * ignored.
+ *
+ * @param src   source array
+ * @param len   number of elements
+ * @param pMax  receives the largest element
+ * @return #ZIVK_STS_NO_ERR, #ZIVK_STS_NULL_PTR_ERR or #ZIVK_STS_SIZE_ERR
+ */
+ZIVKS_API ZIVKStatus ZIVKS_Max_16s(const int16_t* src, int32_t len, int16_t* pMax);
+ZIVKS_API ZIVKStatus ZIVKS_Max_32s(const int32_t* src, int32_t len, int32_t* pMax);
+ZIVKS_API ZIVKStatus ZIVKS_Max_32f(const float* src, int32_t len, float* pMax);
+ZIVKS_API ZIVKStatus ZIVKS_Max_64f(const double* src, int32_t len, double* pMax);
+
+/** @} */
+
+/** @name Min
+ *  @{ */
+
+/**
+ * Smallest element. Float forms: NaN if one of the blocks' elements or `src[0]` is NaN; a NaN in the tail is
+ * ignored.
+ *
+ * @param src   source array
+ * @param len   number of elements
+ * @param pMin  receives the smallest element
+ * @return #ZIVK_STS_NO_ERR, #ZIVK_STS_NULL_PTR_ERR or #ZIVK_STS_SIZE_ERR
+ */
+ZIVKS_API ZIVKStatus ZIVKS_Min_16s(const int16_t* src, int32_t len, int16_t* pMin);
+ZIVKS_API ZIVKStatus ZIVKS_Min_32s(const int32_t* src, int32_t len, int32_t* pMin);
+ZIVKS_API ZIVKStatus ZIVKS_Min_32f(const float* src, int32_t len, float* pMin);
+ZIVKS_API ZIVKStatus ZIVKS_Min_64f(const double* src, int32_t len, double* pMin);
+
+/** @} */
+
+/** @name MinMax
+ *  @{ */
+
+/**
+ * Smallest and largest element. Float forms: both NaN if one of the blocks' elements or `src[0]` is NaN; a
+ * NaN in the tail is ignored.
+ *
+ * @param src   source array
+ * @param len   number of elements
+ * @param pMin  receives the smallest element
+ * @param pMax  receives the largest element
+ * @return #ZIVK_STS_NO_ERR, #ZIVK_STS_NULL_PTR_ERR or #ZIVK_STS_SIZE_ERR
+ */
+ZIVKS_API ZIVKStatus ZIVKS_MinMax_8u(const uint8_t* src, int32_t len, uint8_t* pMin, uint8_t* pMax);
+ZIVKS_API ZIVKStatus ZIVKS_MinMax_16u(const uint16_t* src, int32_t len, uint16_t* pMin, uint16_t* pMax);
+ZIVKS_API ZIVKStatus ZIVKS_MinMax_16s(const int16_t* src, int32_t len, int16_t* pMin, int16_t* pMax);
+ZIVKS_API ZIVKStatus ZIVKS_MinMax_32u(const uint32_t* src, int32_t len, uint32_t* pMin, uint32_t* pMax);
+ZIVKS_API ZIVKStatus ZIVKS_MinMax_32s(const int32_t* src, int32_t len, int32_t* pMin, int32_t* pMax);
+ZIVKS_API ZIVKStatus ZIVKS_MinMax_32f(const float* src, int32_t len, float* pMin, float* pMax);
+ZIVKS_API ZIVKStatus ZIVKS_MinMax_64f(const double* src, int32_t len, double* pMin, double* pMax);
+
+/** @} */
+
+/** @name MaxAbs
+ *  @{ */
+
+/**
+ * Largest absolute value.
+ *
+ * @param src      source array
+ * @param len      number of elements
+ * @param pMaxAbs  receives the result
+ * @return #ZIVK_STS_NO_ERR, #ZIVK_STS_NULL_PTR_ERR or #ZIVK_STS_SIZE_ERR
+ */
+ZIVKS_API ZIVKStatus ZIVKS_MaxAbs_16s(const int16_t* src, int32_t len, int16_t* pMaxAbs);
+
+/**
+ * Largest absolute value for `len` up to 7. From 8 elements on, it is the maximum of `src[0]`, with its sign,
+ * and the absolute values of the elements from `src[8]` on: the elements 1 to 7 are never examined, and for
+ * `len` 8 the result is `src[0]` itself, which may be negative.
+ *
+ * @param src      source array
+ * @param len      number of elements
+ * @param pMaxAbs  receives the result
+ * @return #ZIVK_STS_NO_ERR, #ZIVK_STS_NULL_PTR_ERR or #ZIVK_STS_SIZE_ERR
+ */
+ZIVKS_API ZIVKStatus ZIVKS_MaxAbs_32s(const int32_t* src, int32_t len, int32_t* pMaxAbs);
+
+/**
+ * Largest absolute value, from 8 elements on never below the smallest normal number, 1.17549435e-38: 8 zeros
+ * give that number, 7 zeros give 0. NaN if one of the blocks' elements or `src[0]` is NaN; a NaN in the tail
+ * is ignored.
+ *
+ * @param src      source array
+ * @param len      number of elements
+ * @param pMaxAbs  receives the result
+ * @return #ZIVK_STS_NO_ERR, #ZIVK_STS_NULL_PTR_ERR or #ZIVK_STS_SIZE_ERR
+ */
+ZIVKS_API ZIVKStatus ZIVKS_MaxAbs_32f(const float* src, int32_t len, float* pMaxAbs);
+
+/**
+ * Largest absolute value, from 4 elements on never below the smallest normal number, 2.2250738585072014e-308:
+ * 4 zeros give that number, 3 zeros give 0. NaN if one of the blocks' elements or `src[0]` is NaN; a NaN in
+ * the tail is ignored.
+ *
+ * @param src      source array
+ * @param len      number of elements
+ * @param pMaxAbs  receives the result
+ * @return #ZIVK_STS_NO_ERR, #ZIVK_STS_NULL_PTR_ERR or #ZIVK_STS_SIZE_ERR
+ */
+ZIVKS_API ZIVKStatus ZIVKS_MaxAbs_64f(const double* src, int32_t len, double* pMaxAbs);
+
+/** @} */
+
+/** @name MinAbs
+ *  @{ */
+
+/**
+ * Smallest absolute value.
+ *
+ * @param src      source array
+ * @param len      number of elements
+ * @param pMinAbs  receives the result
+ * @return #ZIVK_STS_NO_ERR, #ZIVK_STS_NULL_PTR_ERR or #ZIVK_STS_SIZE_ERR
+ */
+ZIVKS_API ZIVKStatus ZIVKS_MinAbs_16s(const int16_t* src, int32_t len, int16_t* pMinAbs);
+
+/** @copydoc ZIVKS_MinAbs_16s */
+ZIVKS_API ZIVKStatus ZIVKS_MinAbs_32s(const int32_t* src, int32_t len, int32_t* pMinAbs);
+
+/**
+ * Smallest absolute value, never above the largest finite number: infinities alone give that number. NaN if
+ * one of the blocks' elements is NaN. A NaN in the tail is ignored, also as `src[0]` of an array shorter than
+ * a block, where it differs from MaxAbs: an array of nothing but such NaNs gives the largest finite number.
+ *
+ * @param src      source array
+ * @param len      number of elements
+ * @param pMinAbs  receives the result
+ * @return #ZIVK_STS_NO_ERR, #ZIVK_STS_NULL_PTR_ERR or #ZIVK_STS_SIZE_ERR
+ */
+ZIVKS_API ZIVKStatus ZIVKS_MinAbs_32f(const float* src, int32_t len, float* pMinAbs);
+
+/** @copydoc ZIVKS_MinAbs_32f */
+ZIVKS_API ZIVKStatus ZIVKS_MinAbs_64f(const double* src, int32_t len, double* pMinAbs);
+
+/** @} */
+
+/** @} */
+
+/**
+ * @defgroup zero_crossing Zero crossings
+ *
+ * How often a signal changes its sign from one sample to the next. `kind` tells what a pair of neighbours
+ * contributes:
+ *
+ * - 0: 1 if their product is negative. A pair with a zero sample never counts.
+ * - 1: 1 if their sign bits differ.
+ * - 2: half the difference of their signs, taken as -1, 0 and 1: a jump across zero counts 1, a step onto
+ * zero or off it one half.
+ *
+ * The checks are, in this order: null pointers, `len`, `kind`. The result is a `float` and stops growing by
+ * ones at 16777216.
+ *
+ * @{
+ */
+
+/**
+ * Counts zero crossings of float samples.
+ *
+ * For kind 0 the product is rounded to `float`: one that underflows to zero does not count, nor does a NaN.
+ * For kind 1 the sign bit counts as it stands: -0 and +0 differ, a NaN goes by its sign bit. For kind 2, -0
+ * counts as 0; a NaN makes the result NaN if its pair lies in a block of 4 pairs, and counts as negative in
+ * the pairs behind the last whole block.
+ *
+ * @param src     samples
+ * @param len     number of samples; 0 gives #ZIVK_STS_SIZE_ERR. A negative value is not refused
+ *             but taken as the unsigned 32-bit number of the same bits
+ * @param pValue  receives the count; it is not divided by `len`, and it is 0 for a single sample
+ * @param kind    0, 1 or 2
+ * @return #ZIVK_STS_NO_ERR, #ZIVK_STS_NULL_PTR_ERR, #ZIVK_STS_SIZE_ERR or #ZIVK_STS_ZC_TYPE_ERR
+ */
+ZIVKS_API ZIVKStatus ZIVKS_ZeroCrossing_32f(const float* src, int32_t len, float* pValue, int32_t kind);
+
+/**
+ * Counts zero crossings of 16-bit samples.
+ *
+ * Exact for each pair; 0 has the sign of the positive numbers in kind 1. For kind 2 the result is truncated
+ * to a whole number: the half that a single contact with zero leaves is dropped, which
+ * ZIVKS_ZeroCrossing_32f() keeps.
+ *
+ * @param src     samples
+ * @param len     number of samples; 0 gives #ZIVK_STS_SIZE_ERR. A negative value is not refused
+ *             but taken as the unsigned 32-bit number of the same bits
+ * @param pValue  receives the count; it is not divided by `len`, and it is 0 for a single sample
+ * @param kind    0, 1 or 2
+ * @return #ZIVK_STS_NO_ERR, #ZIVK_STS_NULL_PTR_ERR, #ZIVK_STS_SIZE_ERR or #ZIVK_STS_ZC_TYPE_ERR
+ */
+ZIVKS_API ZIVKStatus ZIVKS_ZeroCrossing_16s32f(const int16_t* src, int32_t len, float* pValue, int32_t kind);
+
+/** @} */
+
+#ifdef __cplusplus
+}
+#endif
+
+#endif
