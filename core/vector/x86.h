@@ -83,13 +83,14 @@ ZIVKS_INLINE F64 minimum(F64 a, F64 b) {
 }
 
 // For the maximum the zeros would want an intersection and the NaNs a union, so it goes through the minimum.
+inline constexpr bool kMaximumNegates = true;
 ZIVKS_INLINE F32 maximum(F32 a, F32 b) { return -minimum(-a, -b); }
 ZIVKS_INLINE F64 maximum(F64 a, F64 b) { return -minimum(-a, -b); }
 
 // Combines all lanes; the result stands in every lane.
 template <class R, class Operation>
 ZIVKS_INLINE R combine_lanes(R all, Operation operation) {
-  constexpr size_t bytes = kRegisterBytes / (sizeof(R) / sizeof(all[0]));
+  constexpr size_t bytes = sizeof(ElementOf<R>);
   all = operation(all, R(_mm256_permute2x128_si256(M(all), M(all), 1)));
   all = operation(all, R(_mm256_shuffle_epi32(M(all), 0x4E)));
   if constexpr (bytes <= 4) all = operation(all, R(_mm256_shuffle_epi32(M(all), 0xB1)));
@@ -233,7 +234,7 @@ ZIVKS_INLINE U64 multiply_low(U64 a, U64 b) { return a * b; }
 // Each half of a register interleaves apart, so the halves of the two results are put together at the end.
 template <class R>
 ZIVKS_INLINE RegisterPair<R> interleave(R even, R odd) {
-  constexpr size_t bytes = kRegisterBytes / (sizeof(R) / sizeof(even[0]));
+  constexpr size_t bytes = sizeof(ElementOf<R>);
   M low, high;
   if constexpr (bytes == 1) {
     low = _mm256_unpacklo_epi8(M(even), M(odd)), high = _mm256_unpackhi_epi8(M(even), M(odd));
@@ -249,7 +250,7 @@ ZIVKS_INLINE RegisterPair<R> interleave(R even, R odd) {
 
 template <class R>
 ZIVKS_INLINE RegisterPair<R> deinterleave(R low, R high) {
-  constexpr size_t bytes = kRegisterBytes / (sizeof(R) / sizeof(low[0]));
+  constexpr size_t bytes = sizeof(ElementOf<R>);
   if constexpr (bytes == 8) {
     return {R(order_quarters(_mm256_unpacklo_epi64(M(low), M(high)))),
             R(order_quarters(_mm256_unpackhi_epi64(M(low), M(high))))};
@@ -286,7 +287,7 @@ ZIVKS_INLINE U8 shuffle_bytes(U8 bytes, U8 index) { return U8(_mm256_shuffle_epi
 
 template <class R>
 ZIVKS_INLINE R reverse(R a) {
-  constexpr size_t bytes = kRegisterBytes / (sizeof(R) / sizeof(a[0]));
+  constexpr size_t bytes = sizeof(ElementOf<R>);
   if constexpr (bytes == 8) return R(_mm256_permute4x64_epi64(M(a), 0x1B));
   if constexpr (bytes == 4) {
     return R(_mm256_permutevar8x32_epi32(M(a), _mm256_setr_epi32(7, 6, 5, 4, 3, 2, 1, 0)));
