@@ -121,9 +121,8 @@ struct ComplexArray {
 
   template <size_t N, size_t C>
   ZIVKS_INLINE void store_ends(size_t len, ComplexLanes<Element, N> value) const {
-    static_assert(N == kElements);
-    const auto [low, high] = interleave(value.re.part[0], value.im.part[0]);
-    Array<Pointed>{parts}.template store_ends<2 * N, 2 * C>(2 * len, Lanes<Element, 2 * N>{{low, high}});
+    const auto both = merge_registers(value, std::make_index_sequence<2 * N / kElements>());
+    Array<Pointed>{parts}.template store_ends<2 * N, 2 * C>(2 * len, both);
   }
 
   template <size_t elements>
@@ -138,6 +137,15 @@ struct ComplexArray {
   ZIVKS_INLINE static ComplexLanes<Element, N> split_registers(std::index_sequence<K...>, Split split) {
     const RegisterPair<Register<Element>> pair[] = {split(K)...};
     return {{{pair[K].first...}}, {{pair[K].second...}}};
+  }
+  template <size_t N, size_t... K>
+  ZIVKS_INLINE static Lanes<Element, 2 * N> merge_registers(ComplexLanes<Element, N> value,
+                                                            std::index_sequence<K...>) {
+    const auto half = [&](size_t k) {
+      const auto [low, high] = interleave(value.re.part[k / 2], value.im.part[k / 2]);
+      return k % 2 == 0 ? low : high;
+    };
+    return {{half(K)...}};
   }
   template <size_t N, size_t... K>
   ZIVKS_INLINE static void store_registers(Element* to, ComplexLanes<Element, N> value,
@@ -236,8 +244,9 @@ inline constexpr size_t kStepsPerTurn = std::max(size_t{1}, kTurnRegisters /
                                                                 std::max({kRegistersPerStep<Destination, N>,
                                                                           kRegistersPerStep<Sources, N>...}));
 
-// An array shorter than N. The largest power of two C up to `len` is found; the first C and the last C
-// elements, which together are the whole array, go through the kernel side by side.
+// An array of at most N elements. The largest power of two C up to `len` is found; the first C and the last C
+// elements, which together are the whole array, go through the kernel side by side, all of them loaded before
+// any is stored.
 template <size_t N, size_t C, class Destination, class Kernel, class... Sources>
 ZIVKS_INLINE void map_ends(Destination dst, size_t len, Kernel kernel, Sources... src) {
   if (C == 1 || len >= C) {
@@ -247,18 +256,30 @@ ZIVKS_INLINE void map_ends(Destination dst, size_t len, Kernel kernel, Sources..
   }
 }
 
+template <size_t N, class Destination, class Result, size_t... Step>
+ZIVKS_INLINE void store_steps(Destination dst, size_t i, const Result* result, std::index_sequence<Step...>) {
+  (dst.template store<N>(i + Step * N, result[Step]), ...);
+}
+// Array by array, so that neighbouring stores can be paired.
+template <size_t N, class T, class Result, size_t... Step>
+ZIVKS_INLINE void store_steps(SplitArrays<T> dst, size_t i, const Result* result,
+                              std::index_sequence<Step...>) {
+  (dst.re.template store<N>(i + Step * N, result[Step].re), ...);
+  (dst.im.template store<N>(i + Step * N, result[Step].im), ...);
+}
+
 // Consecutive steps from element i on. Results are all computed before the first is stored, so that loads and
 // stores can be paired; the interleaving stores, which want their operands in neighbouring registers, follow
 // one by one.
 template <size_t N, class Destination, class Kernel, size_t... Step, class... Sources>
-ZIVKS_INLINE void map_steps(std::index_sequence<Step...>, Destination dst, size_t i, Kernel kernel,
+ZIVKS_INLINE void map_steps(std::index_sequence<Step...> steps, Destination dst, size_t i, Kernel kernel,
                             Sources... src) {
   const auto result_at = [&](size_t at) { return kernel(src.template load<N>(at)...); };
   if constexpr (Destination::kInterleaves) {
     (dst.template store<N>(i + Step * N, result_at(i + Step * N)), ...);
   } else {
     const decltype(result_at(i)) result[] = {result_at(i + Step * N)...};
-    (dst.template store<N>(i + Step * N, result[Step]), ...);
+    store_steps<N>(dst, i, result, steps);
   }
 }
 
@@ -277,17 +298,19 @@ template <class Destination, class Kernel, class... Sources>
   constexpr size_t N = step_elements<Destination, Sources...>();
   constexpr size_t kSteps = kStepsPerTurn<N, Destination, Sources...>;
   constexpr size_t kTurn = N * kSteps;
-  if (len < N) return map_ends<N, N / 2>(dst, len, kernel, src...);
+  if (len <= kTurn) return map_ends<kTurn, kTurn / 2>(dst, len, kernel, src...);
 
   // The last step ends where the array ends and may share elements with the one before. Its result is
   // computed ahead of all stores, so that `dst` may be a source.
   const size_t last = len - N;
   const auto last_result = kernel(src.template load<N>(last)...);
+  const size_t last_turn = len - kTurn;
   size_t i = 0;
-  for (; i + kTurn <= len; i += kTurn) {
+  do {
     (src.template prefetch<kTurn>(i), ...);
     map_steps<N>(std::make_index_sequence<kSteps>(), dst, i, kernel, src...);
-  }
+    i += kTurn;
+  } while (i <= last_turn);
   if constexpr (kSteps > 1) map_rest<N, kSteps / 2>(dst, i, last, kernel, src...);
   dst.template store<N>(last, last_result);
 }

@@ -37,12 +37,14 @@ template <class T, class State, class Step, class Combine>
   size_t i = 0;
   if (len >= 4 * kSteps * N) {
     State second = start, third = start, fourth = start;
-    for (; i + 4 * kSteps * N <= len; i += 4 * kSteps * N) {
+    const size_t last_turn = len - 4 * kSteps * N;
+    do {
       state = reduce_steps(steps, src + i, state, step);
       second = reduce_steps(steps, src + i + kSteps * N, second, step);
       third = reduce_steps(steps, src + i + 2 * kSteps * N, third, step);
       fourth = reduce_steps(steps, src + i + 3 * kSteps * N, fourth, step);
-    }
+      i += 4 * kSteps * N;
+    } while (i <= last_turn);
     state = combine(combine(state, second), combine(third, fourth));
   }
   const size_t last = len - N;

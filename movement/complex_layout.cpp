@@ -61,41 +61,35 @@ Register<T> in_imaginary(T bits) {
   return interleave(Register<T>{}, broadcast(bits)).first;
 }
 
-// Where loads take complex numbers apart the imaginary parts are negated alone. Elsewhere the parts stay
-// where they are, and the operation is one that leaves the real ones alone.
-template <size_t prefetch_distance, class T, class NegateAlone, class NegateInPlace>
-ZIVKStatus conjugate(const T* src, T* dst, int32_t len, NegateAlone negate_alone,
-                     NegateInPlace negate_in_place) {
-  using Part = typename PartOf<T>::Type;
+// Runs `kernel` over the parts of the elements.
+template <size_t prefetch_distance, class T, class Kernel>
+ZIVKStatus map_parts(const T* src, T* dst, int32_t len, Kernel kernel) {
   if (ZIVKStatus status = check_arrays(len, src, dst)) return status;
-  Part* parts = reinterpret_cast<Part*>(dst);
-  const auto source = complex_source<prefetch_distance>(src);
-  const auto count = static_cast<size_t>(len);
-  if constexpr (kLoadsDeinterleave<Part>) {
-    map(
-        ComplexArray<Part>{parts}, count, [=](auto z) { return make_complex(z.re, negate_alone(z.im)); },
-        source);
-  } else {
-    map(parts, 2 * count, negate_in_place, prefetched<prefetch_distance>(source.parts));
-  }
+  using Part = typename PartOf<T>::Type;
+  map(reinterpret_cast<Part*>(dst), 2 * static_cast<size_t>(len), kernel,
+      prefetched<prefetch_distance>(reinterpret_cast<const Part*>(src)));
   return ZIVK_STS_NO_ERR;
 }
 
-// -x is ~x + 1, that is (x ^ -1) - (-1), and x is (x ^ 0) - 0; the subtraction saturates.
 template <size_t prefetch_distance>
 ZIVKStatus conjugate_clamped(const ZIVK16sc* src, ZIVK16sc* dst, int32_t len) {
-  const I16 negated = in_imaginary<int16_t>(-1);
-  return conjugate<prefetch_distance>(
-      src, dst, len, [](auto x) { return subtract_saturating(I16{}, x); },
-      [=](auto x) { return subtract_saturating(x ^ negated, negated); });
+  if constexpr (kLoadsDeinterleave<int16_t>) {
+    const auto negate_im = [](auto z) { return make_complex(z.re, subtract_saturating(I16{}, z.im)); };
+    return map_arrays(ComplexArray<int16_t>{reinterpret_cast<int16_t*>(dst)}, len, negate_im,
+                      complex_source<prefetch_distance>(src));
+  } else {
+    // -x is ~x + 1, that is (x ^ -1) - (-1), and x is (x ^ 0) - 0; the subtraction saturates.
+    const I16 negated = in_imaginary<int16_t>(-1);
+    const auto negate_im = [=](auto x) { return subtract_saturating(x ^ negated, negated); };
+    return map_parts<prefetch_distance>(src, dst, len, negate_im);
+  }
 }
 
 // Turns the sign bits of the imaginary parts, whatever these are.
 template <size_t prefetch_distance, class T>
 ZIVKStatus conjugate_float(const T* src, T* dst, int32_t len) {
   const auto sign = in_imaginary(static_cast<typename PartOf<T>::Type>(-0.0));
-  return conjugate<prefetch_distance>(
-      src, dst, len, [](auto x) { return -x; }, [=](auto x) { return x ^ sign; });
+  return map_parts<prefetch_distance>(src, dst, len, [=](auto x) { return x ^ sign; });
 }
 
 }  // namespace
