@@ -52,19 +52,17 @@ size_t count_parts(int32_t len) {
 template <size_t prefetch_distance = 0, class T, class Kernel>
 ZIVKStatus combine_arrays(const T* src1, const T* src2, T* dst, int32_t len, Kernel kernel) {
   if (ZIVKStatus status = check_arrays(len, src1, src2, dst)) return status;
-  map(parts_of(dst), count_parts<T>(len), kernel, prefetched<prefetch_distance>(parts_of(src1)),
-      prefetched<prefetch_distance>(parts_of(src2)));
-  return ZIVK_STS_NO_ERR;
+  return map(parts_of(dst), count_parts<T>(len), kernel, prefetched<prefetch_distance>(parts_of(src1)),
+             prefetched<prefetch_distance>(parts_of(src2)));
 }
 
 template <size_t prefetch_distance = 0, class T, class Kernel>
 ZIVKStatus combine_constant(const T* src, T val, T* dst, int32_t len, Kernel kernel) {
   if (ZIVKStatus status = check_arrays(len, src, dst)) return status;
   const auto constant = repeat(val);
-  map(
+  return map(
       parts_of(dst), count_parts<T>(len), [=](auto a) { return kernel(a, constant); },
       prefetched<prefetch_distance>(parts_of(src)));
-  return ZIVK_STS_NO_ERR;
 }
 
 }  // namespace

@@ -20,9 +20,8 @@ ZIVKStatus map_scaled(const S* src, T* dst, int32_t len, double scale, Kernel ke
   if (ZIVKStatus status = check_arrays(len, src, dst)) return status;
   if (!is_valid_scale(scale)) return ZIVK_STS_SCALE_ERR;
   const auto multiplier = broadcast(static_cast<T>(scale_multiplier(scale)));
-  map(
+  return map(
       dst, static_cast<size_t>(len), [=](auto a) { return kernel(a) * multiplier; }, src);
-  return ZIVK_STS_NO_ERR;
 }
 
 }  // namespace

@@ -39,8 +39,7 @@ template <class Destination, class Kernel, class... Sources>
 [[gnu::always_inline]] inline ZIVKStatus map_arrays(Destination dst, int32_t len, Kernel kernel,
                                                     Sources... src) {
   if (ZIVKStatus status = check_arrays(len, src..., dst)) return status;
-  map(dst, static_cast<size_t>(len), kernel, src...);
-  return ZIVK_STS_NO_ERR;
+  return map(dst, static_cast<size_t>(len), kernel, src...);
 }
 
 }  // namespace zivks

@@ -7,6 +7,8 @@
 #ifndef ZIVKS_CORE_LOOPS_H
 #define ZIVKS_CORE_LOOPS_H
 
+#include <zivks/types.h>
+
 #include <algorithm>
 #include <type_traits>
 #include <utility>
@@ -23,7 +25,6 @@ template <class Pointed, size_t distance = 0>
 struct Array {
   using Element = std::remove_const_t<Pointed>;
   static constexpr size_t kStepRegisters = 1;  // registers for each kRegisterElements<Element> elements
-  static constexpr bool kInterleaves = false;
 
   Pointed* data;
 
@@ -97,7 +98,6 @@ template <class Pointed, size_t distance = 0>
 struct ComplexArray {
   using Element = std::remove_const_t<Pointed>;
   static constexpr size_t kStepRegisters = 2;
-  static constexpr bool kInterleaves = true;
 
   Pointed* parts;
 
@@ -109,7 +109,7 @@ struct ComplexArray {
 
   template <size_t N>
   ZIVKS_INLINE void store(size_t i, ComplexLanes<Element, N> value) const {
-    store_registers(parts + 2 * i, value, std::make_index_sequence<N / kElements>());
+    Array<Pointed>{parts}.template store<2 * N>(2 * i, merge_registers(value, kMerged<N>));
   }
 
   template <size_t N, size_t C>
@@ -121,7 +121,7 @@ struct ComplexArray {
 
   template <size_t N, size_t C>
   ZIVKS_INLINE void store_ends(size_t len, ComplexLanes<Element, N> value) const {
-    const auto both = merge_registers(value, std::make_index_sequence<2 * N / kElements>());
+    const auto both = merge_registers(value, kMerged<N>);
     Array<Pointed>{parts}.template store_ends<2 * N, 2 * C>(2 * len, both);
   }
 
@@ -132,6 +132,9 @@ struct ComplexArray {
 
  private:
   static constexpr size_t kElements = kRegisterElements<Element>;
+
+  template <size_t N>
+  static constexpr auto kMerged = std::make_index_sequence<2 * N / kElements>();
 
   template <size_t N, class Split, size_t... K>
   ZIVKS_INLINE static ComplexLanes<Element, N> split_registers(std::index_sequence<K...>, Split split) {
@@ -147,11 +150,6 @@ struct ComplexArray {
     };
     return {{half(K)...}};
   }
-  template <size_t N, size_t... K>
-  ZIVKS_INLINE static void store_registers(Element* to, ComplexLanes<Element, N> value,
-                                           std::index_sequence<K...>) {
-    (store_interleaved<Element>(to + 2 * K * kElements, {value.re.part[K], value.im.part[K]}), ...);
-  }
 };
 
 // Two arrays that take the real and the imaginary parts of complex numbers.
@@ -159,7 +157,6 @@ template <class T>
 struct SplitArrays {
   using Element = T;
   static constexpr size_t kStepRegisters = 2;
-  static constexpr bool kInterleaves = false;
 
   Array<T> re, im;
 
@@ -268,19 +265,14 @@ ZIVKS_INLINE void store_steps(SplitArrays<T> dst, size_t i, const Result* result
   (dst.im.template store<N>(i + Step * N, result[Step].im), ...);
 }
 
-// Consecutive steps from element i on. Results are all computed before the first is stored, so that loads and
-// stores can be paired; the interleaving stores, which want their operands in neighbouring registers, follow
-// one by one.
+// Consecutive steps from element i on, their results all computed before the first is stored: so that loads
+// and stores can be paired.
 template <size_t N, class Destination, class Kernel, size_t... Step, class... Sources>
 ZIVKS_INLINE void map_steps(std::index_sequence<Step...> steps, Destination dst, size_t i, Kernel kernel,
                             Sources... src) {
   const auto result_at = [&](size_t at) { return kernel(src.template load<N>(at)...); };
-  if constexpr (Destination::kInterleaves) {
-    (dst.template store<N>(i + Step * N, result_at(i + Step * N)), ...);
-  } else {
-    const decltype(result_at(i)) result[] = {result_at(i + Step * N)...};
-    store_steps<N>(dst, i, result, steps);
-  }
+  const decltype(result_at(i)) result[] = {result_at(i + Step * N)...};
+  store_steps<N>(dst, i, result, steps);
 }
 
 // The steps that cover elements i to last - 1, fewer than 2 * Steps; `last` needs a step of its own.
@@ -294,11 +286,14 @@ ZIVKS_INLINE void map_rest(Destination dst, size_t i, size_t last, Kernel kernel
 }
 
 template <class Destination, class Kernel, class... Sources>
-[[gnu::flatten]] void map_operands(Destination dst, size_t len, Kernel kernel, Sources... src) {
+[[gnu::flatten]] ZIVKStatus map_operands(Destination dst, size_t len, Kernel kernel, Sources... src) {
   constexpr size_t N = step_elements<Destination, Sources...>();
   constexpr size_t kSteps = kStepsPerTurn<N, Destination, Sources...>;
   constexpr size_t kTurn = N * kSteps;
-  if (len <= kTurn) return map_ends<kTurn, kTurn / 2>(dst, len, kernel, src...);
+  if (len <= kTurn) {
+    map_ends<kTurn, kTurn / 2>(dst, len, kernel, src...);
+    return ZIVK_STS_NO_ERR;
+  }
 
   // The last step ends where the array ends and may share elements with the one before. Its result is
   // computed ahead of all stores, so that `dst` may be a source.
@@ -313,13 +308,14 @@ template <class Destination, class Kernel, class... Sources>
   } while (i <= last_turn);
   if constexpr (kSteps > 1) map_rest<N, kSteps / 2>(dst, i, last, kernel, src...);
   dst.template store<N>(last, last_result);
+  return ZIVK_STS_NO_ERR;
 }
 
 // dst[i] = kernel(src[i]...) for `len` elements. `dst` may be the same array as a source of elements as wide
 // as its own; other overlaps are not supported.
 template <class Destination, class Kernel, class... Sources>
-ZIVKS_INLINE void map(Destination dst, size_t len, Kernel kernel, Sources... src) {
-  map_operands(as_operand(dst), len, kernel, as_operand(src)...);
+ZIVKS_INLINE ZIVKStatus map(Destination dst, size_t len, Kernel kernel, Sources... src) {
+  return map_operands(as_operand(dst), len, kernel, as_operand(src)...);
 }
 
 // For functions whose blocks of B elements and whose tail are required to differ: whole blocks go through

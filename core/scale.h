@@ -46,7 +46,16 @@ inline double power_of_two(int exponent) {
   return read<double>(&bits);
 }
 
-inline double scale_multiplier(double scale) { return power_of_two(scale_exponent(scale)); }
+// The multiplier that `scale` selects. Where it and the scale are normal numbers its exponent is the scale's
+// with the other sign, less one if the scale is below 1 and no power of two.
+inline double scale_multiplier(double scale) {
+  const uint64_t bits = read<uint64_t>(&scale);
+  const uint64_t exponent = bits >> kMantissaBits;
+  if (exponent - 1 >= 2 * kExponentBias - 1) return power_of_two(scale_exponent(scale));
+  const bool rounds_up = exponent < kExponentBias && (bits & kMantissaMask) != 0;
+  const uint64_t multiplier = (2 * kExponentBias - exponent - rounds_up) << kMantissaBits;
+  return read<double>(&multiplier);
+}
 
 }  // namespace zivks
 

@@ -45,14 +45,10 @@ ZIVKStatus merge(const T* re, const T* im, Complex* dst, int32_t len) {
   const Repeated<T> zeros = {Register<T>{}};
   const auto merge_parts = [](auto a, auto b) { return make_complex(a, b); };
   const auto count = static_cast<size_t>(len);
-  if (re == nullptr) {
-    map(complex, count, merge_parts, zeros, prefetched<prefetch_distance>(im));
-  } else if (im == nullptr) {
-    map(complex, count, merge_parts, prefetched<prefetch_distance>(re), zeros);
-  } else {
-    map(complex, count, merge_parts, prefetched<prefetch_distance>(re), prefetched<prefetch_distance>(im));
-  }
-  return ZIVK_STS_NO_ERR;
+  if (re == nullptr) return map(complex, count, merge_parts, zeros, prefetched<prefetch_distance>(im));
+  if (im == nullptr) return map(complex, count, merge_parts, prefetched<prefetch_distance>(re), zeros);
+  return map(complex, count, merge_parts, prefetched<prefetch_distance>(re),
+             prefetched<prefetch_distance>(im));
 }
 
 // A pattern that is `bits` in the imaginary parts and zero in the real ones.
@@ -66,23 +62,16 @@ template <size_t prefetch_distance, class T, class Kernel>
 ZIVKStatus map_parts(const T* src, T* dst, int32_t len, Kernel kernel) {
   if (ZIVKStatus status = check_arrays(len, src, dst)) return status;
   using Part = typename PartOf<T>::Type;
-  map(reinterpret_cast<Part*>(dst), 2 * static_cast<size_t>(len), kernel,
-      prefetched<prefetch_distance>(reinterpret_cast<const Part*>(src)));
-  return ZIVK_STS_NO_ERR;
+  return map(reinterpret_cast<Part*>(dst), 2 * static_cast<size_t>(len), kernel,
+             prefetched<prefetch_distance>(reinterpret_cast<const Part*>(src)));
 }
 
+// -x is ~x + 1, that is (x ^ -1) - (-1), and x is (x ^ 0) - 0; the subtraction saturates.
 template <size_t prefetch_distance>
 ZIVKStatus conjugate_clamped(const ZIVK16sc* src, ZIVK16sc* dst, int32_t len) {
-  if constexpr (kLoadsDeinterleave<int16_t>) {
-    const auto negate_im = [](auto z) { return make_complex(z.re, subtract_saturating(I16{}, z.im)); };
-    return map_arrays(ComplexArray<int16_t>{reinterpret_cast<int16_t*>(dst)}, len, negate_im,
-                      complex_source<prefetch_distance>(src));
-  } else {
-    // -x is ~x + 1, that is (x ^ -1) - (-1), and x is (x ^ 0) - 0; the subtraction saturates.
-    const I16 negated = in_imaginary<int16_t>(-1);
-    const auto negate_im = [=](auto x) { return subtract_saturating(x ^ negated, negated); };
-    return map_parts<prefetch_distance>(src, dst, len, negate_im);
-  }
+  const I16 negated = in_imaginary<int16_t>(-1);
+  return map_parts<prefetch_distance>(src, dst, len,
+                                      [=](auto x) { return subtract_saturating(x ^ negated, negated); });
 }
 
 // Turns the sign bits of the imaginary parts, whatever these are.

@@ -27,10 +27,9 @@ ZIVKStatus set(T val, T* dst, int32_t len) {
   constexpr size_t kWords = sizeof(T) / sizeof(Word);
   const auto pattern =
       interleave(broadcast(read<Word>(bytes)), broadcast(read<Word>(bytes + sizeof(T) - sizeof(Word)))).first;
-  map(
+  return map(
       reinterpret_cast<Word*>(dst), kWords * static_cast<size_t>(len), [](auto words) { return words; },
       Repeated<Word>{pattern});
-  return ZIVK_STS_NO_ERR;
 }
 
 }  // namespace

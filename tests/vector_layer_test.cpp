@@ -308,12 +308,11 @@ TEST(VectorLayer, OrderOfElements) {
       [](auto type) {
         using T = decltype(type);
         constexpr size_t N = kRegisterElements<T>;
-        T both[2 * N], again[2 * N];
+        T both[2 * N];
         for (size_t i = 0; i < 2 * N; ++i) both[i] = T(i + 1);
         const auto [even, odd] = deinterleave(load(both), load(both + N));
         const auto loaded = load_deinterleaved(both);
         const auto [low, high] = interleave(even, odd);
-        store_interleaved<T>(again, loaded);
         const auto backward = reverse(load(both));
         for (size_t i = 0; i < N; ++i) {
           ASSERT_EQ(even[i], both[2 * i]);
@@ -324,7 +323,6 @@ TEST(VectorLayer, OrderOfElements) {
           ASSERT_EQ(high[i], both[N + i]);
           ASSERT_EQ(backward[i], both[N - 1 - i]);
         }
-        ASSERT_EQ(std::memcmp(both, again, sizeof both), 0);
       });
 }
 

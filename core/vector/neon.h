@@ -223,10 +223,6 @@ ZIVKS_INLINE RegisterPair<R> deinterleave(R low, R high) {
   return {R(even), R(odd)};
 }
 
-// Of 64-bit elements a pair of loads and two permutations are no more work than the structured load.
-template <class T>
-inline constexpr bool kLoadsDeinterleave = sizeof(T) < 8;
-
 template <class T>
 ZIVKS_INLINE RegisterPair<Register<T>> load_deinterleaved(const T* from) {
   using R = Register<T>;
@@ -241,23 +237,10 @@ ZIVKS_INLINE RegisterPair<Register<T>> load_deinterleaved(const T* from) {
     const uint32x4x2_t both = vld2q_u32(static_cast<const uint32_t*>(bytes));
     return {R(both.val[0]), R(both.val[1])};
   } else {
+    // A pair of loads and two permutations are no more work than the structured load.
     return deinterleave(load(from), load(from + kRegisterElements<T>));
   }
 }
-template <class T>
-ZIVKS_INLINE void store_interleaved(T* to, RegisterPair<Register<T>> value) {
-  void* bytes = to;
-  if constexpr (sizeof(T) == 1) {
-    vst2q_u8(static_cast<uint8_t*>(bytes), {U8(value.first), U8(value.second)});
-  } else if constexpr (sizeof(T) == 2) {
-    vst2q_u16(static_cast<uint16_t*>(bytes), {U16(value.first), U16(value.second)});
-  } else if constexpr (sizeof(T) == 4) {
-    vst2q_u32(static_cast<uint32_t*>(bytes), {U32(value.first), U32(value.second)});
-  } else {
-    vst2q_u64(static_cast<uint64_t*>(bytes), {U64(value.first), U64(value.second)});
-  }
-}
-
 ZIVKS_INLINE U8 shuffle_bytes(U8 bytes, U8 index) { return U8(vqtbl1q_u8(bytes, index)); }
 
 template <class R>

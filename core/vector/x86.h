@@ -277,19 +277,9 @@ ZIVKS_INLINE RegisterPair<R> deinterleave(R low, R high) {
 }
 
 template <class T>
-inline constexpr bool kLoadsDeinterleave = false;
-
-template <class T>
 ZIVKS_INLINE RegisterPair<Register<T>> load_deinterleaved(const T* from) {
   return deinterleave(load(from), load(from + kRegisterElements<T>));
 }
-template <class T>
-ZIVKS_INLINE void store_interleaved(T* to, RegisterPair<Register<T>> value) {
-  const auto [low, high] = interleave(value.first, value.second);
-  store(to, low);
-  store(to + kRegisterElements<T>, high);
-}
-
 ZIVKS_INLINE U8 shuffle_bytes(U8 bytes, U8 index) { return U8(_mm256_shuffle_epi8(M(bytes), M(index))); }
 
 template <class R>
