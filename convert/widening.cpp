@@ -18,8 +18,9 @@ constexpr auto to_double = [](auto a) { return convert<double>(a); };
 template <class S, class T, class Kernel>
 ZIVKStatus map_scaled(const S* src, T* dst, int32_t len, double scale, Kernel kernel) {
   if (ZIVKStatus status = check_arrays(len, src, dst)) return status;
-  if (!is_valid_scale(scale)) return ZIVK_STS_SCALE_ERR;
-  const auto multiplier = broadcast(static_cast<T>(scale_multiplier(scale)));
+  const double factor = scale_multiplier(scale);
+  if (factor != factor) return ZIVK_STS_SCALE_ERR;
+  const auto multiplier = broadcast(static_cast<T>(factor));
   return map(
       dst, static_cast<size_t>(len), [=](auto a) { return kernel(a) * multiplier; }, src);
 }

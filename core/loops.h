@@ -43,8 +43,8 @@ struct Array {
     store_registers(data + i, value, std::make_index_sequence<N / kRegisterElements<Element>>());
   }
 
-  // The first C and the last C elements of an array of `len`, C <= len <= 2 * C < 2 * N, side by side in the
-  // first lanes. The two may share elements.
+  // The first C and the last C elements of an array of `len`, C < len <= 2 * C <= N (or len = C = 1), side by
+  // side in the first lanes. The two may share elements.
   template <size_t N, size_t C>
   ZIVKS_INLINE Lanes<Element, N> load_ends(size_t len) const {
     constexpr size_t bytes = C * sizeof(Element);
@@ -241,12 +241,12 @@ inline constexpr size_t kStepsPerTurn = std::max(size_t{1}, kTurnRegisters /
                                                                 std::max({kRegistersPerStep<Destination, N>,
                                                                           kRegistersPerStep<Sources, N>...}));
 
-// An array of at most N elements. The largest power of two C up to `len` is found; the first C and the last C
+// An array of at most N elements. The largest power of two C below `len` is found; the first C and the last C
 // elements, which together are the whole array, go through the kernel side by side, all of them loaded before
 // any is stored.
 template <size_t N, size_t C, class Destination, class Kernel, class... Sources>
 ZIVKS_INLINE void map_ends(Destination dst, size_t len, Kernel kernel, Sources... src) {
-  if (C == 1 || len >= C) {
+  if (C == 1 || len > C) {
     dst.template store_ends<N, C>(len, kernel(src.template load_ends<N, C>(len)...));
   } else if constexpr (C > 1) {
     map_ends<N, C / 2>(dst, len, kernel, src...);
@@ -265,14 +265,18 @@ ZIVKS_INLINE void store_steps(SplitArrays<T> dst, size_t i, const Result* result
   (dst.im.template store<N>(i + Step * N, result[Step].im), ...);
 }
 
-// Consecutive steps from element i on, their results all computed before the first is stored: so that loads
-// and stores can be paired.
+// Consecutive steps from element i on. Where accesses to neighbouring registers pair, results are all
+// computed before the first is stored; elsewhere one step follows the other.
 template <size_t N, class Destination, class Kernel, size_t... Step, class... Sources>
 ZIVKS_INLINE void map_steps(std::index_sequence<Step...> steps, Destination dst, size_t i, Kernel kernel,
                             Sources... src) {
   const auto result_at = [&](size_t at) { return kernel(src.template load<N>(at)...); };
-  const decltype(result_at(i)) result[] = {result_at(i + Step * N)...};
-  store_steps<N>(dst, i, result, steps);
+  if constexpr (kAccessesPair) {
+    const decltype(result_at(i)) result[] = {result_at(i + Step * N)...};
+    store_steps<N>(dst, i, result, steps);
+  } else {
+    (dst.template store<N>(i + Step * N, result_at(i + Step * N)), ...);
+  }
 }
 
 // The steps that cover elements i to last - 1, fewer than 2 * Steps; `last` needs a step of its own.

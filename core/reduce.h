@@ -13,49 +13,45 @@ ZIVKS_INLINE State reduce_steps(std::index_sequence<K...>, const T* src, State s
   return state;
 }
 
-// The steps that cover elements i to last - 1, fewer than 2 * Steps.
+// The steps over an array of N to 2 * Steps * N elements: those from its start and those up to its end.
 template <size_t Steps, class T, class State, class Step>
-ZIVKS_INLINE State reduce_rest(const T* src, size_t i, size_t last, State state, Step step) {
-  constexpr size_t N = kRegisterElements<T>;
-  if (i + (Steps - 1) * N < last) {
-    state = reduce_steps(std::make_index_sequence<Steps>(), src + i, state, step);
-    i += Steps * N;
+ZIVKS_INLINE State reduce_ends(const T* src, size_t len, State state, Step step) {
+  constexpr size_t kReach = Steps * kRegisterElements<T>;
+  constexpr auto steps = std::make_index_sequence<Steps>();
+  if (Steps == 1 || len > kReach) {
+    return reduce_steps(steps, src + len - kReach, reduce_steps(steps, src, state, step), step);
+  } else if constexpr (Steps > 1) {
+    return reduce_ends<Steps / 2>(src, len, state, step);
   }
-  if constexpr (Steps > 1) state = reduce_rest<Steps / 2>(src, i, last, state, step);
-  return state;
 }
 
-// Runs `step` over an array of at least one register, four running states side by side, and merges these with
-// `combine`. Elements at the end may be met twice and each state begins with `start`, so the reduction has to
-// be one for which that makes no difference.
+// Runs `step` over an array of at least one register, in long arrays with four states side by side, which
+// `combine` merges. Elements may be met twice and each state begins with `start`, so the reduction has to be
+// one for which that makes no difference.
 template <class T, class State, class Step, class Combine>
 [[gnu::flatten]] State reduce_registers(const T* src, size_t len, State start, Step step, Combine combine) {
-  constexpr size_t N = kRegisterElements<T>;
-  constexpr size_t kSteps = kTurnRegisters / 4;  // of each state in a turn
-  constexpr auto steps = std::make_index_sequence<kSteps>();
-  State state = start;
-  size_t i = 0;
-  if (len >= 4 * kSteps * N) {
-    State second = start, third = start, fourth = start;
-    const size_t last_turn = len - 4 * kSteps * N;
-    do {
-      state = reduce_steps(steps, src + i, state, step);
-      second = reduce_steps(steps, src + i + kSteps * N, second, step);
-      third = reduce_steps(steps, src + i + 2 * kSteps * N, third, step);
-      fourth = reduce_steps(steps, src + i + 3 * kSteps * N, fourth, step);
-      i += 4 * kSteps * N;
-    } while (i <= last_turn);
-    state = combine(combine(state, second), combine(third, fourth));
-  }
-  const size_t last = len - N;
-  return step(reduce_rest<2 * kSteps>(src, i, last, state, step), load(src + last));
+  constexpr size_t kTurn = kTurnRegisters * kRegisterElements<T>;
+  if (len <= kTurn) return reduce_ends<kTurnRegisters / 2>(src, len, start, step);
+
+  constexpr auto quarter = std::make_index_sequence<kTurnRegisters / 4>();
+  State first = start, second = start, third = start, fourth = start;
+  const auto turn = [&](const T* from) {
+    first = reduce_steps(quarter, from, first, step);
+    second = reduce_steps(quarter, from + kTurn / 4, second, step);
+    third = reduce_steps(quarter, from + kTurn / 2, third, step);
+    fourth = reduce_steps(quarter, from + kTurn / 4 * 3, fourth, step);
+  };
+  const size_t last_turn = len - kTurn;
+  for (size_t i = 0; i < last_turn; i += kTurn) turn(src + i);
+  turn(src + last_turn);
+  return combine(combine(first, second), combine(third, fourth));
 }
 
 // All elements of an array of less than 2 * C, and at least one, some of them repeatedly: 2 * C or a smaller
 // power of two in a register that they fill all over. C elements are at most half a register.
 template <size_t C, class T>
 ZIVKS_INLINE Register<T> load_repeatedly(const T* src, size_t len) {
-  if (C == 1 || len >= C) {
+  if (C == 1 || len > C) {
     return Register<T>(repeat_bottom<2 * C * sizeof(T)>(load_two<C * sizeof(T)>(src, src + len - C)));
   } else if constexpr (C > 1) {
     return load_repeatedly<C / 2>(src, len);

@@ -3,6 +3,7 @@
 #define ZIVKS_CORE_SCALE_H
 
 #include <cstdint>
+#include <limits>
 
 #include "core/vector/register.h"
 
@@ -46,14 +47,21 @@ inline double power_of_two(int exponent) {
   return read<double>(&bits);
 }
 
-// The multiplier that `scale` selects. Where it and the scale are normal numbers its exponent is the scale's
-// with the other sign, less one if the scale is below 1 and no power of two.
+[[gnu::cold, gnu::noinline]] inline double extreme_scale_multiplier(double scale) {
+  return is_valid_scale(scale) ? power_of_two(scale_exponent(scale))
+                               : std::numeric_limits<double>::quiet_NaN();
+}
+
+// The multiplier that `scale` selects, or NaN if the scale is not valid.
+//
+// Where scale and multiplier are normal numbers, their exponents add up to nought; a scale below 1 first goes
+// up to a power of two.
 inline double scale_multiplier(double scale) {
-  const uint64_t bits = read<uint64_t>(&scale);
-  const uint64_t exponent = bits >> kMantissaBits;
-  if (exponent - 1 >= 2 * kExponentBias - 1) return power_of_two(scale_exponent(scale));
-  const bool rounds_up = exponent < kExponentBias && (bits & kMantissaMask) != 0;
-  const uint64_t multiplier = (2 * kExponentBias - exponent - rounds_up) << kMantissaBits;
+  constexpr uint64_t kOne = uint64_t{kExponentBias} << kMantissaBits;
+  uint64_t bits = read<uint64_t>(&scale);
+  if ((bits >> kMantissaBits) - 1 >= 2 * kExponentBias - 1) return extreme_scale_multiplier(scale);
+  if (bits < kOne) bits += kMantissaMask;
+  const uint64_t multiplier = 2 * kOne - (bits & ~kMantissaMask);
   return read<double>(&multiplier);
 }
 

@@ -11,6 +11,9 @@ namespace zivks {
 // Registers that a turn of a loop takes of one operand. There are thirty-two.
 inline constexpr size_t kTurnRegisters = 8;
 
+// Whether loads, and stores, of neighbouring registers become one instruction.
+inline constexpr bool kAccessesPair = true;
+
 // --- Saturating arithmetic -------------------------------------------------------------
 
 ZIVKS_INLINE U8 add_saturating(U8 a, U8 b) { return U8(vqaddq_u8(a, b)); }

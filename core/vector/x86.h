@@ -17,6 +17,9 @@ using M = __m256i;
 // results.
 inline constexpr size_t kTurnRegisters = 4;
 
+// Whether loads, and stores, of neighbouring registers become one instruction.
+inline constexpr bool kAccessesPair = false;
+
 // --- Saturating arithmetic -------------------------------------------------------------
 
 ZIVKS_INLINE U8 add_saturating(U8 a, U8 b) { return U8(_mm256_adds_epu8(M(a), M(b))); }
@@ -263,11 +266,10 @@ ZIVKS_INLINE RegisterPair<R> deinterleave(R low, R high) {
     return {R(order_quarters(M(_mm256_shuffle_ps(a, b, 0x88)))),
             R(order_quarters(M(_mm256_shuffle_ps(a, b, 0xDD))))};
   } else if constexpr (bytes == 2) {
-    // Sign extension puts each element in the range that the pack instruction keeps as it is.
-    const auto even = [](R both) { return _mm256_srai_epi32(_mm256_slli_epi32(M(both), 16), 16); };
-    const auto odd = [](R both) { return _mm256_srai_epi32(M(both), 16); };
-    return {R(order_quarters(_mm256_packs_epi32(even(low), even(high)))),
-            R(order_quarters(_mm256_packs_epi32(odd(low), odd(high))))};
+    const auto even = [](R both) { return _mm256_and_si256(M(both), _mm256_set1_epi32(0x0000FFFF)); };
+    const auto odd = [](R both) { return _mm256_srli_epi32(M(both), 16); };
+    return {R(order_quarters(_mm256_packus_epi32(even(low), even(high)))),
+            R(order_quarters(_mm256_packus_epi32(odd(low), odd(high))))};
   } else {
     const auto even = [](R both) { return _mm256_and_si256(M(both), _mm256_set1_epi16(0x00FF)); };
     const auto odd = [](R both) { return _mm256_srli_epi16(M(both), 8); };
