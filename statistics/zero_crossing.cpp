@@ -53,151 +53,177 @@ struct DistanceOfSigns {
 template <class T>
 using Counter = Register<SignedOf<T>>;
 
-// Minus the contributions of many pairs, lane by lane, and whether a NaN is among the samples.
+// Minus the contributions of many pairs, lane by lane.
 template <class T>
-struct Tally {
-  Lanes<int32_t, kRegisterElements<T>> counts = {};
-  bool has_nan = false;
-};
+using Counts = Lanes<int32_t, kRegisterElements<T>>;
 
+template <class Kind, class T>
+constexpr bool kWatchesNan = Kind::kSumsInFloat&& std::is_floating_point_v<T>;
+
+Counts<float> widened(I32 counter) { return {{counter}}; }
+Counts<int16_t> widened(I16 counter) {
+  return widen<int32_t>(Lanes<int16_t, kRegisterElements<int16_t>>{{counter}});
+}
+
+template <class T, size_t... K>
+int32_t sum_of(Counts<T> counts, std::index_sequence<K...>) {
+  return -reduce_add((counts.part[K] + ...));
+}
+
+// The lanes of a register, numbered from 0.
 template <class T, size_t... I>
 Counter<T> lane_numbers(std::index_sequence<I...>) {
   return Counter<T>{static_cast<SignedOf<T>>(I)...};
 }
-
-Lanes<int32_t, kRegisterElements<float>> widened(I32 counter) { return {{counter}}; }
-Lanes<int32_t, kRegisterElements<int16_t>> widened(I16 counter) {
-  return widen<int32_t>(Lanes<int16_t, kRegisterElements<int16_t>>{{counter}});
+template <class T>
+Counter<T> lanes_from(size_t first) {
+  return lane_numbers<T>(std::make_index_sequence<kRegisterElements<T>>()) >=
+         broadcast(static_cast<SignedOf<T>>(first));
 }
 
-// Whole blocks of pairs: (src[0], src[1]) and so on. Lane k of the result counts pairs whose index is k
-// modulo the block.
+// Whole blocks of pairs: (src[0], src[1]) and so on. Lane k of the result counts pairs whose index is k modulo the
+// block. `nan`, where it is watched, becomes NaN if one of the second samples is.
 template <class Kind, class T>
-[[gnu::flatten]] Tally<T> count_blocks(const T* src, size_t pairs) {
+ZIVKS_INLINE Counts<T> count_blocks(const T* src, size_t pairs, Register<T>& nan) {
   constexpr size_t N = kRegisterElements<T>;
   constexpr size_t B = Kind::template kBlock<T>;
-  // A counter grows by up to 2 a step; of four counters that take turns one takes the last three steps as
-  // well.
-  constexpr size_t kSteps = 4 * ((size_t{1} << (8 * sizeof(T) - 2)) - 4);
-  constexpr bool kWatchesNan = Kind::kSumsInFloat && std::is_floating_point_v<T>;
+  // A counter grows by up to 2 a step. Four of them take turns, and one takes up to three steps more. Counters of 32 bits
+  // have room for the longest array.
+  constexpr size_t kStretch = sizeof(T) < 4 ? 4 * N * ((size_t{1} << (8 * sizeof(T) - 2)) - 4) : SIZE_MAX / 2;
 
-  Tally<T> tally;
-  Counter<T> nan = {};
-  const auto count_pair = [&](auto a, auto b) {
-    if constexpr (kWatchesNan) nan |= Counter<T>(b != b);
-    return Kind::count(a, b);
+  const auto watch = [&](size_t i, size_t k) {
+    if constexpr (kWatchesNan<Kind, T>) nan = watch_nan(nan, load(src + i + 1), load(src + k + 1));
   };
-  const auto count_at = [&](size_t i) { return count_pair(load(src + i), load(src + i + 1)); };
+  const auto count_at = [&](size_t i) { return Kind::count(load(src + i), load(src + i + 1)); };
 
+  Counts<T> counts = {};
+  const size_t whole = pairs & ~(N - 1);
   size_t i = 0;
-  while (pairs - i >= N) {
-    const size_t end = i + std::min((pairs - i) / N, kSteps) * N;
+  while (i < whole) {
+    const size_t end = std::min(i + kStretch, whole);
     Counter<T> first = {};
     if (end - i >= 4 * N) {
       Counter<T> second = {}, third = {}, fourth = {};
       for (; i + 4 * N <= end; i += 4 * N) {
         first += count_at(i);
         second += count_at(i + N);
+        watch(i, i + N);
         third += count_at(i + 2 * N);
         fourth += count_at(i + 3 * N);
+        watch(i + 2 * N, i + 3 * N);
       }
-      tally.counts = tally.counts + widened(second) + widened(third) + widened(fourth);
+      counts = counts + widened(second) + widened(third) + widened(fourth);
     }
-    for (; i < end; i += N) first += count_at(i);
-    tally.counts = tally.counts + widened(first);
+    for (; i < end; i += N) {
+      first += count_at(i);
+      watch(i, i);
+    }
+    counts = counts + widened(first);
   }
   if constexpr (B < N) {
     Counter<T> rest = {};
     for (; i < pairs; i += B) {
-      rest += count_pair(Register<T>(load_bottom<B * sizeof(T)>(src + i)),
-                         Register<T>(load_bottom<B * sizeof(T)>(src + i + 1)));
+      const auto a = Register<T>(load_bottom<B * sizeof(T)>(src + i));
+      const auto b = Register<T>(load_bottom<B * sizeof(T)>(src + i + 1));
+      rest += Kind::count(a, b);
+      if constexpr (kWatchesNan<Kind, T>) nan = watch_nan(nan, b, b);
     }
-    tally.counts = tally.counts + widened(rest);
+    counts = counts + widened(rest);
   }
-  if constexpr (kWatchesNan) {
-    tally.has_nan = pairs > 0 && (src[0] != src[0] || reduce_minimum(nan) != 0);
-  }
-  return tally;
+  return counts;
 }
 
-// Less pairs than a block, by way of the first C and the last C of them, where C <= pairs <= 2 * C; those
-// that are in both count once.
+// The last `pairs` pairs of a block that begins at `src`.
+template <class Kind, class T>
+ZIVKS_INLINE Counter<T> count_tail(const T* src, size_t pairs) {
+  constexpr size_t B = Kind::template kBlock<T>;
+  const auto a = Register<T>(load_bottom<B * sizeof(T)>(src));
+  const auto b = Register<T>(load_bottom<B * sizeof(T)>(src + 1));
+  return Kind::count(a, b) & lanes_from<T>(B - pairs);
+}
+
+// Less pairs than a block, by way of the first C and the last C of them, where C < pairs <= 2 * C, or both are 1;
+// those that are in both count once.
 template <class Kind, size_t C, class T>
-[[gnu::flatten]] int32_t count_few(const T* src, size_t pairs) {
-  if (C == 1 || pairs >= C) {
-    constexpr size_t N = kRegisterElements<T>;
+ZIVKS_INLINE Counter<T> count_few(const T* src, size_t pairs) {
+  if (C == 1 || pairs > C) {
     const auto load_ends = [=](const T* from) {
       return Register<T>(load_two<C * sizeof(T)>(from, from + pairs - C));
     };
-    const Counter<T> lane = lane_numbers<T>(std::make_index_sequence<N>());
-    const auto first_new = broadcast(static_cast<SignedOf<T>>(3 * C - pairs));
-    const auto counted = (lane < broadcast(static_cast<SignedOf<T>>(C))) | (lane >= first_new);
-    return -reduce_add(Kind::count(load_ends(src), load_ends(src + 1)) & counted);
+    const auto counted = ~lanes_from<T>(C) | lanes_from<T>(3 * C - pairs);
+    return Kind::count(load_ends(src), load_ends(src + 1)) & counted;
   } else if constexpr (C > 1) {
     return count_few<Kind, C / 2>(src, pairs);
   }
 }
 
-template <class T, size_t... K>
-int32_t sum_of(Lanes<int32_t, kRegisterElements<T>> counts, std::index_sequence<K...>) {
-  return -reduce_add((counts.part[K] + ...));
-}
-
-// The sums that float32 lanes come to, one addition a block, each of the tally's lanes going to lane k modulo
-// B.
-template <size_t B, class T>
-void add_lanes(float (&sum)[B], const Tally<T>& tally) {
-  int32_t lanes[kRegisterElements<T>];
-  std::memcpy(lanes, &tally.counts, sizeof lanes);
-  uint32_t counts[B] = {};
-  for (size_t k = 0; k < kRegisterElements<T>; ++k) counts[k % B] -= static_cast<uint32_t>(lanes[k]);
-  for (size_t k = 0; k < B; ++k) sum[k] += static_cast<float>(counts[k]);
-}
-
-// Arrays with so many pairs that a lane's float32 sum may cease to be exact.
+// As many pairs as can be added up in any order.
 template <class Kind, class T>
-[[gnu::cold, gnu::noinline]] float count_many(const T* src, size_t pairs) {
+[[gnu::flatten]] float count_exactly(const T* src, size_t pairs) {
   constexpr size_t B = Kind::template kBlock<T>;
-  constexpr float kExact = 0x1p24F;
   const size_t blocks = pairs & ~(B - 1);
-  float sum[B] = {};
-  // Lanes that count in integers go to float32 at the end; those that add in float32 do so block by block,
-  // which is the same as adding a whole stretch at once as long as the sums stay exact.
-  const size_t stretch = Kind::kSumsInFloat ? B << 20 : blocks;
-  for (size_t i = 0; i < blocks; i += stretch) {
-    const size_t count = std::min(stretch, blocks - i);
-    const bool exact =
-        !Kind::kSumsInFloat || *std::max_element(sum, sum + B) + 2 * static_cast<float>(count / B) <= kExact;
-    const size_t step = exact ? count : B;
-    for (size_t k = i; k < i + count; k += step) {
-      const Tally<T> tally = count_blocks<Kind>(src + k, step);
-      if (tally.has_nan) return std::numeric_limits<float>::quiet_NaN();
-      add_lanes(sum, tally);
+  Register<T> nan = {};
+  Counts<T> counts = {};
+  if (blocks > 0) {
+    counts = count_blocks<Kind>(src, blocks, nan);
+    if constexpr (kWatchesNan<Kind, T>) {
+      if (src[0] != src[0] || has_nan(nan)) return std::numeric_limits<float>::quiet_NaN();
     }
+    if (blocks < pairs) counts = counts + widened(count_tail<Kind>(src + pairs - B, pairs - blocks));
+  } else if (pairs > 0) {
+    counts = widened(count_few<Kind, B / 2>(src, pairs));
+  }
+  return static_cast<float>(sum_of<T>(counts, std::make_index_sequence<Counts<T>::kParts>()));
+}
+
+// The sums of B float32 lanes after further blocks of pairs; lane k of the counts belongs to sum k modulo B.
+template <size_t B, class T>
+void add_lanes(float (&sum)[B], Counts<T> counts) {
+  int32_t lanes[kRegisterElements<T>];
+  std::memcpy(lanes, &counts, sizeof lanes);
+  uint32_t total[B] = {};
+  for (size_t k = 0; k < kRegisterElements<T>; ++k) total[k % B] -= static_cast<uint32_t>(lanes[k]);
+  for (size_t k = 0; k < B; ++k) sum[k] += static_cast<float>(total[k]);
+}
+
+// Arrays with so many pairs that a float32 sum may cease to be exact.
+//
+// Lanes that count in integers go to float32 at the end. Lanes that add in float32 do so block by block, which comes to
+// the same as adding a whole stretch at once as long as the sums stay exact.
+template <class Kind, class T>
+[[gnu::flatten]] float count_many(const T* src, size_t pairs) {
+  constexpr size_t B = Kind::template kBlock<T>;
+  constexpr float kLargestExact = 0x1p24F;
+  const size_t blocks = pairs & ~(B - 1);
+  const size_t stretch = Kind::kSumsInFloat ? B << 20 : blocks;
+  Register<T> nan = {};
+  float sum[B] = {};
+  for (size_t i = 0; i < blocks; i += stretch) {
+    const size_t end = std::min(i + stretch, blocks);
+    const float growth = 2 * static_cast<float>((end - i) / B);
+    const bool exact = !Kind::kSumsInFloat || *std::max_element(sum, sum + B) + growth <= kLargestExact;
+    const size_t step = exact ? end - i : B;
+    for (size_t k = i; k < end; k += step) add_lanes<B, T>(sum, count_blocks<Kind>(src + k, step, nan));
+  }
+  if constexpr (kWatchesNan<Kind, T>) {
+    if (src[0] != src[0] || has_nan(nan)) return std::numeric_limits<float>::quiet_NaN();
   }
   for (size_t width = 1; width < B; width *= 2) {
     for (size_t k = 0; k < B; k += 2 * width) sum[k] += sum[k + width];
   }
   float value = sum[0] + 0.0F;
-  for (size_t i = blocks; i < pairs; ++i) value += static_cast<float>(count_few<Kind, 1>(src + i, 1));
-  return value * Kind::kWeight;
+  for (size_t i = blocks; i < pairs; ++i) {
+    const Counts<T> one = widened(count_few<Kind, 1>(src + i, 1));
+    value += static_cast<float>(sum_of<T>(one, std::make_index_sequence<Counts<T>::kParts>()));
+  }
+  return value;
 }
 
 template <class Kind, class T>
 float count_crossings(const T* src, size_t pairs) {
-  constexpr size_t N = kRegisterElements<T>;
-  constexpr size_t B = Kind::template kBlock<T>;
   constexpr size_t kExactPairs = size_t{1} << 23;
-  if (pairs > kExactPairs) return count_many<Kind>(src, pairs);
-  const size_t blocks = pairs & ~(B - 1);
-  int32_t total = 0;
-  if (blocks > 0) {
-    const Tally<T> tally = count_blocks<Kind>(src, blocks);
-    if (tally.has_nan) return std::numeric_limits<float>::quiet_NaN();
-    total = sum_of<T>(tally.counts, std::make_index_sequence<N * sizeof(int32_t) / kRegisterBytes>());
-  }
-  if (blocks < pairs) total += count_few<Kind, B / 2>(src + blocks, pairs - blocks);
-  return static_cast<float>(total) * Kind::kWeight;
+  const float count = pairs <= kExactPairs ? count_exactly<Kind>(src, pairs) : count_many<Kind>(src, pairs);
+  return count * Kind::kWeight;
 }
 
 template <class T>

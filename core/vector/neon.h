@@ -77,6 +77,12 @@ ZIVKS_INLINE int16_t reduce_add(I16 a) { return vaddvq_s16(a); }
 ZIVKS_INLINE int32_t reduce_add(I32 a) { return vaddvq_s32(a); }
 ZIVKS_INLINE int64_t reduce_add(I64 a) { return vaddvq_s64(a); }
 
+ZIVKS_INLINE F32 watch_nan(F32 watch, F32 a, F32 b) { return maximum(watch, maximum(a, b)); }
+ZIVKS_INLINE bool has_nan(F32 a) {
+  const float most = reduce_maximum(a);
+  return most != most;
+}
+
 // The upper half of the doubled product, which saturates upward only, has its sign.
 ZIVKS_INLINE I16 negative_product(I16 a, I16 b) { return I16(vqdmulhq_s16(a, b)) >> 15; }
 

@@ -14,6 +14,8 @@
 //                                         minimum, which a reduction can make just once)
 //   reduce_minimum, reduce_maximum        the same over all lanes; lanes are combined in no stated order
 //   reduce_add                            sum of all lanes, modulo 2^n
+//   watch_nan(watch, a, b)                becomes NaN in lanes where any of the three is, else is no NaN
+//   has_nan                               whether any lane is NaN
 //   negative_product                      all ones in lanes where the exact product is negative
 //   widen_part<To, K>                     K-th part of a register's integer elements, in a wider type
 //   convert_part<To, K>                   the same, to a floating-point type; rounds in the current mode
@@ -143,10 +145,12 @@ ZIVKS_INLINE void write(void* to, Value value) {
 
 namespace zivks {
 
-// `bytes` of memory, less than a register, at its bottom.
+// `bytes` of memory, up to a register, at its bottom.
 template <size_t bytes>
 ZIVKS_INLINE U64 load_bottom(const void* from) {
-  if constexpr (bytes == kRegisterBytes / 2) {
+  if constexpr (bytes == kRegisterBytes) {
+    return load(static_cast<const uint64_t*>(from));
+  } else if constexpr (bytes == kRegisterBytes / 2) {
     return load_bottom_half(from);
   } else {
     return U64(Register<UnsignedOf<bytes>>{read<UnsignedOf<bytes>>(from)});

@@ -119,6 +119,13 @@ ZIVKS_INLINE auto reduce_add(R all) {
   return combine_lanes(all, [](R a, R b) { return R(a + b); })[0];
 }
 
+ZIVKS_INLINE F32 watch_nan(F32 watch, F32 a, F32 b) {
+  return F32(_mm256_or_ps(__m256(watch), _mm256_cmp_ps(__m256(a), __m256(b), _CMP_UNORD_Q)));
+}
+ZIVKS_INLINE bool has_nan(F32 a) {
+  return _mm256_movemask_ps(_mm256_cmp_ps(__m256(a), __m256(a), _CMP_UNORD_Q)) != 0;
+}
+
 // The upper half of the exact product has its sign.
 ZIVKS_INLINE I16 negative_product(I16 a, I16 b) { return I16(_mm256_mulhi_epi16(M(a), M(b))) >> 15; }
 
