@@ -42,7 +42,8 @@ ZIVKStatus merge(const T* re, const T* im, Complex* dst, int32_t len) {
   if (re == nullptr && im == nullptr) return ZIVK_STS_NULL_PTR_ERR;
   if (ZIVKStatus status = check_arrays(len, dst)) return status;
   const ComplexArray<T> complex = {reinterpret_cast<T*>(dst)};
-  const Repeated<T> zeros = {Register<T>{}};
+  // A zero that the compiler knows would be inserted part by part.
+  const Repeated<T> zeros = {kept_in_register(Register<T>{})};
   const auto merge_parts = [](auto a, auto b) { return make_complex(a, b); };
   const auto count = static_cast<size_t>(len);
   if (re == nullptr) return map(complex, count, merge_parts, zeros, prefetched<prefetch_distance>(im));

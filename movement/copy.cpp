@@ -37,14 +37,14 @@ void move_downward(const uint8_t* src, uint8_t* dst, size_t bytes) {
     std::memmove(dst, src, bytes);
     return;
   }
-  if (bytes < kRegisterBytes) return move_upward<0>(src, dst, bytes);  // loads all before it stores
-  const U8 first = load(src);
   constexpr size_t kTurn = kTurnRegisters * kRegisterBytes;
+  if (bytes <= kTurn) return move_upward<0>(src, dst, bytes);  // loads all before it stores
+  const U8 first = load(src);
   size_t left = bytes;
-  while (left >= kTurn) {
+  do {
     prefetch_ahead<prefetch_distance, kTurn>(src + (bytes - left));
     left = move_below<kTurnRegisters>(src, dst, left);
-  }
+  } while (left >= kTurn);
   if (left > 4 * kRegisterBytes) left = move_below<4>(src, dst, left);
   if (left > 2 * kRegisterBytes) left = move_below<2>(src, dst, left);
   if (left > kRegisterBytes) move_below<1>(src, dst, left);

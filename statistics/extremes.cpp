@@ -136,6 +136,13 @@ constexpr size_t kBlock = 32 / sizeof(T);
 template <class T>
 using Block = Lanes<T, kBlock<T>>;
 
+template <class T>
+constexpr auto kTailParts = std::make_index_sequence<Block<T>::kParts>();
+
+// Which NaN the lanes deliver depends on the processor; the result does not.
+template <class T>
+constexpr T kCanonicalNan = std::numeric_limits<T>::quiet_NaN();
+
 // A block that holds all the elements behind the whole blocks of `src`. Its other elements are elements of
 // the last whole block or, in an array shorter than a block, of the tail once more.
 template <class T>
@@ -175,18 +182,11 @@ template <class Order, class T>
   return current;
 }
 
-// The result of a walk: `blocks` is the state behind the `count` elements of the whole blocks, if there are
-// any, and `all` the state behind the tail.
-template <class Order, class Measure, class T>
-ZIVKS_INLINE T result_of(Register<T> all, Register<T> blocks, size_t count, const T* src, size_t len) {
-  const T result = Order::leave(all);
-  // Which NaN the lanes deliver depends on the processor; the result does not.
-  if (result != result) return std::numeric_limits<T>::quiet_NaN();
-  if (Measure::kSigned && result == 0 && count < len) {
-    const T before = count > 0 ? T(Order::leave(blocks)) : src[0];
-    return compare_each<Order>(before, src, count, len);
-  }
-  return result;
+// The result of a walk that found a zero, if there is a tail: the extreme of the `count` elements of whole blocks, or
+// the first element if there are none, and what the tail makes of it.
+template <class Order, class T>
+T resolve_zero(Register<T> blocks, size_t count, const T* src, size_t len) {
+  return compare_each<Order>(count > 0 ? T(Order::leave(blocks)) : src[0], src, count, len);
 }
 
 // `block_seed` begins the examination of whole blocks, `short_seed` that of an array shorter than one.
@@ -204,16 +204,15 @@ T extreme_of_floats(const T* src, size_t len, T block_seed, T short_seed) {
     blocks = Order::enter(broadcast(short_seed));
   }
   Register<T> all = blocks;
-  if (count < len) {
-    all = absorb_tail<Order, Measure, T>(blocks, load_tail(src, len),
-                                         std::make_index_sequence<Block<T>::kParts>());
-  }
-  return result_of<Order, Measure>(all, blocks, count, src, len);
+  if (count < len) all = absorb_tail<Order, Measure, T>(blocks, load_tail(src, len), kTailParts<T>);
+  const T result = Order::leave(all);
+  if (result != result) return kCanonicalNan<T>;
+  if (Measure::kSigned && result == 0 && count < len) return resolve_zero<Order>(blocks, count, src, len);
+  return result;
 }
 
 template <class T>
 MinMax<T> extremes_of_floats(const T* src, size_t len) {
-  constexpr auto parts = std::make_index_sequence<Block<T>::kParts>();
   const size_t count = len & ~(kBlock<T> - 1);
   MinMax<Register<T>> blocks;
   if (count > 0) {
@@ -225,11 +224,16 @@ MinMax<T> extremes_of_floats(const T* src, size_t len) {
   MinMax<Register<T>> all = blocks;
   if (count < len) {
     const Block<T> tail = load_tail(src, len);
-    all = {absorb_tail<Minimum, Value, T>(blocks.min, tail, parts),
-           absorb_tail<Maximum, Value, T>(blocks.max, tail, parts)};
+    all = {absorb_tail<Minimum, Value, T>(blocks.min, tail, kTailParts<T>),
+           absorb_tail<Maximum, Value, T>(blocks.max, tail, kTailParts<T>)};
   }
-  return {result_of<Minimum, Value>(all.min, blocks.min, count, src, len),
-          result_of<Maximum, Value>(all.max, blocks.max, count, src, len)};
+  MinMax<T> result = {Minimum::leave(all.min), Maximum::leave(all.max)};
+  if (result.min != result.min) return {kCanonicalNan<T>, kCanonicalNan<T>};
+  if (count < len) {
+    if (result.min == 0) result.min = resolve_zero<Minimum>(blocks.min, count, src, len);
+    if (result.max == 0) result.max = resolve_zero<Maximum>(blocks.max, count, src, len);
+  }
+  return result;
 }
 
 // --- Shapes of the exported functions --------------------------------------------------

@@ -14,6 +14,13 @@ inline constexpr size_t kTurnRegisters = 8;
 // Whether loads, and stores, of neighbouring registers become one instruction.
 inline constexpr bool kAccessesPair = true;
 
+// The value, of which the compiler no longer knows where it came from: it is neither loaded again nor folded.
+template <class R>
+ZIVKS_INLINE R kept_in_register(R value) {
+  asm("" : "+w"(value));
+  return value;
+}
+
 // --- Saturating arithmetic -------------------------------------------------------------
 
 ZIVKS_INLINE U8 add_saturating(U8 a, U8 b) { return U8(vqaddq_u8(a, b)); }

@@ -20,13 +20,23 @@ inline constexpr size_t kTurnRegisters = 4;
 // Whether loads, and stores, of neighbouring registers become one instruction.
 inline constexpr bool kAccessesPair = false;
 
+// The value, of which the compiler no longer knows where it came from: it is neither loaded again nor folded.
+template <class R>
+ZIVKS_INLINE R kept_in_register(R value) {
+  asm("" : "+x"(value));
+  return value;
+}
+
 // --- Saturating arithmetic -------------------------------------------------------------
 
 ZIVKS_INLINE U8 add_saturating(U8 a, U8 b) { return U8(_mm256_adds_epu8(M(a), M(b))); }
 ZIVKS_INLINE I8 add_saturating(I8 a, I8 b) { return I8(_mm256_adds_epi8(M(a), M(b))); }
 ZIVKS_INLINE U16 add_saturating(U16 a, U16 b) { return U16(_mm256_adds_epu16(M(a), M(b))); }
 ZIVKS_INLINE I16 add_saturating(I16 a, I16 b) { return I16(_mm256_adds_epi16(M(a), M(b))); }
-ZIVKS_INLINE U32 add_saturating(U32 a, U32 b) { return a + U32(_mm256_min_epu32(M(b), M(~a))); }
+ZIVKS_INLINE U32 add_saturating(U32 a, U32 b) {
+  const U32 addend = kept_in_register(a);  // wanted twice
+  return addend + U32(_mm256_min_epu32(M(b), M(~addend)));
+}
 ZIVKS_INLINE U8 subtract_saturating(U8 a, U8 b) { return U8(_mm256_subs_epu8(M(a), M(b))); }
 ZIVKS_INLINE I8 subtract_saturating(I8 a, I8 b) { return I8(_mm256_subs_epi8(M(a), M(b))); }
 ZIVKS_INLINE U16 subtract_saturating(U16 a, U16 b) { return U16(_mm256_subs_epu16(M(a), M(b))); }
