@@ -27,6 +27,8 @@ ZIVKStatus set(T val, T* dst, int32_t len) {
   constexpr size_t kWords = sizeof(T) / sizeof(Word);
   const auto pattern =
       interleave(broadcast(read<Word>(bytes)), broadcast(read<Word>(bytes + sizeof(T) - sizeof(Word)))).first;
+  const size_t bytes_in_all = static_cast<size_t>(len) * sizeof(T);
+  if (fill_past_caches(dst, bytes_in_all, U64(pattern), sizeof(T))) return ZIVK_STS_NO_ERR;
   return map(
       reinterpret_cast<Word*>(dst), kWords * static_cast<size_t>(len), [](auto words) { return words; },
       Repeated<Word>{pattern});

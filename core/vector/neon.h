@@ -282,6 +282,11 @@ ZIVKS_INLINE void store_halves(void* low, void* high, U64 value) {
   write(high, value[1]);
 }
 
+// --- Memory larger than the caches ---------------------------------------------------------
+
+// The processors see by themselves that a stream of stores overwrites whole lines.
+inline bool fill_past_caches(void*, size_t, U64, size_t) { return false; }
+
 }  // namespace zivks
 
 #endif

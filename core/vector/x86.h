@@ -330,6 +330,34 @@ ZIVKS_INLINE void store_halves(void* low, void* high, U64 value) {
   _mm_storeu_si128(static_cast<__m128i_u*>(high), _mm256_extracti128_si256(M(value), 1));
 }
 
+// --- Memory larger than the caches ---------------------------------------------------------
+
+// Fills memory with a pattern, by stores that do not first read what they overwrite: worth a factor of 1.5 to 2 where
+// the memory is larger than the caches, and a loss where it is not. The pattern repeats after `period` bytes, a power of
+// two up to 16, and `bytes` is a multiple of that. Fills nothing and returns false where plain stores serve better.
+inline bool fill_past_caches(void* dst, size_t bytes, U64 pattern, size_t period) {
+  constexpr size_t kLargerThanCaches = size_t{24} << 20;
+  if (bytes < kLargerThanCaches) return false;
+  uint8_t* const first = static_cast<uint8_t*>(dst);
+  uint8_t* const last = first + bytes - kRegisterBytes;
+  const size_t misalignment = reinterpret_cast<uintptr_t>(dst) % kRegisterBytes;
+  if (period <= sizeof(uint64_t)) {
+    void* to = dst;
+    size_t words = bytes / sizeof(uint64_t);
+    asm volatile("rep stosq" : "+D"(to), "+c"(words) : "a"(pattern[0]) : "memory");
+  } else if (misalignment % period == 0) {
+    store(first, U8(pattern));
+    for (uint8_t* to = first + kRegisterBytes - misalignment; to < last; to += kRegisterBytes) {
+      _mm256_stream_si256(static_cast<M*>(static_cast<void*>(to)), M(pattern));
+    }
+    _mm_sfence();
+  } else {
+    return false;
+  }
+  store(last, U8(pattern));
+  return true;
+}
+
 }  // namespace zivks
 
 #endif
