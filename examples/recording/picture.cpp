@@ -105,6 +105,15 @@ std::filesystem::path draw(const Recording& recording, const std::vector<Channel
     write_measures(channels[i].frames, data_file(i, "measures"));
   }
 
+  // The same for all channels, so that they can be compared, and never empty.
+  double highest_peak = 0.01, highest_rate = 10;
+  for (std::size_t i = 0; i < drawn; ++i) {
+    for (const Measures& frame : channels[i].frames) {
+      highest_peak = std::max(highest_peak, frame.peak);
+      highest_rate = std::max(highest_rate, frame.crossings_per_second());
+    }
+  }
+
   const int height = static_cast<int>(drawn) * kWaveHeight + 2 * kMeasureHeight + kFrame;
   std::string title = recording.description();
   if (drawn < channels.size()) title += ", the first " + std::to_string(drawn) + " channels";
@@ -135,7 +144,7 @@ std::filesystem::path draw(const Recording& recording, const std::vector<Channel
     for (std::size_t i = 0; i < drawn; ++i) {
       const std::string line = " with lines notitle linetype " + std::to_string(i + 1) + " linewidth 0.5";
       stream << "set ylabel " << quoted("wave" + channel_label(i)) << "\n"
-             << "set yrange [*<-0.01:0.01<*]\n"
+             << "set yrange [" << -1.05 * highest_peak << ':' << 1.05 * highest_peak << "]\n"
              << "plot " << quoted(data_file(i, "wave").string())
              << " using 1:2:3 with filledcurves notitle linetype " << i + 1 << ", '' using 1:2" << line
              << ", '' using 1:3" << line << "\n";
@@ -145,7 +154,8 @@ std::filesystem::path draw(const Recording& recording, const std::vector<Channel
     // Filled areas of several channels would hide one another.
     if (drawn == 1) stream << curves(level, "filledcurves y=-80 fillstyle solid 0.2", "") << ", ";
     stream << curves(level, "lines", "level") << ", " << curves(peak, "lines dashtype '.'", "peak") << "\n"
-           << "set ylabel 'zero crossings/s'\nset yrange [0:*]\nset ytics autofreq\n"
+           << "set ylabel 'zero crossings/s'\nset yrange [0:" << 1.05 * highest_rate
+           << "]\nset ytics autofreq\n"
            << "set xlabel 'time/s' offset 0,0.5\nset format x '%g'\nset bmargin 2.5\n"
            << "plot " << curves("1:4", "lines", "") << "\n"
            << "unset multiplot\n";

@@ -40,7 +40,9 @@ void print_table(const Recording& recording, const std::vector<Channel>& channel
               shown < channels.size() ? ", the first channels only" : "", kQuietest);
   std::printf("   from/s");
   for (std::size_t i = 0; i < shown; ++i) {
-    std::printf("   level   peak  cross/s  %s", std::string(bar_width, ' ').c_str());
+    std::string heading = channels.size() == 1 ? "" : "channel " + std::to_string(i + 1);
+    heading.resize(bar_width, ' ');
+    std::printf("   level   peak  cross/s  %s", heading.c_str());
   }
   std::printf("\n");
   for (std::size_t first = 0; first < frame_count; first += frames_in_a_row) {
