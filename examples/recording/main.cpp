@@ -1,0 +1,73 @@
+// Measures and draws a recording: level, peak and zero crossings of each channel over time.
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <exception>
+#include <filesystem>
+#include <vector>
+
+#include "measures.h"
+#include "picture.h"
+#include "recording.h"
+#include "table.h"
+
+namespace {
+
+constexpr char kDefaultFile[] = "/usr/share/sounds/alsa/Front_Center.wav";
+constexpr char kDefaultFolder[] = "recording-output";
+constexpr int kFramesPerSecond = 50;
+
+constexpr char kUsage[] =
+    "usage: recording [--output FOLDER] [FILE]\n"
+    "Measures the WAV file FILE (default: %s)\n"
+    "and draws it into a picture in FOLDER (default: %s).\n";
+
+struct Arguments {
+  std::filesystem::path file = kDefaultFile;
+  std::filesystem::path folder = kDefaultFolder;
+};
+
+bool parse(int argc, char** argv, Arguments& arguments) {
+  bool has_file = false;
+  for (int i = 1; i < argc; ++i) {
+    if (std::strcmp(argv[i], "--output") == 0) {
+      if (++i == argc) return false;
+      arguments.folder = argv[i];
+    } else if (argv[i][0] == '-' || has_file) {
+      return false;
+    } else {
+      arguments.file = argv[i];
+      has_file = true;
+    }
+  }
+  return true;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  Arguments arguments;
+  if (!parse(argc, argv, arguments)) {
+    std::fprintf(stderr, kUsage, kDefaultFile, kDefaultFolder);
+    return EXIT_FAILURE;
+  }
+  try {
+    const Recording recording = read_recording(arguments.file);
+    const int32_t frame_length = std::max(recording.sample_rate / kFramesPerSecond, 1);
+    std::vector<Channel> channels;
+    for (const Array<float>& samples : recording.channels) {
+      const double offset = remove_offset(samples.get(), recording.length);
+      channels.push_back(
+          {offset, measure(samples.get(), recording.length, frame_length, recording.sample_rate)});
+    }
+    print_table(recording, channels);
+    const auto picture = draw(recording, channels, arguments.folder);
+    std::printf("\nPicture: %s\n", std::filesystem::absolute(picture).lexically_normal().c_str());
+    return EXIT_SUCCESS;
+  } catch (const std::exception& error) {
+    std::fflush(stdout);
+    std::fprintf(stderr, "recording: %s\n", error.what());
+    return EXIT_FAILURE;
+  }
+}
