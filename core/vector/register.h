@@ -14,7 +14,7 @@
 //                                         minimum, which a reduction can make just once)
 //   reduce_minimum, reduce_maximum        the same over all lanes; lanes are combined in no stated order
 //   reduce_add                            sum of all lanes, modulo 2^n
-//   watch_nan(watch, a, b)                becomes NaN in lanes where any of the three is, else is no NaN
+//   watch_nan(watch, a, b)                a watch begins at zero; becomes NaN in lanes where any of the three is
 //   has_nan                               whether any lane is NaN
 //   negative_product                      all ones in lanes where the exact product is negative
 //   widen_part<To, K>                     K-th part of a register's integer elements, in a wider type
