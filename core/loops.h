@@ -83,7 +83,15 @@ struct Array {
   }
   template <size_t N, size_t C, size_t... K>
   ZIVKS_INLINE Lanes<Element, N> load_end_registers(size_t len, std::index_sequence<K...>) const {
-    return {{zivks::load(K < C / kElements ? data + K * kElements : data + len + K * kElements - 2 * C)...}};
+    return {{load_end_register<C, K>(len)...}};
+  }
+  // The K-th register of the two ends, which need not fill all registers of the lanes.
+  template <size_t C, size_t K>
+  ZIVKS_INLINE Register<Element> load_end_register(size_t len) const {
+    if constexpr (K < C / kElements) return zivks::load(data + K * kElements);
+    if constexpr (K >= C / kElements && K < 2 * C / kElements)
+      return zivks::load(data + len - 2 * C + K * kElements);
+    return Register<Element>{};
   }
   template <size_t C, size_t N, size_t... K>
   ZIVKS_INLINE void store_end_registers(size_t len, Lanes<Element, N> value,

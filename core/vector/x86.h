@@ -126,7 +126,8 @@ ZIVKS_INLINE auto reduce_maximum(R all) {
 
 template <class R>
 ZIVKS_INLINE auto reduce_add(R all) {
-  return combine_lanes(all, [](R a, R b) { return R(a + b); })[0];
+  using Bits = Register<UnsignedOf<sizeof(ElementOf<R>)>>;  // wraps
+  return combine_lanes(all, [](R a, R b) { return R(Bits(a) + Bits(b)); })[0];
 }
 
 ZIVKS_INLINE F32 watch_nan(F32 watch, F32 a, F32 b) {
