@@ -1,0 +1,99 @@
+// Every fault of the arguments, alone and in pairs: the status, the order of the checks, and untouched
+// outputs.
+#include <cmath>
+#include <limits>
+
+#include "generic/every_function.h"
+
+namespace zivks_test {
+namespace {
+
+struct Fault {
+  size_t argument;
+  ZIVKStatus status;
+  int rank;  // of the check that finds it; the lowest wins
+  Slot value;
+  std::string what;
+};
+
+constexpr int kPointerRank = 0, kLengthRank = 1, kKindRank = 2, kScaleRank = 3;
+
+std::vector<Fault> faults_of(const Function& function) {
+  constexpr int32_t kMostNegative = std::numeric_limits<int32_t>::min();
+  const double infinity = std::numeric_limits<double>::infinity();
+  std::vector<Fault> faults;
+  for (size_t i = 0; i < function.arguments.size(); ++i) {
+    const Argument& argument = function.arguments[i];
+    const auto add = [&](ZIVKStatus status, int rank, auto value) {
+      faults.push_back({i, status, rank, Slot::of(value), argument.name + " = " + std::to_string(value)});
+    };
+    if (argument.is_pointer() && !argument.nullable) {
+      faults.push_back({i, ZIVK_STS_NULL_PTR_ERR, kPointerRank, Slot(), argument.name + " null"});
+    } else if (argument.role == Role::kLength) {
+      add(ZIVK_STS_SIZE_ERR, kLengthRank, 0);
+      if (function.accepts_negative_length) continue;
+      for (int32_t value : {-1, kMostNegative}) add(ZIVK_STS_SIZE_ERR, kLengthRank, value);
+    } else if (argument.role == Role::kKind) {
+      for (int32_t value : {3, -1, kMostNegative}) add(ZIVK_STS_ZC_TYPE_ERR, kKindRank, value);
+    } else if (argument.role == Role::kScale) {
+      for (double value : {0.0, -0.0, -1.0, -infinity, infinity, std::nan("")}) {
+        add(ZIVK_STS_SCALE_ERR, kScaleRank, value);
+      }
+    }
+  }
+  return faults;
+}
+
+class Arguments : public FunctionTest {
+ protected:
+  // Calls with the faults put in; says what is wrong with the outcome.
+  std::string outcome(const std::vector<const Fault*>& faults, ZIVKStatus expected) const {
+    const Operands operands = random_operands(function(), 37, 0);
+    Call call(function(), operands);
+    for (const Fault* fault : faults) call.slots[fault->argument] = fault->value;
+    const ZIVKStatus status = call.invoke();
+    if (status != expected)
+      return "status " + std::to_string(status) + ", expected " + std::to_string(expected);
+    return call.unexpected_writes(expected == ZIVK_STS_NO_ERR);
+  }
+};
+
+TEST_P(Arguments, EachFaultHasItsStatusAndTheFirstCheckWins) {
+  const std::vector<Fault> faults = faults_of(function());
+  EXPECT_EQ(outcome({}, ZIVK_STS_NO_ERR), "");
+  for (const Fault& fault : faults) {
+    EXPECT_EQ(outcome({&fault}, fault.status), "") << fault.what;
+    for (const Fault& other : faults) {
+      if (other.argument == fault.argument || other.rank < fault.rank) continue;
+      EXPECT_EQ(outcome({&fault, &other}, fault.status), "") << fault.what << ", " << other.what;
+    }
+  }
+}
+
+TEST_P(Arguments, NullableSourcesMayBeNullOneByOneButNotAll) {
+  std::vector<Fault> nulls;
+  for (size_t i = 0; i < function().arguments.size(); ++i) {
+    if (function().arguments[i].nullable) {
+      nulls.push_back({i, ZIVK_STS_NO_ERR, kPointerRank, Slot(), function().arguments[i].name + " null"});
+    }
+  }
+  std::vector<const Fault*> all;
+  for (const Fault& null : nulls) {
+    all.push_back(&null);
+    EXPECT_EQ(outcome({&null}, ZIVK_STS_NO_ERR), "") << null.what;
+    for (const Fault& fault : faults_of(function())) {
+      EXPECT_EQ(outcome({&null, &fault}, fault.status), "") << null.what << ", " << fault.what;
+    }
+  }
+  EXPECT_EQ(outcome(all, all.empty() ? ZIVK_STS_NO_ERR : ZIVK_STS_NULL_PTR_ERR), "");
+  for (const Fault& fault : faults_of(function())) {
+    std::vector<const Fault*> with_fault = all;
+    with_fault.push_back(&fault);
+    EXPECT_EQ(outcome(with_fault, all.empty() ? fault.status : ZIVK_STS_NULL_PTR_ERR), "") << fault.what;
+  }
+}
+
+ZIVKS_FOR_FUNCTIONS(Arguments, array_functions());
+
+}  // namespace
+}  // namespace zivks_test

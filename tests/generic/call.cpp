@@ -1,0 +1,202 @@
+#include "generic/call.h"
+
+#include <sys/mman.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+#include <memory>
+#include <sstream>
+
+namespace zivks_test {
+namespace {
+
+constexpr unsigned char kMargin = 0xA5;  // around arrays
+constexpr unsigned char kOutput = 0xCD;  // in outputs before a call
+constexpr ptrdiff_t kMarginBytes = 128;
+
+const std::vector<double>& scales() {
+  static const std::vector<double> list = {1, 8, 0.3, 0x1p-130, 0x1p+140};
+  return list;
+}
+constexpr int32_t kKinds = 3;
+
+GuardedMemory& memory_of_argument(size_t argument) {
+  static std::vector<std::unique_ptr<GuardedMemory>> memory;
+  while (memory.size() <= argument) memory.push_back(std::make_unique<GuardedMemory>());
+  return *memory[argument];
+}
+
+unsigned char* place(const GuardedMemory& memory, size_t bytes, Placement placement, size_t alignment,
+                     size_t argument) {
+  switch (placement) {
+    case Placement::kBeforeGuard: return memory.end() - bytes;
+    case Placement::kBehindGuard: return memory.begin();
+    case Placement::kMisaligned:  // no two arrays alike
+      return memory.begin() + 4096 + alignment * (2 * argument + 1);
+    case Placement::kRoomy: break;
+  }
+  return memory.begin() + 4096;
+}
+
+}  // namespace
+
+GuardedMemory::GuardedMemory() {
+  const auto page = static_cast<size_t>(sysconf(_SC_PAGESIZE));
+  void* mapping =
+      mmap(nullptr, kCapacity + 2 * page, PROT_NONE, MAP_PRIVATE | MAP_ANONYMOUS | MAP_NORESERVE, -1, 0);
+  if (mapping == MAP_FAILED) std::abort();
+  begin_ = static_cast<unsigned char*>(mapping) + page;
+  if (mprotect(begin_, kCapacity, PROT_READ | PROT_WRITE) != 0) std::abort();
+}
+
+GuardedMemory::~GuardedMemory() {
+  const auto page = static_cast<size_t>(sysconf(_SC_PAGESIZE));
+  munmap(begin_ - page, kCapacity + 2 * page);
+}
+
+size_t array_bytes(const Argument& argument, int32_t length) {
+  return argument.element->bytes * (argument.is_array() ? static_cast<size_t>(length) : 1);
+}
+
+size_t count_variants(const Function& function) {
+  size_t count = 1;
+  for (const Argument& argument : function.arguments) {
+    if (argument.role == Role::kScale) count *= scales().size();
+    if (argument.role == Role::kKind) count *= kKinds;
+  }
+  return count;
+}
+
+Operands random_operands(const Function& function, int32_t length, size_t variant, Flavour flavour) {
+  Random random(static_cast<uint64_t>(length) * 8191 + variant);
+  Operands operands{length, {}, {}};
+  for (const Argument& argument : function.arguments) {
+    Bytes contents;
+    Slot slot;
+    if (argument.is_pointer()) {
+      contents.assign(array_bytes(argument, length), kOutput);
+      if (argument.is_read()) {
+        argument.element->fill_random(contents.data(), contents.size() / argument.element->part_bytes(),
+                                      random, flavour);
+      }
+    } else if (argument.role == Role::kLength) {
+      slot = Slot::of(length);
+    } else if (argument.role == Role::kScale) {
+      slot = Slot::of(scales()[variant % scales().size()]);
+      variant /= scales().size();
+    } else if (argument.role == Role::kKind) {
+      slot = Slot::of(static_cast<int32_t>(variant % kKinds));
+      variant /= kKinds;
+    } else {
+      argument.element->fill_random(slot.bytes, argument.element->parts, random, flavour);
+    }
+    operands.arrays.push_back(std::move(contents));
+    operands.slots.push_back(slot);
+  }
+  return operands;
+}
+
+Operands random_operands(const Function& function, int32_t length, size_t variant) {
+  return random_operands(function, length, variant, static_cast<Flavour>(length % 3));
+}
+
+std::vector<int32_t> shape_lengths(const Function& function) {
+  // Unrolled by four, a step covers four registers of up to 32 bytes of the narrowest element.
+  size_t narrowest = 16;
+  for (const Argument& argument : function.arguments) {
+    if (argument.is_array()) narrowest = std::min(narrowest, argument.element->bytes);
+  }
+  const size_t last = std::max<size_t>(70, 3 * function.block + 5 + 2 * (4 * 32 / narrowest));
+  std::vector<int32_t> lengths;
+  for (size_t length = 1; length <= last; ++length) lengths.push_back(static_cast<int32_t>(length));
+  lengths.insert(lengths.end(), {511, 1000, 1025, 4099});
+  return lengths;
+}
+
+Call::Call(const Function& function, const Operands& operands, Placement placement, size_t alias,
+           size_t alias_of)
+    : slots(operands.slots), function_(function), operands_(operands), alias_(alias), alias_of_(alias_of) {
+  pointers_.resize(function.arguments.size());
+  for (size_t i = 0; i < pointers_.size(); ++i) {
+    const Argument& argument = function.arguments[i];
+    if (!argument.is_pointer()) continue;
+    const Bytes& contents = operands.arrays[i];
+    const GuardedMemory& memory = memory_of_argument(i);
+    const size_t alignment = function.alignment == Alignment::BYTE ? 1 : argument.element->alignment;
+    unsigned char* const array = pointers_[i] = place(memory, contents.size(), placement, alignment, i);
+    std::fill(std::max(memory.begin(), array - kMarginBytes), array, kMargin);
+    std::copy(contents.begin(), contents.end(), array);
+    unsigned char* const end = array + contents.size();
+    std::fill(end, std::min(memory.end(), end + kMarginBytes), kMargin);
+  }
+  if (alias != kNoAlias) pointers_[alias] = pointers_[alias_of];
+  for (size_t i = 0; i < pointers_.size(); ++i) {
+    if (pointers_[i] != nullptr) slots[i] = Slot::of(pointers_[i]);
+  }
+}
+
+Bytes Call::array(size_t argument) const {
+  return Bytes(pointers_[argument], pointers_[argument] + operands_.arrays[argument].size());
+}
+
+std::string Call::unexpected_writes(bool allow_results) const {
+  for (size_t i = 0; i < pointers_.size(); ++i) {
+    const Argument& argument = function_.arguments[i];
+    if (!argument.is_pointer() || i == alias_) continue;
+    const GuardedMemory& memory = memory_of_argument(i);
+    unsigned char* const array = pointers_[i];
+    unsigned char* const end = array + operands_.arrays[i].size();
+    const auto is_margin = [](unsigned char byte) { return byte == kMargin; };
+    if (!std::all_of(std::max(memory.begin(), array - kMarginBytes), array, is_margin)) {
+      return "wrote ahead of " + argument.name;
+    }
+    if (!std::all_of(end, std::min(memory.end(), end + kMarginBytes), is_margin))
+      return "wrote behind " + argument.name;
+    const bool may_be_written = allow_results && (argument.is_written() || i == alias_of_);
+    if (!may_be_written && !std::equal(array, end, operands_.arrays[i].begin()))
+      return "changed " + argument.name;
+  }
+  return {};
+}
+
+std::string difference(const ElementType& element, Results results, const Bytes& expected,
+                       const Bytes& actual) {
+  if (expected == actual) return {};
+  if (expected.size() != actual.size()) return "sizes differ";
+  const size_t part_bytes = element.part_bytes();
+  for (size_t offset = 0; offset < expected.size(); offset += part_bytes) {
+    if (std::memcmp(&expected[offset], &actual[offset], part_bytes) == 0) continue;
+    if (results == Results::ANY_NAN && element.is_nan(&expected[offset]) && element.is_nan(&actual[offset]))
+      continue;
+    std::ostringstream text;
+    text << "element " << offset / element.bytes
+         << (element.parts == 2 && offset % element.bytes != 0 ? ".im" : "");
+    for (const Bytes* side : {&expected, &actual}) {
+      text << (side == &expected ? ": expected 0x" : ", got 0x");
+      for (size_t i = part_bytes; i-- > 0;) {
+        char digits[3];
+        std::snprintf(digits, sizeof digits, "%02x", (*side)[offset + i]);
+        text << digits;
+      }
+    }
+    return text.str();
+  }
+  return {};
+}
+
+std::string difference_of_call(const Function& function, Call& call, const std::vector<Bytes>& expected) {
+  const ZIVKStatus status = call.invoke();
+  if (status != ZIVK_STS_NO_ERR) return "status " + std::to_string(status);
+  std::string text = call.unexpected_writes(true);
+  for (size_t i = 0; text.empty() && i < expected.size(); ++i) {
+    const Argument& argument = function.arguments[i];
+    if (!argument.is_written()) continue;
+    text = difference(*argument.element, function.results, expected[i], call.array(i));
+    if (!text.empty()) text = argument.name + " " + text;
+  }
+  return text;
+}
+
+}  // namespace zivks_test

@@ -1,0 +1,87 @@
+// One call of a function of the table: what it works on, where its arrays lie, and what it left there.
+#ifndef ZIVKS_TESTS_GENERIC_CALL_H
+#define ZIVKS_TESTS_GENERIC_CALL_H
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "generic/function_table.h"
+
+namespace zivks_test {
+
+using Bytes = std::vector<unsigned char>;
+
+// What a call works on, argument by argument: the contents of arrays before the call, and the values.
+struct Operands {
+  int32_t length;
+  std::vector<Bytes> arrays;
+  std::vector<Slot> slots;
+};
+
+// Bytes that the array of `argument` takes in a call with `length` elements.
+size_t array_bytes(const Argument& argument, int32_t length);
+
+// A function's parameters (scale, kind) take several values each: the number of their combinations.
+size_t count_variants(const Function& function);
+
+Operands random_operands(const Function& function, int32_t length, size_t variant, Flavour flavour);
+Operands random_operands(const Function& function, int32_t length, size_t variant);  // flavours in turn
+
+// Lengths that meet every shape of blocks and tail, also in registers wider than a block.
+std::vector<int32_t> shape_lengths(const Function& function);
+
+// Where arrays lie: far from everything and aligned to cache lines, directly before or behind a page that
+// must not be touched, or as badly aligned as the function allows.
+enum class Placement { kRoomy, kBeforeGuard, kBehindGuard, kMisaligned };
+
+// Memory between two inaccessible pages.
+class GuardedMemory {
+ public:
+  GuardedMemory();
+  ~GuardedMemory();
+  GuardedMemory(const GuardedMemory&) = delete;
+  GuardedMemory& operator=(const GuardedMemory&) = delete;
+  unsigned char* begin() const { return begin_; }
+  unsigned char* end() const { return begin_ + kCapacity; }
+
+  static constexpr size_t kCapacity = size_t{1} << 21;
+
+ private:
+  unsigned char* begin_;
+};
+
+class Call {
+ public:
+  static constexpr size_t kNoAlias = ~size_t{0};
+
+  // Places the arrays. Argument number `alias` uses the memory of argument number `alias_of`.
+  Call(const Function& function, const Operands& operands, Placement placement = Placement::kRoomy,
+       size_t alias = kNoAlias, size_t alias_of = kNoAlias);
+
+  std::vector<Slot> slots;  // may be altered before the call
+
+  ZIVKStatus invoke() { return function_.call(slots).as<ZIVKStatus>(); }
+  Bytes array(size_t argument) const;
+  // Nothing was written but, if `allow_results`, the arrays that the function is there to write.
+  std::string unexpected_writes(bool allow_results) const;
+
+ private:
+  const Function& function_;
+  const Operands& operands_;
+  std::vector<unsigned char*> pointers_;
+  size_t alias_, alias_of_;
+};
+
+// Empty if the contents are the same (where `results` allows it, any NaN equals any NaN), else where they
+// differ.
+std::string difference(const ElementType& element, Results results, const Bytes& expected,
+                       const Bytes& actual);
+
+// Calls, expects success and no stray write, and compares what was written with `expected`, argument by
+// argument.
+std::string difference_of_call(const Function& function, Call& call, const std::vector<Bytes>& expected);
+
+}  // namespace zivks_test
+
+#endif

@@ -1,0 +1,116 @@
+// The rows of functions.def as data: every exported function with the roles of its arguments and a way to
+// call it through untyped slots.
+#ifndef ZIVKS_TESTS_GENERIC_FUNCTION_TABLE_H
+#define ZIVKS_TESTS_GENERIC_FUNCTION_TABLE_H
+
+#include <zivks.h>
+
+#include <cstdint>
+#include <cstring>
+#include <ostream>
+#include <string>
+#include <typeinfo>
+#include <vector>
+
+#include "generic/values.h"
+
+namespace zivks_test {
+
+// The words of the table's columns.
+enum class Alignment { BYTE, ELEMENT };
+enum class Overlap { NONE, SAME_WIDTH, ANY };
+enum class Outside { NOTHING };
+enum class Results { BITS, ANY_NAN };
+
+struct ElementType {
+  const std::type_info* type;
+  size_t bytes, alignment;
+  size_t parts;  // 2 for complex numbers
+  bool (*is_nan)(const void* part);
+  void (*fill_random)(void* destination, size_t parts, Random& random, Flavour flavour);
+  // Walks through the decisive values again and again, `period` elements with each.
+  void (*fill_decisive)(void* destination, size_t elements, size_t period, bool exhaustive);
+  size_t (*count_decisive)(bool exhaustive);
+
+  size_t part_bytes() const { return bytes / parts; }
+};
+
+enum class Role {
+  kSource,
+  kDestination,
+  kSourceDestination,
+  kResult,
+  kConstant,
+  kLength,
+  kScale,
+  kKind,
+  kOther
+};
+
+struct Argument {
+  std::string name;
+  Role role;
+  bool nullable;
+  const ElementType* element;  // what a pointer points to, or the type of a value
+
+  bool is_array() const {
+    return role == Role::kSource || role == Role::kDestination || role == Role::kSourceDestination;
+  }
+  bool is_pointer() const { return is_array() || role == Role::kResult; }
+  bool is_read() const { return role == Role::kSource || role == Role::kSourceDestination; }
+  bool is_written() const { return is_pointer() && role != Role::kSource; }
+  bool is_input_value() const {
+    return role == Role::kConstant || role == Role::kScale || role == Role::kKind;
+  }
+};
+
+// Holds an argument or a result of any type that the interface uses.
+struct Slot {
+  alignas(16) unsigned char bytes[16] = {};
+
+  template <class T>
+  static Slot of(const T& value) {
+    static_assert(std::is_trivially_copyable_v<T> && sizeof(T) <= sizeof bytes);
+    Slot slot;
+    std::memcpy(slot.bytes, &value, sizeof value);
+    return slot;
+  }
+  template <class T>
+  T as() const {
+    T value;
+    std::memcpy(&value, bytes, sizeof value);
+    return value;
+  }
+};
+
+struct Function {
+  std::string name, family;
+  std::vector<Argument> arguments;
+  size_t block;
+  Alignment alignment;
+  Overlap overlap;
+  Outside outside;
+  Results results;
+  bool accepts_negative_length;
+  std::string fault;  // what is wrong with the row, if anything
+  void (*address)();
+  Slot (*invoke)(void (*address)(), const Slot* slots);
+  mutable size_t calls = 0;
+
+  bool returns_status() const { return family != "Memory"; }
+  // The out-of-place form of an `_I` or `_IS` form; null if there is none.
+  const Function* out_of_place_twin() const;
+  Slot call(const std::vector<Slot>& slots) const {
+    ++calls;
+    return invoke(address, slots.data());
+  }
+};
+
+const std::vector<Function>& all_functions();
+std::vector<const Function*> array_functions();  // those that return a status
+const Function* find_function(const std::string& name);
+std::ostream& operator<<(std::ostream& out, const Function* function);
+
+}  // namespace zivks_test
+
+#endif

@@ -1,0 +1,69 @@
+// Prints one digest a function, of its results on fixed data, and their total. Every build for every
+// processor must print the same.
+#include <cinttypes>
+#include <cstdio>
+
+#include "generic/call.h"
+
+namespace zivks_test {
+namespace {
+
+class Digest {
+ public:
+  void add(const unsigned char* bytes, size_t count) {  // FNV-1a
+    for (size_t i = 0; i < count; ++i) value_ = (value_ ^ bytes[i]) * 0x100000001B3;
+  }
+  uint64_t value() const { return value_; }
+
+ private:
+  uint64_t value_ = 0xCBF29CE484222325;
+};
+
+// Sign and payload of a NaN that arithmetic made are the processor's.
+void forget_nan_bits(const ElementType& element, Bytes& contents) {
+  for (size_t offset = 0; offset < contents.size(); offset += element.part_bytes()) {
+    if (!element.is_nan(&contents[offset])) continue;
+    std::memset(&contents[offset], 0xFF, element.part_bytes());
+  }
+}
+
+bool digest_function(const Function& function, Digest& digest) {
+  for (int32_t length : shape_lengths(function)) {
+    for (size_t variant = 0; variant < count_variants(function); ++variant) {
+      for (Flavour flavour : {Flavour::kFinite, Flavour::kFewSpecial, Flavour::kManySpecial}) {
+        const Operands operands = random_operands(function, length, variant, flavour);
+        Call call(function, operands);
+        if (call.invoke() != ZIVK_STS_NO_ERR) return false;
+        for (size_t i = 0; i < function.arguments.size(); ++i) {
+          const Argument& argument = function.arguments[i];
+          if (!argument.is_written()) continue;
+          Bytes contents = call.array(i);
+          if (function.results == Results::ANY_NAN) forget_nan_bits(*argument.element, contents);
+          digest.add(contents.data(), contents.size());
+        }
+      }
+    }
+  }
+  return true;
+}
+
+int print_digests() {
+  Digest total;
+  for (const Function* function : array_functions()) {
+    Digest digest;
+    if (!digest_function(*function, digest)) {
+      std::fprintf(stderr, "%s failed\n", function->name.c_str());
+      return 1;
+    }
+    const uint64_t value = digest.value();
+    std::printf("%s %016" PRIx64 "\n", function->name.c_str(), value);
+    total.add(reinterpret_cast<const unsigned char*>(&value), sizeof value);
+  }
+  std::printf("total %016" PRIx64 "\n", total.value());
+  return 0;
+}
+
+}  // namespace
+}  // namespace zivks_test
+
+int main() { return zivks_test::print_digests(); }

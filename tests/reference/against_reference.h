@@ -1,0 +1,46 @@
+// Parameterised tests that compare functions of the table with their references.
+#ifndef ZIVKS_TESTS_REFERENCE_AGAINST_REFERENCE_H
+#define ZIVKS_TESTS_REFERENCE_AGAINST_REFERENCE_H
+
+#include "generic/every_function.h"
+#include "reference/reference.h"
+
+namespace zivks_test {
+
+// The reference of the function or of its out-of-place twin; null if there is none.
+inline const Reference* find_reference(const Function& function) {
+  static const References references = [] {
+    References all;
+    for (const auto& family : {copy_references, complex_layout_references, arithmetic_references,
+                               conversion_references, extremes_references, zero_crossing_references}) {
+      all.merge(family());
+    }
+    return all;
+  }();
+  const Function* const twin = function.out_of_place_twin();
+  for (const Function* candidate : {&function, twin}) {
+    if (candidate == nullptr) continue;
+    if (const auto found = references.find(candidate->name); found != references.end()) return &found->second;
+  }
+  return nullptr;
+}
+
+class AgainstReference : public FunctionTest {
+ protected:
+  void SetUp() override {
+    FunctionTest::SetUp();
+    reference_ = find_reference(function());
+    ASSERT_NE(reference_, nullptr) << "has no reference";
+  }
+  std::string difference_from_reference(const Operands& operands) const {
+    Call call(function(), operands);
+    return difference_of_call(function(), call, (*reference_)(function(), operands));
+  }
+
+ private:
+  const Reference* reference_ = nullptr;
+};
+
+}  // namespace zivks_test
+
+#endif

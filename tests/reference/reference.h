@@ -1,0 +1,132 @@
+// References: plain statements of what functions compute, one element or one whole array at a time, written
+// without regard to how the library does it. A reference serves a function and its in-place form.
+#ifndef ZIVKS_TESTS_REFERENCE_REFERENCE_H
+#define ZIVKS_TESTS_REFERENCE_REFERENCE_H
+
+#include <functional>
+#include <map>
+#include <stdexcept>
+#include <string>
+#include <tuple>
+#include <typeinfo>
+#include <utility>
+#include <vector>
+
+#include "generic/call.h"
+
+namespace zivks_test {
+
+// Computes what the call has to write: the contents of the arrays, by argument; empty for what is only read.
+using Reference = std::function<std::vector<Bytes>(const Function&, const Operands&)>;
+using References = std::map<std::string, Reference>;  // by function name
+
+References copy_references();
+References complex_layout_references();
+References arithmetic_references();
+References conversion_references();
+References extremes_references();
+References zero_crossing_references();
+
+// Inputs in the order in which references take them: arrays, then values.
+inline std::vector<size_t> inputs_of(const Function& function) {
+  std::vector<size_t> inputs;
+  for (size_t i = 0; i < function.arguments.size(); ++i) {
+    if (function.arguments[i].is_read()) inputs.push_back(i);
+  }
+  for (size_t i = 0; i < function.arguments.size(); ++i) {
+    if (function.arguments[i].is_input_value()) inputs.push_back(i);
+  }
+  return inputs;
+}
+
+// Element `index` of an array, or a value.
+template <class T>
+T input_element(const Function& function, const Operands& operands, size_t argument, size_t index) {
+  if (*function.arguments[argument].element->type != typeid(T)) {
+    throw std::logic_error("reference of " + function.name + " takes another type for " +
+                           function.arguments[argument].name);
+  }
+  T value;
+  const bool is_array = function.arguments[argument].is_array();
+  std::memcpy(&value,
+              is_array ? &operands.arrays[argument][index * sizeof(T)] : operands.slots[argument].bytes,
+              sizeof value);
+  return value;
+}
+
+template <class... T, size_t... I>
+std::tuple<T...> input_elements(const Function& function, const Operands& operands, const size_t* inputs,
+                                [[maybe_unused]] size_t index, std::index_sequence<I...>) {
+  return {input_element<T>(function, operands, inputs[I], index)...};
+}
+
+// Collects the written elements, argument by argument.
+class Outputs {
+ public:
+  Outputs(const Function& function, const Operands& operands) : function_(function) {
+    arrays_.resize(function.arguments.size());
+    for (size_t i = 0; i < arrays_.size(); ++i) {
+      if (!function.arguments[i].is_written()) continue;
+      arrays_[i].resize(operands.arrays[i].size());
+      written_.push_back(i);
+    }
+  }
+  template <class T>
+  void set(size_t output, size_t index, const T& value) {
+    const size_t argument = written_.at(output);
+    if (*function_.arguments[argument].element->type != typeid(T)) {
+      throw std::logic_error("reference of " + function_.name + " gives another type");
+    }
+    std::memcpy(&arrays_[argument][index * sizeof(T)], &value, sizeof value);
+  }
+  template <class T>  // two outputs
+  void set(size_t output, size_t index, const std::pair<T, T>& values) {
+    set(output, index, values.first);
+    set(output + 1, index, values.second);
+  }
+  std::vector<Bytes> take() { return std::move(arrays_); }
+
+ private:
+  const Function& function_;
+  std::vector<Bytes> arrays_;
+  std::vector<size_t> written_;
+};
+
+// A reference from a function of one element of each array, and of the values.
+template <class Result, class... Inputs>
+Reference elementwise(Result (*operation)(Inputs...)) {
+  return [operation](const Function& function, const Operands& operands) {
+    const std::vector<size_t> inputs = inputs_of(function);
+    if (inputs.size() != sizeof...(Inputs)) throw std::logic_error(function.name + " takes other inputs");
+    Outputs outputs(function, operands);
+    for (size_t i = 0; i < static_cast<size_t>(operands.length); ++i) {
+      outputs.set(0, i,
+                  std::apply(operation, input_elements<Inputs...>(function, operands, inputs.data(), i,
+                                                                  std::index_sequence_for<Inputs...>())));
+    }
+    return outputs.take();
+  };
+}
+
+// A reference from a function of a whole array, and of the values.
+template <class Result, class T, class... Values>
+Reference reduction(Result (*operation)(const std::vector<T>& samples, Values...)) {
+  return [operation](const Function& function, const Operands& operands) {
+    const std::vector<size_t> inputs = inputs_of(function);
+    if (inputs.size() != 1 + sizeof...(Values)) throw std::logic_error(function.name + " takes other inputs");
+    std::vector<T> samples;
+    for (size_t i = 0; i < static_cast<size_t>(operands.length); ++i) {
+      samples.push_back(input_element<T>(function, operands, inputs[0], i));
+    }
+    Outputs outputs(function, operands);
+    outputs.set(0, 0,
+                std::apply([&](auto... values) { return operation(samples, values...); },
+                           input_elements<Values...>(function, operands, inputs.data() + 1, 0,
+                                                     std::index_sequence_for<Values...>())));
+    return outputs.take();
+  };
+}
+
+}  // namespace zivks_test
+
+#endif

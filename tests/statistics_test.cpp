@@ -1,0 +1,221 @@
+// Reductions: what single values do at single places, and counts beyond what float32 counts.
+#include <sys/mman.h>
+#include <unistd.h>
+
+#include <cstdlib>
+
+#include "reference/against_reference.h"
+#include "reference/zero_crossing.h"
+
+namespace zivks_test {
+namespace {
+
+std::vector<const Function*> reductions() {
+  std::vector<const Function*> list;
+  for (const Function* function : array_functions()) {
+    for (const Argument& argument : function->arguments) {
+      if (argument.role != Role::kResult) continue;
+      list.push_back(function);
+      break;
+    }
+  }
+  return list;
+}
+
+using PlantedValue = AgainstReference;
+
+// Each special value at each position, among equal values (seeds and ties) and among random ones.
+TEST_P(PlantedValue, HasTheEffectOfItsPlace) {
+  const ElementType& element = *function().arguments[0].element;
+  const size_t block = function().block, count = element.count_decisive(false);
+  Bytes values(count * element.bytes);
+  element.fill_decisive(values.data(), count, 1, false);
+  std::vector<size_t> lengths = {2 * block - 1, 2 * block, 2 * block + 1, 4 * block + 3};
+  for (size_t length = 1; length <= block + 1; ++length) lengths.push_back(length);
+  for (size_t length : lengths) {
+    for (size_t variant = 0; variant < count_variants(function()); ++variant) {
+      Operands operands =
+          random_operands(function(), static_cast<int32_t>(length), variant, Flavour::kFinite);
+      const Bytes random = operands.arrays[0];
+      for (int background = 0; background < 4; ++background) {
+        Bytes& samples = operands.arrays[0];
+        samples = random;
+        for (size_t i = 0; background > 0 && i < length; ++i) {
+          // The first two are the signed zeros, the limits of integers; the fifth is an ordinary number.
+          const size_t value = static_cast<size_t>(background == 3 ? 4 : background - 1) * element.bytes;
+          std::memcpy(&samples[i * element.bytes], &values[value], element.bytes);
+        }
+        for (size_t value = 0; value < count; value += count / 64 + 1) {
+          for (size_t position = 0; position < length; ++position) {
+            Bytes place(samples.begin() + static_cast<ptrdiff_t>(position * element.bytes),
+                        samples.begin() + static_cast<ptrdiff_t>((position + 1) * element.bytes));
+            std::memcpy(&samples[position * element.bytes], &values[value * element.bytes], element.bytes);
+            ASSERT_EQ(difference_from_reference(operands), "")
+                << "length " << length << ", variant " << variant << ", background " << background
+                << ", value " << value << " at " << position;
+            std::memcpy(&samples[position * element.bytes], place.data(), element.bytes);
+          }
+        }
+      }
+    }
+  }
+}
+
+ZIVKS_FOR_FUNCTIONS(PlantedValue, reductions());
+
+using ShortEnd = AgainstReference;
+
+// All words of up to four letters over zeros, limits and NaN, alone and behind a block of each: every order
+// of ties.
+TEST_P(ShortEnd, IsRightForEveryOrderOfTies) {
+  const ElementType& element = *function().arguments[0].element;
+  const size_t block = function().block, count = element.count_decisive(false);
+  const size_t letters[] = {0, 1, 2, 3, count - 3, count - 2};
+  Bytes values(count * element.bytes);
+  element.fill_decisive(values.data(), count, 1, false);
+  for (size_t blocks : {size_t{0}, block}) {
+    for (size_t tail = blocks == 0 ? 1 : 0; tail <= std::min<size_t>(4, block - 1); ++tail) {
+      size_t words = std::size(letters);  // the first letter is the block's
+      for (size_t i = 0; i < tail; ++i) words *= std::size(letters);
+      for (size_t variant = 0; variant < count_variants(function()); ++variant) {
+        Operands operands = random_operands(function(), static_cast<int32_t>(blocks + tail), variant);
+        for (size_t word = 0; word < words; ++word) {
+          size_t rest = word / std::size(letters);
+          for (size_t i = 0; i < blocks + tail; ++i) {
+            const size_t letter = letters[i < blocks ? word % std::size(letters) : rest % std::size(letters)];
+            if (i >= blocks) rest /= std::size(letters);
+            std::memcpy(&operands.arrays[0][i * element.bytes], &values[letter * element.bytes],
+                        element.bytes);
+          }
+          ASSERT_EQ(difference_from_reference(operands), "")
+              << "block " << blocks << ", tail " << tail << ", variant " << variant << ", word " << word;
+        }
+      }
+    }
+  }
+}
+
+ZIVKS_FOR_FUNCTIONS(ShortEnd, reductions());
+
+TEST(MaxAbs, Of32BitIntegersLeavesOutTheFirstBlock) {
+  std::vector<int32_t> samples = {-5, -100, 0, 0, 0, 0, 0, 0};
+  int32_t result = 0;
+  ASSERT_EQ(ZIVKS_MaxAbs_32s(samples.data(), 8, &result), ZIVK_STS_NO_ERR);
+  EXPECT_EQ(result, -5);
+  samples.push_back(7);
+  ASSERT_EQ(ZIVKS_MaxAbs_32s(samples.data(), 9, &result), ZIVK_STS_NO_ERR);
+  EXPECT_EQ(result, 7);
+  ASSERT_EQ(ZIVKS_MaxAbs_32s(samples.data(), 7, &result), ZIVK_STS_NO_ERR);
+  EXPECT_EQ(result, 100);
+}
+
+// Four lanes of 2^22 + 1 crossings make 2^24 + 4, exactly; the three crossings of the tail no longer change
+// it. Lanes of kind 2 hold twice the crossings; those of int16 are eight, which leaves seven pairs to the
+// tail.
+constexpr int32_t kManySamples = (4 << 22) + 4 + 3 + 1;
+
+template <class T>
+float alternating_crossings(ZIVKStatus (*count)(const T*, int32_t, float*, int32_t), int32_t kind) {
+  static const std::vector<T> samples = [] {
+    std::vector<T> list(kManySamples);
+    for (size_t i = 0; i < list.size(); ++i) list[i] = i % 2 == 0 ? 1 : -1;
+    return list;
+  }();
+  float crossings = -1;
+  EXPECT_EQ(count(samples.data(), kManySamples, &crossings, kind), ZIVK_STS_NO_ERR);
+  return crossings;
+}
+
+TEST(ZeroCrossing, TailStopsCountingAboveTwoToThe24) {
+  for (int32_t kind : {0, 1}) {
+    EXPECT_EQ(alternating_crossings(ZIVKS_ZeroCrossing_32f, kind), 16777220.0F) << kind;
+    EXPECT_EQ(alternating_crossings(ZIVKS_ZeroCrossing_16s32f, kind), 16777220.0F) << kind;
+  }
+  EXPECT_EQ(alternating_crossings(ZIVKS_ZeroCrossing_32f, 2), 16777220.0F);
+  EXPECT_EQ(alternating_crossings(ZIVKS_ZeroCrossing_16s32f, 2), 16777216.0F);
+}
+
+#ifdef __x86_64__  // so many samples take too long under emulation
+
+// Samples without end: a chunk of memory mapped again and again.
+template <class T>
+class RepeatedSamples {
+ public:
+  static constexpr size_t kChunk = size_t{1} << 20;
+
+  explicit RepeatedSamples(size_t count) : bytes_((count / kChunk + 1) * kChunkBytes) {
+    const int file = memfd_create("samples", 0);
+    mapping_ = static_cast<char*>(
+        mmap(nullptr, bytes_, PROT_NONE, MAP_PRIVATE | MAP_ANONYMOUS | MAP_NORESERVE, -1, 0));
+    if (file < 0 || ftruncate(file, kChunkBytes) != 0 || mapping_ == MAP_FAILED) std::abort();
+    for (char* place = mapping_; place < mapping_ + bytes_; place += kChunkBytes) {
+      if (mmap(place, kChunkBytes, PROT_READ | PROT_WRITE, MAP_SHARED | MAP_FIXED, file, 0) != place)
+        std::abort();
+    }
+    close(file);
+  }
+  ~RepeatedSamples() { munmap(mapping_, bytes_); }
+  RepeatedSamples(const RepeatedSamples&) = delete;
+  RepeatedSamples& operator=(const RepeatedSamples&) = delete;
+  T* data() const { return reinterpret_cast<T*>(mapping_); }
+
+ private:
+  static constexpr size_t kChunkBytes = kChunk * sizeof(T);
+  size_t bytes_;
+  char* mapping_;
+};
+
+// So many that `len` is negative; its magnitude is a good deal less. Each lane counts more than 2^24
+// crossings, which float32 rounds.
+template <class T>
+void expect_unsigned_length(ZIVKStatus (*count)(const T*, int32_t, float*, int32_t), int32_t kind) {
+  constexpr size_t kSamples = (size_t{1} << 31) + (size_t{1} << 26) + 6, kChunk = RepeatedSamples<T>::kChunk;
+  const RepeatedSamples<T> repeated(kSamples);
+  T* const samples = repeated.data();
+  Random random(1);
+  for (size_t i = 0; i < kChunk; ++i) samples[i] = random_part<T>(random, Flavour::kManySpecial);
+
+  std::array<int64_t, 4> lanes = {};
+  const auto crosses = [&](size_t i) {
+    return static_cast<int64_t>(crossing(samples[i], samples[i + 1], kind, true));
+  };
+  for (size_t i = 0; i < kChunk; ++i) lanes[i % 4] += crosses(i) * static_cast<int64_t>(kSamples / kChunk);
+  std::array<float, 4> sums;
+  for (size_t i = 0; i < 4; ++i) {
+    ASSERT_GT(lanes[i], 1 << 24);
+    sums[i] = static_cast<float>(lanes[i] + crosses(i));
+  }
+  const float expected = ((sums[0] + sums[1]) + (sums[2] + sums[3])) + static_cast<float>(crosses(4));
+
+  float crossings = -1;
+  const auto length = static_cast<int32_t>(static_cast<uint32_t>(kSamples));
+  ASSERT_LT(length, 0);
+  EXPECT_EQ(count(samples, length, &crossings, kind), ZIVK_STS_NO_ERR);
+  EXPECT_EQ(crossings, expected);
+}
+
+TEST(ZeroCrossing, NegativeLengthCountsAsUnsigned) {
+  expect_unsigned_length(ZIVKS_ZeroCrossing_16s32f, 0);
+  expect_unsigned_length(ZIVKS_ZeroCrossing_32f, 1);
+}
+
+// Lanes of kind 2 add in float32 and lose what is below its precision.
+template <class T>
+void expect_lanes_in_float32(ZIVKStatus (*count)(const T*, int32_t, float*, int32_t), size_t length) {
+  const RepeatedSamples<T> repeated(length);
+  T* const samples = repeated.data();
+  for (size_t i = 0; i < repeated.kChunk; ++i) samples[i] = i % 11 == 0 ? T{0} : i % 2 == 0 ? T{1} : T{-1};
+  float crossings = -1;
+  EXPECT_EQ(count(samples, static_cast<int32_t>(length), &crossings, 2), ZIVK_STS_NO_ERR);
+  EXPECT_EQ(crossings, reference_crossings(length, 2, [=](size_t i) { return samples[i]; }));
+}
+
+TEST(ZeroCrossing, LanesOfDistancesAddInFloat32) {
+  expect_lanes_in_float32(ZIVKS_ZeroCrossing_32f, 100000007);
+  expect_lanes_in_float32(ZIVKS_ZeroCrossing_16s32f, 200000007);
+}
+
+#endif
+
+}  // namespace
+}  // namespace zivks_test
