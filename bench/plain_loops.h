@@ -77,8 +77,12 @@ struct AddWrapping {
 
 template <class T, class Wide>
 T clamp_to(Wide value) {
-  return static_cast<T>(
-      std::clamp(value, Wide{std::numeric_limits<T>::min()}, Wide{std::numeric_limits<T>::max()}));
+  if constexpr (std::is_same_v<T, Wide>) {
+    return value;
+  } else {
+    return static_cast<T>(
+        std::clamp(value, Wide{std::numeric_limits<T>::min()}, Wide{std::numeric_limits<T>::max()}));
+  }
 }
 
 struct AddSaturating {
@@ -263,16 +267,24 @@ struct Identity {
   }
 };
 
+// In a type that holds the magnitude of every value.
+struct Magnitude {
+  int32_t operator()(int16_t a) const { return std::abs(int32_t{a}); }
+  int64_t operator()(int32_t a) const { return std::abs(int64_t{a}); }
+  float operator()(float a) const { return std::fabs(a); }
+  double operator()(double a) const { return std::fabs(a); }
+};
+
 template <class Transform = Identity>
 struct Maximum {
   template <class T>
   PLAIN_LOOP void operator()(const T* src, int32_t len, T* maximum) const {
-    T running = Transform{}(src[0]);
+    auto running = Transform{}(src[0]);
     for (int32_t i = 1; i < len; ++i) {
-      const T value = Transform{}(src[i]);
+      const auto value = Transform{}(src[i]);
       if (value > running) running = value;
     }
-    *maximum = running;
+    *maximum = clamp_to<T>(running);
   }
 };
 
@@ -280,12 +292,12 @@ template <class Transform = Identity>
 struct Minimum {
   template <class T>
   PLAIN_LOOP void operator()(const T* src, int32_t len, T* minimum) const {
-    T running = Transform{}(src[0]);
+    auto running = Transform{}(src[0]);
     for (int32_t i = 1; i < len; ++i) {
-      const T value = Transform{}(src[i]);
+      const auto value = Transform{}(src[i]);
       if (value < running) running = value;
     }
-    *minimum = running;
+    *minimum = clamp_to<T>(running);
   }
 };
 
