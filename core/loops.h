@@ -1,0 +1,304 @@
+// The drivers: they walk arrays in registers, so that a family states its operation and nothing else.
+//
+// What a kernel reads and writes is told by operands: an array, an array of complex numbers, two arrays that
+// hold the parts of complex numbers. A kernel takes the lanes of each source and returns those of the
+// destination. The same kernel serves whole registers, the end of an array and arrays shorter than a
+// register, so that there is no second statement of the operation that could drift from it.
+#ifndef ZIVKS_CORE_LOOPS_H
+#define ZIVKS_CORE_LOOPS_H
+
+#include <algorithm>
+#include <type_traits>
+#include <utility>
+
+#include "core/prefetch.h"
+#include "core/vector/lanes.h"
+
+namespace zivks {
+
+// --- Operands --------------------------------------------------------------------------
+
+// An array. With a distance, reading it is accompanied by prefetch hints that many bytes ahead.
+template <class Pointed, size_t distance = 0>
+struct Array {
+  using Element = std::remove_const_t<Pointed>;
+  static constexpr size_t kStepRegisters = 1;  // registers for each kRegisterElements<Element> elements
+  static constexpr bool kPrefetched = kPrefetches && distance > 0;
+
+  Pointed* data;
+
+  template <size_t N>
+  ZIVKS_INLINE Lanes<Element, N> load(size_t i) const {
+    if constexpr (N < kRegisterElements<Element>) {
+      return {{Register<Element>(load_bottom<N * sizeof(Element)>(data + i))}};
+    } else {
+      return load_registers<N>(data + i, std::make_index_sequence<N / kRegisterElements<Element>>());
+    }
+  }
+
+  template <size_t N>
+  ZIVKS_INLINE void store(size_t i, Lanes<Element, N> value) const {
+    static_assert(N >= kRegisterElements<Element>);
+    store_registers(data + i, value, std::make_index_sequence<N / kRegisterElements<Element>>());
+  }
+
+  // The first C and the last C elements of an array of `len`, C <= len <= 2 * C < 2 * N, side by side in the
+  // first lanes. The two may share elements.
+  template <size_t N, size_t C>
+  ZIVKS_INLINE Lanes<Element, N> load_ends(size_t len) const {
+    constexpr size_t bytes = C * sizeof(Element);
+    if constexpr (bytes < kRegisterBytes) {
+      return {{Register<Element>(load_two<bytes>(data, data + len - C))}};
+    } else {
+      return load_end_registers<N, C>(len, std::make_index_sequence<Lanes<Element, N>::kParts>());
+    }
+  }
+
+  template <size_t N, size_t C>
+  ZIVKS_INLINE void store_ends(size_t len, Lanes<Element, N> value) const {
+    constexpr size_t bytes = C * sizeof(Element);
+    if constexpr (bytes < kRegisterBytes) {
+      store_two<bytes>(data, data + len - C, U64(value.part[0]));
+    } else {
+      store_end_registers<C>(len, value, std::make_index_sequence<bytes / kRegisterBytes>());
+    }
+  }
+
+  template <size_t elements>
+  ZIVKS_INLINE void prefetch(size_t i) const {
+    prefetch_ahead<distance, elements * sizeof(Element)>(data + i);
+  }
+
+ private:
+  static constexpr size_t kElements = kRegisterElements<Element>;
+
+  template <size_t N, size_t... K>
+  ZIVKS_INLINE static Lanes<Element, N> load_registers(const Element* from, std::index_sequence<K...>) {
+    return {{zivks::load(from + K * kElements)...}};
+  }
+  template <size_t N, size_t... K>
+  ZIVKS_INLINE static void store_registers(Element* to, Lanes<Element, N> value, std::index_sequence<K...>) {
+    (zivks::store(to + K * kElements, value.part[K]), ...);
+  }
+  template <size_t N, size_t C, size_t... K>
+  ZIVKS_INLINE Lanes<Element, N> load_end_registers(size_t len, std::index_sequence<K...>) const {
+    return {{zivks::load(K < C / kElements ? data + K * kElements : data + len + K * kElements - 2 * C)...}};
+  }
+  template <size_t C, size_t N, size_t... K>
+  ZIVKS_INLINE void store_end_registers(size_t len, Lanes<Element, N> value,
+                                        std::index_sequence<K...>) const {
+    (zivks::store(data + K * kElements, value.part[K]), ...);
+    (zivks::store(data + len - C + K * kElements, value.part[K + C / kElements]), ...);
+  }
+};
+
+// An array of complex numbers, given as their parts in turn: re, im, re, im ...
+template <class Pointed, size_t distance = 0>
+struct ComplexArray {
+  using Element = std::remove_const_t<Pointed>;
+  static constexpr size_t kStepRegisters = 2;
+  static constexpr bool kPrefetched = kPrefetches && distance > 0;
+
+  Pointed* parts;
+
+  template <size_t N>
+  ZIVKS_INLINE ComplexLanes<Element, N> load(size_t i) const {
+    return split_registers<N>(std::make_index_sequence<N / kElements>(),
+                              [&](size_t k) { return load_deinterleaved(parts + 2 * (i + k * kElements)); });
+  }
+
+  template <size_t N>
+  ZIVKS_INLINE void store(size_t i, ComplexLanes<Element, N> value) const {
+    store_registers(parts + 2 * i, value, std::make_index_sequence<N / kElements>());
+  }
+
+  template <size_t N, size_t C>
+  ZIVKS_INLINE ComplexLanes<Element, N> load_ends(size_t len) const {
+    const auto both = Array<Pointed>{parts}.template load_ends<2 * N, 2 * C>(2 * len);
+    return split_registers<N>(std::make_index_sequence<N / kElements>(),
+                              [&](size_t k) { return deinterleave(both.part[2 * k], both.part[2 * k + 1]); });
+  }
+
+  template <size_t N, size_t C>
+  ZIVKS_INLINE void store_ends(size_t len, ComplexLanes<Element, N> value) const {
+    static_assert(N == kElements);
+    const auto [low, high] = interleave(value.re.part[0], value.im.part[0]);
+    Array<Pointed>{parts}.template store_ends<2 * N, 2 * C>(2 * len, Lanes<Element, 2 * N>{{low, high}});
+  }
+
+  template <size_t elements>
+  ZIVKS_INLINE void prefetch(size_t i) const {
+    prefetch_ahead<distance, 2 * elements * sizeof(Element)>(parts + 2 * i);
+  }
+
+ private:
+  static constexpr size_t kElements = kRegisterElements<Element>;
+
+  template <size_t N, class Split, size_t... K>
+  ZIVKS_INLINE static ComplexLanes<Element, N> split_registers(std::index_sequence<K...>, Split split) {
+    const RegisterPair<Register<Element>> pair[] = {split(K)...};
+    return {{{pair[K].first...}}, {{pair[K].second...}}};
+  }
+  template <size_t N, size_t... K>
+  ZIVKS_INLINE static void store_registers(Element* to, ComplexLanes<Element, N> value,
+                                           std::index_sequence<K...>) {
+    (store_interleaved<Element>(to + 2 * K * kElements, {value.re.part[K], value.im.part[K]}), ...);
+  }
+};
+
+// Two arrays that take the real and the imaginary parts of complex numbers.
+template <class T>
+struct SplitArrays {
+  using Element = T;
+  static constexpr size_t kStepRegisters = 2;
+
+  Array<T> re, im;
+
+  template <size_t N>
+  ZIVKS_INLINE void store(size_t i, ComplexLanes<T, N> value) const {
+    re.template store<N>(i, value.re);
+    im.template store<N>(i, value.im);
+  }
+  template <size_t N, size_t C>
+  ZIVKS_INLINE void store_ends(size_t len, ComplexLanes<T, N> value) const {
+    re.template store_ends<N, C>(len, value.re);
+    im.template store_ends<N, C>(len, value.im);
+  }
+};
+
+// Not an array but a constant, which repeats for ever: one element, or a pattern of several. The arrays that
+// it is used with are a whole number of patterns long.
+template <class T>
+struct Repeated {
+  using Element = T;
+  static constexpr size_t kStepRegisters = 1;
+  static constexpr bool kPrefetched = false;
+
+  Register<T> pattern;
+
+  template <size_t N>
+  ZIVKS_INLINE Lanes<T, N> load(size_t) const {
+    return fill<N>(std::make_index_sequence<Lanes<T, N>::kParts>());
+  }
+  template <size_t N, size_t C>
+  ZIVKS_INLINE Lanes<T, N> load_ends(size_t) const {
+    return load<N>(0);
+  }
+  template <size_t>
+  ZIVKS_INLINE void prefetch(size_t) const {}
+
+ private:
+  template <size_t N, size_t... K>
+  ZIVKS_INLINE Lanes<T, N> fill(std::index_sequence<K...>) const {
+    return {{(static_cast<void>(K), pattern)...}};
+  }
+};
+
+// Plain pointers stand for arrays.
+template <class T>
+ZIVKS_INLINE Array<T> as_operand(T* data) {
+  return {data};
+}
+template <class Operand>
+ZIVKS_INLINE Operand as_operand(Operand operand) {
+  return operand;
+}
+
+// An array to be read with prefetch hints `distance` bytes ahead.
+template <size_t distance, class T>
+ZIVKS_INLINE Array<const T, distance> prefetched(const T* data) {
+  return {data};
+}
+
+// --- Element-wise functions ------------------------------------------------------------
+
+// Elements that one step of a kernel treats. On Arm it fills a register of the narrowest type, since widening
+// takes the upper half of a register as easily as the lower. On x86-64 it fills a register of the
+// destination: widening loads read just as much memory as they need, and taking a register apart costs an
+// instruction.
+template <class Destination, class... Sources>
+constexpr size_t step_elements() {
+#if defined(__aarch64__)
+  return kRegisterBytes /
+         std::min({sizeof(typename Destination::Element), sizeof(typename Sources::Element)...});
+#else
+  return kRegisterBytes / sizeof(typename Destination::Element);
+#endif
+}
+
+template <class Operand, size_t N>
+inline constexpr size_t kRegistersPerStep =
+    Operand::kStepRegisters* Lanes<typename Operand::Element, N>::kParts;
+
+// Steps whose reading covers a cache line, for an operand that is prefetched line by line.
+template <class Operand, size_t N>
+inline constexpr size_t kStepsPerLine = Operand::kPrefetched
+                                            ? kCacheLineBytes / (Operand::kStepRegisters * N *
+                                                                 sizeof(typename Operand::Element))
+                                            : 1;
+
+// Steps in a turn of the main loop: four where a step is one register, fewer where it is several, but enough
+// for a turn to read a whole cache line of each array that is prefetched.
+template <size_t N, class Destination, class... Sources>
+inline constexpr size_t kStepsPerTurn =
+    std::max({size_t{1}, 4 / std::max({kRegistersPerStep<Destination, N>, kRegistersPerStep<Sources, N>...}),
+              kStepsPerLine<Sources, N>...});
+
+// An array shorter than N. The largest power of two C up to `len` is found; the first C and the last C
+// elements, which together are the whole array, go through the kernel side by side.
+template <size_t N, size_t C, class Destination, class Kernel, class... Sources>
+ZIVKS_INLINE void map_ends(Destination dst, size_t len, Kernel kernel, Sources... src) {
+  if (C == 1 || len >= C) {
+    dst.template store_ends<N, C>(len, kernel(src.template load_ends<N, C>(len)...));
+  } else if constexpr (C > 1) {
+    map_ends<N, C / 2>(dst, len, kernel, src...);
+  }
+}
+
+// The results of consecutive steps, all of them computed before the first is stored.
+template <size_t N, class Destination, class Kernel, size_t... Step, class... Sources>
+ZIVKS_INLINE void map_steps(std::index_sequence<Step...>, Destination dst, size_t i, Kernel kernel,
+                            Sources... src) {
+  if constexpr (sizeof...(Step) > 1) (src.template prefetch<sizeof...(Step) * N>(i), ...);
+  const auto step = [&](size_t at) { return kernel(src.template load<N>(at)...); };
+  const decltype(step(i)) result[] = {step(i + Step * N)...};
+  (dst.template store<N>(i + Step * N, result[Step]), ...);
+}
+
+template <class Destination, class Kernel, class... Sources>
+[[gnu::flatten]] void map_operands(Destination dst, size_t len, Kernel kernel, Sources... src) {
+  constexpr size_t N = step_elements<Destination, Sources...>();
+  constexpr size_t turn = N * kStepsPerTurn<N, Destination, Sources...>;
+  if (len < N) return map_ends<N, N / 2>(dst, len, kernel, src...);
+
+  // The last step ends where the array ends and may share elements with the one before. Its result is
+  // computed ahead of all stores, so that `dst` may be a source.
+  const size_t last = len - N;
+  const auto last_result = kernel(src.template load<N>(last)...);
+  size_t i = 0;
+  for (; i + turn <= len; i += turn) {
+    map_steps<N>(std::make_index_sequence<turn / N>(), dst, i, kernel, src...);
+  }
+  for (; i < last; i += N) map_steps<N>(std::index_sequence<0>(), dst, i, kernel, src...);
+  dst.template store<N>(last, last_result);
+}
+
+// dst[i] = kernel(src[i]...) for `len` elements. `dst` may be the same array as a source of elements as wide
+// as its own; other overlaps are not supported.
+template <class Destination, class Kernel, class... Sources>
+ZIVKS_INLINE void map(Destination dst, size_t len, Kernel kernel, Sources... src) {
+  map_operands(as_operand(dst), len, kernel, as_operand(src)...);
+}
+
+// For functions whose blocks of B elements and whose tail are required to differ: whole blocks go through
+// `kernel`, the up to B - 1 elements behind them through `tail`, a function of one element of each source.
+template <size_t B, class T, class Kernel, class Tail, class... S>
+ZIVKS_INLINE void map_blocks(T* dst, size_t len, Kernel kernel, Tail tail, const S*... src) {
+  const size_t blocks = len & ~(B - 1);
+  if (blocks > 0) map(dst, blocks, kernel, src...);
+  for (size_t i = blocks; i < len; ++i) dst[i] = tail(src[i]...);
+}
+
+}  // namespace zivks
+
+#endif

@@ -1,0 +1,157 @@
+// The vocabulary of kernels: N elements of one type in as many registers as they need.
+//
+// Inside one kernel N is the same for all types, so that widening and narrowing never change the number of
+// elements, only the number of registers. Where N elements do not fill a register they stand at its bottom
+// and the rest is of no account. Everything here is made of fold expressions over the registers, not of
+// loops, so that it vanishes at compile time.
+#ifndef ZIVKS_CORE_VECTOR_LANES_H
+#define ZIVKS_CORE_VECTOR_LANES_H
+
+#include "core/vector/register.h"
+
+namespace zivks {
+
+template <class T, size_t N>
+struct Lanes {
+  static constexpr size_t kParts = N * sizeof(T) <= kRegisterBytes ? 1 : N * sizeof(T) / kRegisterBytes;
+  Register<T> part[kParts];
+};
+
+// N complex numbers, real and imaginary parts in registers of their own.
+template <class T, size_t N>
+struct ComplexLanes {
+  Lanes<T, N> re, im;
+};
+
+// Applies `operation` to the corresponding registers of its operands; the results make up Lanes<To, N>.
+template <class To, size_t N, class Operation, size_t... I, class... From>
+ZIVKS_INLINE Lanes<To, N> lift_over(std::index_sequence<I...>, Operation operation,
+                                    const Lanes<From, N>&... from) {
+  const auto at = [&](auto i) { return operation(from.part[i]...); };
+  return {{at(std::integral_constant<size_t, I>())...}};
+}
+template <class To, size_t N, class Operation, class... From>
+ZIVKS_INLINE Lanes<To, N> lift(Operation operation, const Lanes<From, N>&... from) {
+  return lift_over<To>(std::make_index_sequence<Lanes<To, N>::kParts>(), operation, from...);
+}
+
+template <class T, size_t N>
+ZIVKS_INLINE Lanes<T, N> operator+(Lanes<T, N> a, Lanes<T, N> b) {
+  return lift<T>([](auto x, auto y) { return x + y; }, a, b);
+}
+template <class T, size_t N>
+ZIVKS_INLINE Lanes<T, N> operator-(Lanes<T, N> a, Lanes<T, N> b) {
+  return lift<T>([](auto x, auto y) { return x - y; }, a, b);
+}
+template <class T, size_t N>
+ZIVKS_INLINE Lanes<T, N> operator*(Lanes<T, N> a, Lanes<T, N> b) {
+  return lift<T>([](auto x, auto y) { return x * y; }, a, b);
+}
+
+// A constant operand is one register, which every register of the other operand meets: one value in all its
+// elements, or a pattern such as the two parts of a complex number in turn.
+template <class T, size_t N>
+ZIVKS_INLINE Lanes<T, N> operator+(Lanes<T, N> a, Register<T> b) {
+  return lift<T>([b](auto x) { return x + b; }, a);
+}
+template <class T, size_t N>
+ZIVKS_INLINE Lanes<T, N> operator-(Lanes<T, N> a, Register<T> b) {
+  return lift<T>([b](auto x) { return x - b; }, a);
+}
+template <class T, size_t N>
+ZIVKS_INLINE Lanes<T, N> operator-(Register<T> a, Lanes<T, N> b) {
+  return lift<T>([a](auto x) { return a - x; }, b);
+}
+template <class T, size_t N>
+ZIVKS_INLINE Lanes<T, N> operator*(Lanes<T, N> a, Register<T> b) {
+  return lift<T>([b](auto x) { return x * b; }, a);
+}
+template <class T, size_t N>
+ZIVKS_INLINE Lanes<T, N> operator&(Lanes<T, N> a, Register<T> b) {
+  return lift<T>([b](auto x) { return x & b; }, a);
+}
+template <class T, size_t N>
+ZIVKS_INLINE Lanes<T, N> operator^(Lanes<T, N> a, Register<T> b) {
+  return lift<T>([b](auto x) { return x ^ b; }, a);
+}
+
+template <class T, size_t N>
+ZIVKS_INLINE Lanes<T, N> add_saturating(Lanes<T, N> a, Lanes<T, N> b) {
+  return lift<T>([](auto x, auto y) { return add_saturating(x, y); }, a, b);
+}
+template <class T, size_t N>
+ZIVKS_INLINE Lanes<T, N> subtract_saturating(Lanes<T, N> a, Lanes<T, N> b) {
+  return lift<T>([](auto x, auto y) { return subtract_saturating(x, y); }, a, b);
+}
+template <class T, size_t N>
+ZIVKS_INLINE Lanes<T, N> add_saturating(Lanes<T, N> a, Register<T> b) {
+  return lift<T>([b](auto x) { return add_saturating(x, b); }, a);
+}
+template <class T, size_t N>
+ZIVKS_INLINE Lanes<T, N> subtract_saturating(Lanes<T, N> a, Register<T> b) {
+  return lift<T>([b](auto x) { return subtract_saturating(x, b); }, a);
+}
+template <class T, size_t N>
+ZIVKS_INLINE Lanes<T, N> absolute_saturating(Lanes<T, N> a) {
+  return lift<T>([](auto x) { return absolute_saturating(x); }, a);
+}
+
+template <class T, size_t N>
+ZIVKS_INLINE Lanes<T, N> absolute(Lanes<T, N> a) {
+  return lift<T>([](auto x) { return absolute(x); }, a);
+}
+
+template <class T, size_t N>
+ZIVKS_INLINE ComplexLanes<T, N> make_complex(Lanes<T, N> re, Lanes<T, N> im) {
+  return {re, im};
+}
+
+// The operation of a register's K-th part, for every part of the result.
+template <class To, class T, size_t N, class Operation, size_t... I>
+ZIVKS_INLINE Lanes<To, N> spread_over(std::index_sequence<I...>, Lanes<T, N> a, Operation operation) {
+  constexpr size_t factor = sizeof(To) / sizeof(T);
+  return {{operation(a.part[I / factor], std::integral_constant<size_t, I % factor>())...}};
+}
+
+// The same values in a wider integer type. Unsigned values keep their sense in a signed type.
+template <class To, class T, size_t N>
+ZIVKS_INLINE Lanes<To, N> widen(Lanes<T, N> a) {
+  static_assert(sizeof(To) > sizeof(T));
+  return spread_over<To>(std::make_index_sequence<Lanes<To, N>::kParts>(), a,
+                         [](auto x, auto k) { return widen_part<To, k>(x); });
+}
+
+// To a floating-point type, rounded in the current mode where it is not exact.
+template <class To, class T, size_t N, size_t... I>
+ZIVKS_INLINE Lanes<To, N> convert_narrowing_over(std::index_sequence<I...>, Lanes<T, N> a) {
+  return {{narrow(a.part[2 * I], a.part[2 * I + 1])...}};
+}
+template <class To, class T, size_t N>
+ZIVKS_INLINE Lanes<To, N> convert(Lanes<T, N> a) {
+  constexpr auto parts = std::make_index_sequence<Lanes<To, N>::kParts>();
+  if constexpr (sizeof(To) < sizeof(T)) {
+    return convert_narrowing_over<To>(parts, a);
+  } else {
+    return spread_over<To>(parts, a, [](auto x, auto k) { return convert_part<To, k>(x); });
+  }
+}
+
+template <class To, class T, size_t N, size_t... I>
+ZIVKS_INLINE Lanes<To, N> narrow_saturating_over(std::index_sequence<I...>, Lanes<T, N> a) {
+  return {{narrow_saturating<To>(a.part[2 * I], a.part[2 * I + 1])...}};
+}
+// To an integer type of half the width, clamped at its bounds.
+template <class To, class T, size_t N>
+ZIVKS_INLINE Lanes<To, N> narrow_saturating(Lanes<T, N> a) {
+  static_assert(2 * sizeof(To) == sizeof(T));
+  return narrow_saturating_over<To>(std::make_index_sequence<Lanes<To, N>::kParts>(), a);
+}
+
+template <size_t N>
+ZIVKS_INLINE Lanes<int32_t, N> round_nearest(Lanes<float, N> a) {
+  return lift<int32_t>([](auto x) { return round_nearest(x); }, a);
+}
+
+}  // namespace zivks
+
+#endif

@@ -1,0 +1,280 @@
+// The operations of register.h for 64-bit Arm at the Armv8.0 baseline: 128-bit registers.
+#ifndef ZIVKS_CORE_VECTOR_NEON_H
+#define ZIVKS_CORE_VECTOR_NEON_H
+
+#include <arm_neon.h>
+
+#include "core/vector/register.h"
+
+namespace zivks {
+
+// --- Saturating arithmetic -------------------------------------------------------------
+
+ZIVKS_INLINE U8 add_saturating(U8 a, U8 b) { return U8(vqaddq_u8(a, b)); }
+ZIVKS_INLINE I8 add_saturating(I8 a, I8 b) { return I8(vqaddq_s8(a, b)); }
+ZIVKS_INLINE U16 add_saturating(U16 a, U16 b) { return U16(vqaddq_u16(a, b)); }
+ZIVKS_INLINE I16 add_saturating(I16 a, I16 b) { return I16(vqaddq_s16(a, b)); }
+ZIVKS_INLINE U32 add_saturating(U32 a, U32 b) { return U32(vqaddq_u32(a, b)); }
+ZIVKS_INLINE I32 add_saturating(I32 a, I32 b) { return I32(vqaddq_s32(a, b)); }
+ZIVKS_INLINE U8 subtract_saturating(U8 a, U8 b) { return U8(vqsubq_u8(a, b)); }
+ZIVKS_INLINE I8 subtract_saturating(I8 a, I8 b) { return I8(vqsubq_s8(a, b)); }
+ZIVKS_INLINE U16 subtract_saturating(U16 a, U16 b) { return U16(vqsubq_u16(a, b)); }
+ZIVKS_INLINE I16 subtract_saturating(I16 a, I16 b) { return I16(vqsubq_s16(a, b)); }
+ZIVKS_INLINE U32 subtract_saturating(U32 a, U32 b) { return U32(vqsubq_u32(a, b)); }
+ZIVKS_INLINE I32 subtract_saturating(I32 a, I32 b) { return I32(vqsubq_s32(a, b)); }
+
+ZIVKS_INLINE I16 absolute_saturating(I16 a) { return I16(vqabsq_s16(a)); }
+ZIVKS_INLINE I32 absolute_saturating(I32 a) { return I32(vqabsq_s32(a)); }
+
+ZIVKS_INLINE F32 absolute(F32 a) { return F32(vabsq_f32(a)); }
+ZIVKS_INLINE F64 absolute(F64 a) { return F64(vabsq_f64(a)); }
+
+// --- Minimum and maximum ---------------------------------------------------------------
+
+ZIVKS_INLINE U8 minimum(U8 a, U8 b) { return U8(vminq_u8(a, b)); }
+ZIVKS_INLINE I8 minimum(I8 a, I8 b) { return I8(vminq_s8(a, b)); }
+ZIVKS_INLINE U16 minimum(U16 a, U16 b) { return U16(vminq_u16(a, b)); }
+ZIVKS_INLINE I16 minimum(I16 a, I16 b) { return I16(vminq_s16(a, b)); }
+ZIVKS_INLINE U32 minimum(U32 a, U32 b) { return U32(vminq_u32(a, b)); }
+ZIVKS_INLINE I32 minimum(I32 a, I32 b) { return I32(vminq_s32(a, b)); }
+ZIVKS_INLINE F32 minimum(F32 a, F32 b) { return F32(vminq_f32(a, b)); }
+ZIVKS_INLINE F64 minimum(F64 a, F64 b) { return F64(vminq_f64(a, b)); }
+ZIVKS_INLINE U8 maximum(U8 a, U8 b) { return U8(vmaxq_u8(a, b)); }
+ZIVKS_INLINE I8 maximum(I8 a, I8 b) { return I8(vmaxq_s8(a, b)); }
+ZIVKS_INLINE U16 maximum(U16 a, U16 b) { return U16(vmaxq_u16(a, b)); }
+ZIVKS_INLINE I16 maximum(I16 a, I16 b) { return I16(vmaxq_s16(a, b)); }
+ZIVKS_INLINE U32 maximum(U32 a, U32 b) { return U32(vmaxq_u32(a, b)); }
+ZIVKS_INLINE I32 maximum(I32 a, I32 b) { return I32(vmaxq_s32(a, b)); }
+ZIVKS_INLINE F32 maximum(F32 a, F32 b) { return F32(vmaxq_f32(a, b)); }
+ZIVKS_INLINE F64 maximum(F64 a, F64 b) { return F64(vmaxq_f64(a, b)); }
+
+ZIVKS_INLINE uint8_t reduce_minimum(U8 a) { return vminvq_u8(a); }
+ZIVKS_INLINE int8_t reduce_minimum(I8 a) { return vminvq_s8(a); }
+ZIVKS_INLINE uint16_t reduce_minimum(U16 a) { return vminvq_u16(a); }
+ZIVKS_INLINE int16_t reduce_minimum(I16 a) { return vminvq_s16(a); }
+ZIVKS_INLINE uint32_t reduce_minimum(U32 a) { return vminvq_u32(a); }
+ZIVKS_INLINE int32_t reduce_minimum(I32 a) { return vminvq_s32(a); }
+ZIVKS_INLINE float reduce_minimum(F32 a) { return vminvq_f32(a); }
+ZIVKS_INLINE double reduce_minimum(F64 a) { return vminvq_f64(a); }
+ZIVKS_INLINE uint8_t reduce_maximum(U8 a) { return vmaxvq_u8(a); }
+ZIVKS_INLINE int8_t reduce_maximum(I8 a) { return vmaxvq_s8(a); }
+ZIVKS_INLINE uint16_t reduce_maximum(U16 a) { return vmaxvq_u16(a); }
+ZIVKS_INLINE int16_t reduce_maximum(I16 a) { return vmaxvq_s16(a); }
+ZIVKS_INLINE uint32_t reduce_maximum(U32 a) { return vmaxvq_u32(a); }
+ZIVKS_INLINE int32_t reduce_maximum(I32 a) { return vmaxvq_s32(a); }
+ZIVKS_INLINE float reduce_maximum(F32 a) { return vmaxvq_f32(a); }
+ZIVKS_INLINE double reduce_maximum(F64 a) { return vmaxvq_f64(a); }
+
+ZIVKS_INLINE int16_t reduce_add(I16 a) { return vaddvq_s16(a); }
+ZIVKS_INLINE int32_t reduce_add(I32 a) { return vaddvq_s32(a); }
+ZIVKS_INLINE int64_t reduce_add(I64 a) { return vaddvq_s64(a); }
+
+// The upper half of the doubled product, which saturates upward only, has its sign.
+ZIVKS_INLINE I16 negative_product(I16 a, I16 b) { return I16(vqdmulhq_s16(a, b)) >> 15; }
+
+// --- Widening, narrowing, converting ---------------------------------------------------
+
+template <size_t K>
+ZIVKS_INLINE U16 widen_half(U8 a) {
+  if constexpr (K == 0) return U16(vmovl_u8(vget_low_u8(a)));
+  if constexpr (K == 1) return U16(vmovl_high_u8(a));
+}
+template <size_t K>
+ZIVKS_INLINE I16 widen_half(I8 a) {
+  if constexpr (K == 0) return I16(vmovl_s8(vget_low_s8(a)));
+  if constexpr (K == 1) return I16(vmovl_high_s8(a));
+}
+template <size_t K>
+ZIVKS_INLINE U32 widen_half(U16 a) {
+  if constexpr (K == 0) return U32(vmovl_u16(vget_low_u16(a)));
+  if constexpr (K == 1) return U32(vmovl_high_u16(a));
+}
+template <size_t K>
+ZIVKS_INLINE I32 widen_half(I16 a) {
+  if constexpr (K == 0) return I32(vmovl_s16(vget_low_s16(a)));
+  if constexpr (K == 1) return I32(vmovl_high_s16(a));
+}
+template <size_t K>
+ZIVKS_INLINE U64 widen_half(U32 a) {
+  if constexpr (K == 0) return U64(vmovl_u32(vget_low_u32(a)));
+  if constexpr (K == 1) return U64(vmovl_high_u32(a));
+}
+template <size_t K>
+ZIVKS_INLINE I64 widen_half(I32 a) {
+  if constexpr (K == 0) return I64(vmovl_s32(vget_low_s32(a)));
+  if constexpr (K == 1) return I64(vmovl_high_s32(a));
+}
+
+template <class To, size_t K, class R>
+ZIVKS_INLINE Register<To> widen_part(R a) {
+  constexpr size_t parts = sizeof(To) * (sizeof(R) / sizeof(a[0])) / kRegisterBytes;
+  if constexpr (parts == 2) {
+    return Register<To>(widen_half<K>(a));
+  } else {
+    return widen_part<To, K % (parts / 2)>(widen_half<K / (parts / 2)>(a));
+  }
+}
+
+// One table lookup sets each byte where it belongs; an index beyond the table gives the zeros above it.
+template <class To, size_t K>
+ZIVKS_INLINE Register<To> widen_part(U8 a) {
+  if constexpr (sizeof(To) == 2) return Register<To>(widen_half<K>(a));
+  if constexpr (sizeof(To) == 4) {
+    constexpr uint8_t b = 4 * K, z = 255;
+    constexpr uint8x16_t index = {b, z, z, z, b + 1, z, z, z, b + 2, z, z, z, b + 3, z, z, z};
+    return Register<To>(vqtbl1q_u8(a, index));
+  }
+}
+
+template <class To, size_t K>
+ZIVKS_INLINE Register<To> convert_part(I64 a) {
+  return F64(vcvtq_f64_s64(a));
+}
+template <class To, size_t K>
+ZIVKS_INLINE Register<To> convert_part(I32 a) {
+  if constexpr (sizeof(To) == 4) return F32(vcvtq_f32_s32(a));
+  if constexpr (sizeof(To) == 8) return F64(vcvtq_f64_s64(widen_half<K>(a)));
+}
+template <class To, size_t K>
+ZIVKS_INLINE Register<To> convert_part(F32 a) {
+  if constexpr (K == 0) return F64(vcvt_f64_f32(vget_low_f32(a)));
+  if constexpr (K == 1) return F64(vcvt_high_f64_f32(a));
+}
+
+ZIVKS_INLINE F32 narrow(F64 a, F64 b) { return F32(vcvt_high_f32_f64(vcvt_f32_f64(a), b)); }
+
+template <class To>
+ZIVKS_INLINE Register<To> narrow_saturating(I16 a, I16 b) {
+  if constexpr (std::is_signed_v<To>) return I8(vqmovn_high_s16(vqmovn_s16(a), b));
+  if constexpr (!std::is_signed_v<To>) return U8(vqmovun_high_s16(vqmovun_s16(a), b));
+}
+template <class To>
+ZIVKS_INLINE Register<To> narrow_saturating(I32 a, I32 b) {
+  if constexpr (std::is_signed_v<To>) return I16(vqmovn_high_s32(vqmovn_s32(a), b));
+  if constexpr (!std::is_signed_v<To>) return U16(vqmovun_high_s32(vqmovun_s32(a), b));
+}
+template <class To>
+ZIVKS_INLINE Register<To> narrow_saturating(U16 a, U16 b) {
+  if constexpr (!std::is_signed_v<To>) return U8(vqmovn_high_u16(vqmovn_u16(a), b));
+  if constexpr (std::is_signed_v<To>) {
+    const U16 limit = broadcast(uint16_t{INT8_MAX});
+    return I8(vmovn_high_u16(vmovn_u16(vminq_u16(a, limit)), vminq_u16(b, limit)));
+  }
+}
+template <class To>
+ZIVKS_INLINE Register<To> narrow_saturating(U32 a, U32 b) {
+  if constexpr (!std::is_signed_v<To>) return U16(vqmovn_high_u32(vqmovn_u32(a), b));
+  if constexpr (std::is_signed_v<To>) {
+    const U32 limit = broadcast(uint32_t{INT16_MAX});
+    return I16(vmovn_high_u32(vmovn_u32(vminq_u32(a, limit)), vminq_u32(b, limit)));
+  }
+}
+
+ZIVKS_INLINE I32 round_nearest(F32 a) { return I32(vcvtnq_s32_f32(a)); }
+
+ZIVKS_INLINE F32 fused_multiply_add(F32 a, F32 b, F32 c) { return F32(vfmaq_f32(c, a, b)); }
+ZIVKS_INLINE F64 fused_multiply_add(F64 a, F64 b, F64 c) { return F64(vfmaq_f64(c, a, b)); }
+
+ZIVKS_INLINE U64 multiply_low(U64 a, U64 b) { return a * b; }
+
+// --- Order of elements -----------------------------------------------------------------
+
+// These work on bits, so one set of unsigned operations serves all types of a width.
+ZIVKS_INLINE RegisterPair<U8> interleave(U8 even, U8 odd) {
+  return {U8(vzip1q_u8(even, odd)), U8(vzip2q_u8(even, odd))};
+}
+ZIVKS_INLINE RegisterPair<U16> interleave(U16 even, U16 odd) {
+  return {U16(vzip1q_u16(even, odd)), U16(vzip2q_u16(even, odd))};
+}
+ZIVKS_INLINE RegisterPair<U32> interleave(U32 even, U32 odd) {
+  return {U32(vzip1q_u32(even, odd)), U32(vzip2q_u32(even, odd))};
+}
+ZIVKS_INLINE RegisterPair<U64> interleave(U64 even, U64 odd) {
+  return {U64(vzip1q_u64(even, odd)), U64(vzip2q_u64(even, odd))};
+}
+ZIVKS_INLINE RegisterPair<U8> deinterleave(U8 low, U8 high) {
+  return {U8(vuzp1q_u8(low, high)), U8(vuzp2q_u8(low, high))};
+}
+ZIVKS_INLINE RegisterPair<U16> deinterleave(U16 low, U16 high) {
+  return {U16(vuzp1q_u16(low, high)), U16(vuzp2q_u16(low, high))};
+}
+ZIVKS_INLINE RegisterPair<U32> deinterleave(U32 low, U32 high) {
+  return {U32(vuzp1q_u32(low, high)), U32(vuzp2q_u32(low, high))};
+}
+ZIVKS_INLINE RegisterPair<U64> deinterleave(U64 low, U64 high) {
+  return {U64(vuzp1q_u64(low, high)), U64(vuzp2q_u64(low, high))};
+}
+
+template <class R>
+ZIVKS_INLINE RegisterPair<R> interleave(R even, R odd) {
+  using Bits = Register<UnsignedOf<kRegisterBytes / (sizeof(R) / sizeof(even[0]))>>;
+  const auto [low, high] = interleave(Bits(even), Bits(odd));
+  return {R(low), R(high)};
+}
+template <class R>
+ZIVKS_INLINE RegisterPair<R> deinterleave(R low, R high) {
+  using Bits = Register<UnsignedOf<kRegisterBytes / (sizeof(R) / sizeof(low[0]))>>;
+  const auto [even, odd] = deinterleave(Bits(low), Bits(high));
+  return {R(even), R(odd)};
+}
+
+template <class T>
+ZIVKS_INLINE RegisterPair<Register<T>> load_deinterleaved(const T* from) {
+  using R = Register<T>;
+  const void* bytes = from;
+  if constexpr (sizeof(T) == 1) {
+    const uint8x16x2_t both = vld2q_u8(static_cast<const uint8_t*>(bytes));
+    return {R(both.val[0]), R(both.val[1])};
+  } else if constexpr (sizeof(T) == 2) {
+    const uint16x8x2_t both = vld2q_u16(static_cast<const uint16_t*>(bytes));
+    return {R(both.val[0]), R(both.val[1])};
+  } else if constexpr (sizeof(T) == 4) {
+    const uint32x4x2_t both = vld2q_u32(static_cast<const uint32_t*>(bytes));
+    return {R(both.val[0]), R(both.val[1])};
+  } else {
+    const uint64x2x2_t both = vld2q_u64(static_cast<const uint64_t*>(bytes));
+    return {R(both.val[0]), R(both.val[1])};
+  }
+}
+template <class T>
+ZIVKS_INLINE void store_interleaved(T* to, RegisterPair<Register<T>> value) {
+  void* bytes = to;
+  if constexpr (sizeof(T) == 1) {
+    vst2q_u8(static_cast<uint8_t*>(bytes), {U8(value.first), U8(value.second)});
+  } else if constexpr (sizeof(T) == 2) {
+    vst2q_u16(static_cast<uint16_t*>(bytes), {U16(value.first), U16(value.second)});
+  } else if constexpr (sizeof(T) == 4) {
+    vst2q_u32(static_cast<uint32_t*>(bytes), {U32(value.first), U32(value.second)});
+  } else {
+    vst2q_u64(static_cast<uint64_t*>(bytes), {U64(value.first), U64(value.second)});
+  }
+}
+
+ZIVKS_INLINE U8 shuffle_bytes(U8 bytes, U8 index) { return U8(vqtbl1q_u8(bytes, index)); }
+
+template <class R>
+ZIVKS_INLINE R reverse(R a) {
+  constexpr size_t bytes = kRegisterBytes / (sizeof(R) / sizeof(a[0]));
+  // Within each half, then the halves.
+  U64 halves = U64(a);
+  if constexpr (bytes == 4) halves = U64(vrev64q_u32(U32(a)));
+  if constexpr (bytes == 2) halves = U64(vrev64q_u16(U16(a)));
+  if constexpr (bytes == 1) halves = U64(vrev64q_u8(U8(a)));
+  return R(vextq_u64(halves, halves, 1));
+}
+
+// --- Half a register in memory ---------------------------------------------------------
+
+ZIVKS_INLINE U64 load_bottom_half(const void* from) { return U64{read<uint64_t>(from)}; }
+ZIVKS_INLINE U64 load_halves(const void* low, const void* high) {
+  return U64{read<uint64_t>(low), read<uint64_t>(high)};
+}
+ZIVKS_INLINE U64 repeat_bottom_half(U64 a) { return broadcast(uint64_t{a[0]}); }
+ZIVKS_INLINE void store_halves(void* low, void* high, U64 value) {
+  write(low, value[0]);
+  write(high, value[1]);
+}
+
+}  // namespace zivks
+
+#endif

@@ -1,0 +1,183 @@
+// One register of the processor's vector unit.
+//
+// Register<T> is the compiler's own vector type, as wide as the widest register that the target has at its
+// baseline: 16 bytes on 64-bit Arm, 32 bytes on x86-64-v3. The compiler's operators work on it (+ - * & | ^ ~
+// <<
+// >>, comparisons, which give lanes of all ones or all zeros) and nothing wraps them. What C++ has no
+// operator for stands in neon.h and x86.h: the same overloads with the same meaning, bit for bit, on both.
+//
+//   add_saturating, subtract_saturating   clamp at the bounds of the type
+//   absolute_saturating                   the most negative integer gives the largest one
+//   absolute                              floats: the sign bit cleared, whatever the value is
+//   minimum, maximum                      floats: a NaN in either operand gives a NaN; -0 is below +0
+//   reduce_minimum, reduce_maximum        the same over all lanes; lanes are combined in no stated order
+//   reduce_add                            sum of all lanes, modulo 2^n
+//   negative_product                      all ones in lanes where the exact product is negative
+//   widen_part<To, K>                     K-th part of a register's integer elements, in a wider type
+//   convert_part<To, K>                   the same, to a floating-point type; rounds in the current mode
+//   narrow (two registers)                float64 to float32, first register in the low half
+//   narrow_saturating (two registers)     to integers of half the width, clamped, first register in the low
+//   half round_nearest                         float32 to int32, ties to even whatever the current rounding
+//   mode is;
+//                                         clamps at the bounds, NaN gives 0
+//   fused_multiply_add(a, b, c)           a * b + c with one rounding
+//   deinterleave, interleave              even and odd elements of two registers, and back
+//   load_deinterleaved, store_interleaved the same from and to memory
+//   reverse                               last element first
+//   shuffle_bytes(bytes, index)           within each 16 bytes: byte index[i] of the same 16, 0 from index
+//   128 up multiply_low                          64-bit integers, product modulo 2^64
+//
+// A NaN that arithmetic makes or passes on is a NaN; which one is the processor's choice.
+#ifndef ZIVKS_CORE_VECTOR_REGISTER_H
+#define ZIVKS_CORE_VECTOR_REGISTER_H
+
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+#include <type_traits>
+#include <utility>
+
+// The vector layer has to vanish in the loops that use it, whatever the compiler makes of their size.
+#define ZIVKS_INLINE [[gnu::always_inline]] inline
+
+namespace zivks {
+
+#if defined(__aarch64__)
+inline constexpr size_t kRegisterBytes = 16;
+#elif defined(__AVX2__) && defined(__FMA__) && defined(__F16C__)
+inline constexpr size_t kRegisterBytes = 32;
+#else
+#error "zivks is built for 64-bit Arm or for x86-64-v3 (-march=x86-64-v3)"
+#endif
+
+template <class T>
+struct RegisterOf {
+  typedef T Type __attribute__((vector_size(kRegisterBytes)));
+  typedef T Unaligned __attribute__((vector_size(kRegisterBytes), aligned(1), may_alias));
+};
+
+template <class T>
+using Register = typename RegisterOf<T>::Type;
+
+template <class T>
+inline constexpr size_t kRegisterElements = kRegisterBytes / sizeof(T);
+
+using U8 = Register<uint8_t>;
+using I8 = Register<int8_t>;
+using U16 = Register<uint16_t>;
+using I16 = Register<int16_t>;
+using U32 = Register<uint32_t>;
+using I32 = Register<int32_t>;
+using U64 = Register<uint64_t>;
+using I64 = Register<int64_t>;
+using F32 = Register<float>;
+using F64 = Register<double>;
+
+template <class R>
+struct RegisterPair {
+  R first, second;
+};
+
+template <class T>
+ZIVKS_INLINE Register<T> load(const T* from) {
+  return *reinterpret_cast<const typename RegisterOf<T>::Unaligned*>(from);
+}
+
+template <class T>
+ZIVKS_INLINE void store(T* to, Register<T> value) {
+  *reinterpret_cast<typename RegisterOf<T>::Unaligned*>(to) = value;
+}
+
+template <class T, size_t... I>
+ZIVKS_INLINE Register<T> broadcast_over(T value, std::index_sequence<I...>) {
+  return Register<T>{(static_cast<void>(I), value)...};
+}
+
+// Keeps the value's bits, those of -0 and of a NaN too.
+template <class T>
+ZIVKS_INLINE Register<T> broadcast(T value) {
+  return broadcast_over(value, std::make_index_sequence<kRegisterElements<T>>());
+}
+
+// `a` in lanes where `condition`, the result of a comparison, is true, else `b`.
+template <class Condition, class R>
+ZIVKS_INLINE R select(Condition condition, R a, R b) {
+  return R((condition & Condition(a)) | (~condition & Condition(b)));
+}
+
+// An unsigned integer as wide as `bytes`.
+template <size_t bytes>
+using UnsignedOf = std::conditional_t<
+    bytes == 1, uint8_t,
+    std::conditional_t<bytes == 2, uint16_t, std::conditional_t<bytes == 4, uint32_t, uint64_t>>>;
+
+template <class T>
+using SignedOf = std::make_signed_t<UnsignedOf<sizeof(T)>>;
+
+template <class Value>
+ZIVKS_INLINE Value read(const void* from) {
+  Value value;
+  std::memcpy(&value, from, sizeof value);
+  return value;
+}
+
+template <class Value>
+ZIVKS_INLINE void write(void* to, Value value) {
+  std::memcpy(to, &value, sizeof value);
+}
+
+}  // namespace zivks
+
+#if defined(__aarch64__)
+#include "core/vector/neon.h"
+#else
+#include "core/vector/x86.h"
+#endif
+
+namespace zivks {
+
+// `bytes` of memory, less than a register, at its bottom.
+template <size_t bytes>
+ZIVKS_INLINE U64 load_bottom(const void* from) {
+  if constexpr (bytes == kRegisterBytes / 2) {
+    return load_bottom_half(from);
+  } else {
+    return U64(Register<UnsignedOf<bytes>>{read<UnsignedOf<bytes>>(from)});
+  }
+}
+
+// Two pieces of memory, of `bytes` each and at most half a register, one behind the other at its bottom.
+template <size_t bytes>
+ZIVKS_INLINE U64 load_two(const void* first, const void* second) {
+  if constexpr (bytes == kRegisterBytes / 2) {
+    return load_halves(first, second);
+  } else {
+    return U64(Register<UnsignedOf<bytes>>{read<UnsignedOf<bytes>>(first), read<UnsignedOf<bytes>>(second)});
+  }
+}
+// The `bytes` at the bottom of a register, repeated all over it.
+template <size_t bytes>
+ZIVKS_INLINE U64 repeat_bottom(U64 a) {
+  if constexpr (bytes == kRegisterBytes) {
+    return a;
+  } else if constexpr (bytes == kRegisterBytes / 2) {
+    return repeat_bottom_half(a);
+  } else {
+    using Piece = UnsignedOf<bytes>;
+    return U64(broadcast<Piece>(Register<Piece>(a)[0]));
+  }
+}
+template <size_t bytes>
+ZIVKS_INLINE void store_two(void* first, void* second, U64 value) {
+  if constexpr (bytes == kRegisterBytes / 2) {
+    store_halves(first, second, value);
+  } else {
+    const auto pieces = Register<UnsignedOf<bytes>>(value);
+    write<UnsignedOf<bytes>>(first, pieces[0]);
+    write<UnsignedOf<bytes>>(second, pieces[1]);
+  }
+}
+
+}  // namespace zivks
+
+#endif

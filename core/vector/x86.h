@@ -1,0 +1,315 @@
+// The operations of register.h for x86-64-v3: 256-bit registers.
+//
+// Most instructions work on the two 128-bit halves of a register apart; where elements have to cross from one
+// to the other, a permutation follows.
+#ifndef ZIVKS_CORE_VECTOR_X86_H
+#define ZIVKS_CORE_VECTOR_X86_H
+
+#include <immintrin.h>
+
+#include "core/vector/register.h"
+
+namespace zivks {
+
+using M = __m256i;
+
+// --- Saturating arithmetic -------------------------------------------------------------
+
+ZIVKS_INLINE U8 add_saturating(U8 a, U8 b) { return U8(_mm256_adds_epu8(M(a), M(b))); }
+ZIVKS_INLINE I8 add_saturating(I8 a, I8 b) { return I8(_mm256_adds_epi8(M(a), M(b))); }
+ZIVKS_INLINE U16 add_saturating(U16 a, U16 b) { return U16(_mm256_adds_epu16(M(a), M(b))); }
+ZIVKS_INLINE I16 add_saturating(I16 a, I16 b) { return I16(_mm256_adds_epi16(M(a), M(b))); }
+ZIVKS_INLINE U32 add_saturating(U32 a, U32 b) { return a + U32(_mm256_min_epu32(M(b), M(~a))); }
+ZIVKS_INLINE U8 subtract_saturating(U8 a, U8 b) { return U8(_mm256_subs_epu8(M(a), M(b))); }
+ZIVKS_INLINE I8 subtract_saturating(I8 a, I8 b) { return I8(_mm256_subs_epi8(M(a), M(b))); }
+ZIVKS_INLINE U16 subtract_saturating(U16 a, U16 b) { return U16(_mm256_subs_epu16(M(a), M(b))); }
+ZIVKS_INLINE I16 subtract_saturating(I16 a, I16 b) { return I16(_mm256_subs_epi16(M(a), M(b))); }
+ZIVKS_INLINE U32 subtract_saturating(U32 a, U32 b) { return a - U32(_mm256_min_epu32(M(a), M(b))); }
+
+// The bound that an overflow with first operand `a` runs into.
+ZIVKS_INLINE I32 bound_toward(I32 a) { return (a >> 31) ^ broadcast(INT32_MAX); }
+
+// `value`, or `bound` in lanes where the sign bit of `overflow` is set.
+ZIVKS_INLINE I32 replace_overflow(I32 value, I32 bound, I32 overflow) {
+  return I32(_mm256_blendv_ps(__m256(value), __m256(bound), __m256(overflow)));
+}
+
+// An overflow has happened where the sum's sign differs from those of both operands. The compiler's integers
+// must not overflow, so the sum is taken unsigned.
+ZIVKS_INLINE I32 add_saturating(I32 a, I32 b) {
+  const I32 sum = I32(U32(a) + U32(b));
+  return replace_overflow(sum, bound_toward(a), (sum ^ a) & (sum ^ b));
+}
+ZIVKS_INLINE I32 subtract_saturating(I32 a, I32 b) {
+  const I32 difference = I32(U32(a) - U32(b));
+  return replace_overflow(difference, bound_toward(a), (a ^ b) & (difference ^ a));
+}
+
+// The plain absolute value leaves the most negative integer as it is; taken unsigned that is one above the
+// bound.
+ZIVKS_INLINE I16 absolute_saturating(I16 a) {
+  return I16(_mm256_min_epu16(_mm256_abs_epi16(M(a)), M(broadcast(INT16_MAX))));
+}
+ZIVKS_INLINE I32 absolute_saturating(I32 a) {
+  return I32(_mm256_min_epu32(_mm256_abs_epi32(M(a)), M(broadcast(INT32_MAX))));
+}
+
+ZIVKS_INLINE F32 absolute(F32 a) { return F32(I32(a) & broadcast(INT32_MAX)); }
+ZIVKS_INLINE F64 absolute(F64 a) { return F64(I64(a) & broadcast(INT64_MAX)); }
+
+// --- Minimum and maximum ---------------------------------------------------------------
+
+ZIVKS_INLINE U8 minimum(U8 a, U8 b) { return U8(_mm256_min_epu8(M(a), M(b))); }
+ZIVKS_INLINE I8 minimum(I8 a, I8 b) { return I8(_mm256_min_epi8(M(a), M(b))); }
+ZIVKS_INLINE U16 minimum(U16 a, U16 b) { return U16(_mm256_min_epu16(M(a), M(b))); }
+ZIVKS_INLINE I16 minimum(I16 a, I16 b) { return I16(_mm256_min_epi16(M(a), M(b))); }
+ZIVKS_INLINE U32 minimum(U32 a, U32 b) { return U32(_mm256_min_epu32(M(a), M(b))); }
+ZIVKS_INLINE I32 minimum(I32 a, I32 b) { return I32(_mm256_min_epi32(M(a), M(b))); }
+ZIVKS_INLINE U8 maximum(U8 a, U8 b) { return U8(_mm256_max_epu8(M(a), M(b))); }
+ZIVKS_INLINE I8 maximum(I8 a, I8 b) { return I8(_mm256_max_epi8(M(a), M(b))); }
+ZIVKS_INLINE U16 maximum(U16 a, U16 b) { return U16(_mm256_max_epu16(M(a), M(b))); }
+ZIVKS_INLINE I16 maximum(I16 a, I16 b) { return I16(_mm256_max_epi16(M(a), M(b))); }
+ZIVKS_INLINE U32 maximum(U32 a, U32 b) { return U32(_mm256_max_epu32(M(a), M(b))); }
+ZIVKS_INLINE I32 maximum(I32 a, I32 b) { return I32(_mm256_max_epi32(M(a), M(b))); }
+
+// The processor's minimum returns its second operand when the two are zeros or one is a NaN. So the two
+// orders differ just there, and the union of their bits is what is wanted: a NaN stays one whatever bits join
+// it, and the sign of either zero comes through.
+ZIVKS_INLINE F32 minimum(F32 a, F32 b) {
+  return F32(_mm256_or_ps(_mm256_min_ps(__m256(a), __m256(b)), _mm256_min_ps(__m256(b), __m256(a))));
+}
+ZIVKS_INLINE F64 minimum(F64 a, F64 b) {
+  return F64(_mm256_or_pd(_mm256_min_pd(__m256d(a), __m256d(b)), _mm256_min_pd(__m256d(b), __m256d(a))));
+}
+
+// For the maximum the zeros would want an intersection and the NaNs a union, so it goes through the minimum.
+ZIVKS_INLINE F32 maximum(F32 a, F32 b) { return -minimum(-a, -b); }
+ZIVKS_INLINE F64 maximum(F64 a, F64 b) { return -minimum(-a, -b); }
+
+// Combines all lanes; the result stands in every lane.
+template <class R, class Operation>
+ZIVKS_INLINE R combine_lanes(R all, Operation operation) {
+  constexpr size_t bytes = kRegisterBytes / (sizeof(R) / sizeof(all[0]));
+  all = operation(all, R(_mm256_permute2x128_si256(M(all), M(all), 1)));
+  all = operation(all, R(_mm256_shuffle_epi32(M(all), 0x4E)));
+  if constexpr (bytes <= 4) all = operation(all, R(_mm256_shuffle_epi32(M(all), 0xB1)));
+  if constexpr (bytes <= 2) all = operation(all, R(_mm256_alignr_epi8(M(all), M(all), 2)));
+  if constexpr (bytes <= 1) all = operation(all, R(_mm256_alignr_epi8(M(all), M(all), 1)));
+  return all;
+}
+template <class R>
+ZIVKS_INLINE auto reduce_minimum(R all) {
+  return combine_lanes(all, [](R a, R b) { return minimum(a, b); })[0];
+}
+template <class R>
+ZIVKS_INLINE auto reduce_maximum(R all) {
+  return combine_lanes(all, [](R a, R b) { return maximum(a, b); })[0];
+}
+
+template <class R>
+ZIVKS_INLINE auto reduce_add(R all) {
+  return combine_lanes(all, [](R a, R b) { return R(a + b); })[0];
+}
+
+// The upper half of the exact product has its sign.
+ZIVKS_INLINE I16 negative_product(I16 a, I16 b) { return I16(_mm256_mulhi_epi16(M(a), M(b))) >> 15; }
+
+// --- Widening, narrowing, converting ---------------------------------------------------
+
+// K-th quarter, eighth ... of the register, `bytes` long, at the bottom of 128 bits.
+template <size_t bytes, size_t K>
+ZIVKS_INLINE __m128i low_part(M a) {
+  constexpr size_t offset = bytes * K;
+  const __m128i half = offset >= 16 ? _mm256_extracti128_si256(a, 1) : _mm256_castsi256_si128(a);
+  if constexpr (offset % 16 == 0) return half;
+  return _mm_srli_si128(half, static_cast<int>(offset % 16));
+}
+
+template <class To, size_t K>
+ZIVKS_INLINE Register<To> widen_part(U8 a) {
+  const __m128i part = low_part<kRegisterElements<To>, K>(M(a));
+  if constexpr (sizeof(To) == 2) return Register<To>(_mm256_cvtepu8_epi16(part));
+  if constexpr (sizeof(To) == 4) return Register<To>(_mm256_cvtepu8_epi32(part));
+}
+template <class To, size_t K>
+ZIVKS_INLINE Register<To> widen_part(I8 a) {
+  const __m128i part = low_part<kRegisterElements<To>, K>(M(a));
+  if constexpr (sizeof(To) == 2) return Register<To>(_mm256_cvtepi8_epi16(part));
+  if constexpr (sizeof(To) == 4) return Register<To>(_mm256_cvtepi8_epi32(part));
+}
+template <class To, size_t K>
+ZIVKS_INLINE Register<To> widen_part(U16 a) {
+  const __m128i part = low_part<2 * kRegisterElements<To>, K>(M(a));
+  if constexpr (sizeof(To) == 4) return Register<To>(_mm256_cvtepu16_epi32(part));
+  if constexpr (sizeof(To) == 8) return Register<To>(_mm256_cvtepu16_epi64(part));
+}
+template <class To, size_t K>
+ZIVKS_INLINE Register<To> widen_part(I16 a) {
+  const __m128i part = low_part<2 * kRegisterElements<To>, K>(M(a));
+  if constexpr (sizeof(To) == 4) return Register<To>(_mm256_cvtepi16_epi32(part));
+  if constexpr (sizeof(To) == 8) return Register<To>(_mm256_cvtepi16_epi64(part));
+}
+template <class To, size_t K>
+ZIVKS_INLINE Register<To> widen_part(U32 a) {
+  return Register<To>(_mm256_cvtepu32_epi64(low_part<16, K>(M(a))));
+}
+template <class To, size_t K>
+ZIVKS_INLINE Register<To> widen_part(I32 a) {
+  return Register<To>(_mm256_cvtepi32_epi64(low_part<16, K>(M(a))));
+}
+
+template <class To, size_t K>
+ZIVKS_INLINE Register<To> convert_part(I32 a) {
+  if constexpr (sizeof(To) == 4) return F32(_mm256_cvtepi32_ps(M(a)));
+  if constexpr (sizeof(To) == 8) return F64(_mm256_cvtepi32_pd(low_part<16, K>(M(a))));
+}
+template <class To, size_t K>
+ZIVKS_INLINE Register<To> convert_part(F32 a) {
+  return F64(_mm256_cvtps_pd(_mm_castsi128_ps(low_part<16, K>(M(a)))));
+}
+
+// There is no such instruction at this level. The upper 32 bits, made unsigned by turning their sign, are set
+// into the mantissa of 2^84, where the last bit weighs 2^32, and the lower 32 bits into that of 2^52. Taking
+// the surplus off the first is exact, so that the one addition at the end rounds, and rounds the true value.
+template <class To, size_t K>
+ZIVKS_INLINE Register<To> convert_part(I64 a) {
+  const F64 upper = F64((U64(a) >> 32) ^ U64(broadcast(0x1p84 + 0x1p63)));
+  const F64 lower = F64(_mm256_blend_epi32(M(a), M(broadcast(0x1p52)), 0xAA));
+  return (upper - broadcast(0x1p84 + 0x1p63 + 0x1p52)) + lower;
+}
+
+ZIVKS_INLINE F32 narrow(F64 a, F64 b) {
+  return F32(_mm256_set_m128(_mm256_cvtpd_ps(__m256d(b)), _mm256_cvtpd_ps(__m256d(a))));
+}
+
+// The pack instructions leave the quarters in the order a0 b0 a1 b1.
+ZIVKS_INLINE M order_quarters(M packed) { return _mm256_permute4x64_epi64(packed, 0xD8); }
+
+template <class To>
+ZIVKS_INLINE Register<To> narrow_saturating(I16 a, I16 b) {
+  if constexpr (std::is_signed_v<To>) return I8(order_quarters(_mm256_packs_epi16(M(a), M(b))));
+  if constexpr (!std::is_signed_v<To>) return U8(order_quarters(_mm256_packus_epi16(M(a), M(b))));
+}
+template <class To>
+ZIVKS_INLINE Register<To> narrow_saturating(I32 a, I32 b) {
+  if constexpr (std::is_signed_v<To>) return I16(order_quarters(_mm256_packs_epi32(M(a), M(b))));
+  if constexpr (!std::is_signed_v<To>) return U16(order_quarters(_mm256_packus_epi32(M(a), M(b))));
+}
+// The pack instructions read their operands as signed; a value clamped below the sign bit is the same in
+// both.
+template <class To>
+ZIVKS_INLINE Register<To> narrow_saturating(U16 a, U16 b) {
+  const U16 limit = broadcast(uint16_t{std::is_signed_v<To> ? INT8_MAX : UINT8_MAX});
+  return Register<To>(order_quarters(_mm256_packus_epi16(M(minimum(a, limit)), M(minimum(b, limit)))));
+}
+template <class To>
+ZIVKS_INLINE Register<To> narrow_saturating(U32 a, U32 b) {
+  const U32 limit = broadcast(uint32_t{std::is_signed_v<To> ? INT16_MAX : UINT16_MAX});
+  return Register<To>(order_quarters(_mm256_packus_epi32(M(minimum(a, limit)), M(minimum(b, limit)))));
+}
+
+// Out of range and for NaN the conversion gives 0x80000000. That is right below the range; from 2^31 up all
+// its bits have to be turned, and for NaN to be cleared.
+ZIVKS_INLINE I32 round_nearest(F32 a) {
+  const __m256 value = _mm256_round_ps(__m256(a), _MM_FROUND_TO_NEAREST_INT | _MM_FROUND_NO_EXC);
+  const I32 converted = I32(_mm256_cvttps_epi32(value));
+  return (converted ^ I32(a >= broadcast(0x1p31f))) & I32(a == a);
+}
+
+ZIVKS_INLINE F32 fused_multiply_add(F32 a, F32 b, F32 c) {
+  return F32(_mm256_fmadd_ps(__m256(a), __m256(b), __m256(c)));
+}
+ZIVKS_INLINE F64 fused_multiply_add(F64 a, F64 b, F64 c) {
+  return F64(_mm256_fmadd_pd(__m256d(a), __m256d(b), __m256d(c)));
+}
+
+ZIVKS_INLINE U64 multiply_low(U64 a, U64 b) { return a * b; }
+
+// --- Order of elements -----------------------------------------------------------------
+
+// Each half of a register interleaves apart, so the halves of the two results are put together at the end.
+template <class R>
+ZIVKS_INLINE RegisterPair<R> interleave(R even, R odd) {
+  constexpr size_t bytes = kRegisterBytes / (sizeof(R) / sizeof(even[0]));
+  M low, high;
+  if constexpr (bytes == 1) {
+    low = _mm256_unpacklo_epi8(M(even), M(odd)), high = _mm256_unpackhi_epi8(M(even), M(odd));
+  } else if constexpr (bytes == 2) {
+    low = _mm256_unpacklo_epi16(M(even), M(odd)), high = _mm256_unpackhi_epi16(M(even), M(odd));
+  } else if constexpr (bytes == 4) {
+    low = _mm256_unpacklo_epi32(M(even), M(odd)), high = _mm256_unpackhi_epi32(M(even), M(odd));
+  } else {
+    low = _mm256_unpacklo_epi64(M(even), M(odd)), high = _mm256_unpackhi_epi64(M(even), M(odd));
+  }
+  return {R(_mm256_permute2x128_si256(low, high, 0x20)), R(_mm256_permute2x128_si256(low, high, 0x31))};
+}
+
+template <class R>
+ZIVKS_INLINE RegisterPair<R> deinterleave(R low, R high) {
+  constexpr size_t bytes = kRegisterBytes / (sizeof(R) / sizeof(low[0]));
+  if constexpr (bytes == 8) {
+    return {R(order_quarters(_mm256_unpacklo_epi64(M(low), M(high)))),
+            R(order_quarters(_mm256_unpackhi_epi64(M(low), M(high))))};
+  } else if constexpr (bytes == 4) {
+    const __m256 a = __m256(low), b = __m256(high);
+    return {R(order_quarters(M(_mm256_shuffle_ps(a, b, 0x88)))),
+            R(order_quarters(M(_mm256_shuffle_ps(a, b, 0xDD))))};
+  } else if constexpr (bytes == 2) {
+    // Sign extension puts each element in the range that the pack instruction keeps as it is.
+    const auto even = [](R both) { return _mm256_srai_epi32(_mm256_slli_epi32(M(both), 16), 16); };
+    const auto odd = [](R both) { return _mm256_srai_epi32(M(both), 16); };
+    return {R(order_quarters(_mm256_packs_epi32(even(low), even(high)))),
+            R(order_quarters(_mm256_packs_epi32(odd(low), odd(high))))};
+  } else {
+    const auto even = [](R both) { return _mm256_and_si256(M(both), _mm256_set1_epi16(0x00FF)); };
+    const auto odd = [](R both) { return _mm256_srli_epi16(M(both), 8); };
+    return {R(order_quarters(_mm256_packus_epi16(even(low), even(high)))),
+            R(order_quarters(_mm256_packus_epi16(odd(low), odd(high))))};
+  }
+}
+
+template <class T>
+ZIVKS_INLINE RegisterPair<Register<T>> load_deinterleaved(const T* from) {
+  return deinterleave(load(from), load(from + kRegisterElements<T>));
+}
+template <class T>
+ZIVKS_INLINE void store_interleaved(T* to, RegisterPair<Register<T>> value) {
+  const auto [low, high] = interleave(value.first, value.second);
+  store(to, low);
+  store(to + kRegisterElements<T>, high);
+}
+
+ZIVKS_INLINE U8 shuffle_bytes(U8 bytes, U8 index) { return U8(_mm256_shuffle_epi8(M(bytes), M(index))); }
+
+template <class R>
+ZIVKS_INLINE R reverse(R a) {
+  constexpr size_t bytes = kRegisterBytes / (sizeof(R) / sizeof(a[0]));
+  if constexpr (bytes == 8) return R(_mm256_permute4x64_epi64(M(a), 0x1B));
+  if constexpr (bytes == 4) {
+    return R(_mm256_permutevar8x32_epi32(M(a), _mm256_setr_epi32(7, 6, 5, 4, 3, 2, 1, 0)));
+  }
+  if constexpr (bytes <= 2) {
+    const __m128i index = bytes == 2 ? _mm_setr_epi8(14, 15, 12, 13, 10, 11, 8, 9, 6, 7, 4, 5, 2, 3, 0, 1)
+                                     : _mm_setr_epi8(15, 14, 13, 12, 11, 10, 9, 8, 7, 6, 5, 4, 3, 2, 1, 0);
+    return R(_mm256_permute4x64_epi64(_mm256_shuffle_epi8(M(a), _mm256_broadcastsi128_si256(index)), 0x4E));
+  }
+}
+
+// --- Half a register in memory ---------------------------------------------------------
+
+ZIVKS_INLINE U64 load_bottom_half(const void* from) {
+  return U64(_mm256_castsi128_si256(_mm_loadu_si128(static_cast<const __m128i_u*>(from))));
+}
+ZIVKS_INLINE U64 load_halves(const void* low, const void* high) {
+  return U64(_mm256_inserti128_si256(M(load_bottom_half(low)),
+                                     _mm_loadu_si128(static_cast<const __m128i_u*>(high)), 1));
+}
+ZIVKS_INLINE U64 repeat_bottom_half(U64 a) { return U64(_mm256_permute4x64_epi64(M(a), 0x44)); }
+ZIVKS_INLINE void store_halves(void* low, void* high, U64 value) {
+  _mm_storeu_si128(static_cast<__m128i_u*>(low), _mm256_castsi256_si128(M(value)));
+  _mm_storeu_si128(static_cast<__m128i_u*>(high), _mm256_extracti128_si256(M(value), 1));
+}
+
+}  // namespace zivks
+
+#endif

@@ -1,0 +1,151 @@
+// Splitting complex arrays into parts, merging parts into complex arrays, and the conjugate.
+#include <zivks/movement.h>
+
+#include "core/checks.h"
+
+using namespace zivks;
+
+namespace {
+
+constexpr auto real_part = [](auto z) { return z.re; };
+constexpr auto imaginary_part = [](auto z) { return z.im; };
+constexpr auto both_parts = [](auto z) { return z; };
+
+template <class T>
+struct PartOf;
+template <>
+struct PartOf<ZIVK16sc> {
+  using Type = int16_t;
+};
+template <>
+struct PartOf<ZIVK32fc> {
+  using Type = float;
+};
+template <>
+struct PartOf<ZIVK64fc> {
+  using Type = double;
+};
+
+template <size_t prefetch_distance = 0, class T>
+ComplexArray<const typename PartOf<T>::Type, prefetch_distance> complex_source(const T* elements) {
+  return {reinterpret_cast<const typename PartOf<T>::Type*>(elements)};
+}
+
+template <class T>
+SplitArrays<T> split_into(T* re, T* im) {
+  return {{re}, {im}};
+}
+
+// One of the parts may be missing and counts as zeros then.
+template <size_t prefetch_distance, class T, class Complex>
+ZIVKStatus merge(const T* re, const T* im, Complex* dst, int32_t len) {
+  if (re == nullptr && im == nullptr) return ZIVK_STS_NULL_PTR_ERR;
+  if (ZIVKStatus status = check_arrays(len, dst)) return status;
+  const ComplexArray<T> complex = {reinterpret_cast<T*>(dst)};
+  const Repeated<T> zeros = {Register<T>{}};
+  const auto merge_parts = [](auto a, auto b) { return make_complex(a, b); };
+  const auto count = static_cast<size_t>(len);
+  if (re == nullptr) {
+    map(complex, count, merge_parts, zeros, prefetched<prefetch_distance>(im));
+  } else if (im == nullptr) {
+    map(complex, count, merge_parts, prefetched<prefetch_distance>(re), zeros);
+  } else {
+    map(complex, count, merge_parts, prefetched<prefetch_distance>(re), prefetched<prefetch_distance>(im));
+  }
+  return ZIVK_STS_NO_ERR;
+}
+
+// A pattern that is `bits` in the imaginary parts and zero in the real ones.
+template <class T>
+Register<T> in_imaginary(T bits) {
+  return interleave(Register<T>{}, broadcast(bits)).first;
+}
+
+// Runs `kernel` over the parts of the elements, seen as words of type Word.
+template <class Word, size_t prefetch_distance = 0, class T, class Kernel>
+ZIVKStatus map_parts(const T* src, T* dst, int32_t len, Kernel kernel) {
+  if (ZIVKStatus status = check_arrays(len, src, dst)) return status;
+  map(reinterpret_cast<Word*>(dst), 2 * static_cast<size_t>(len), kernel,
+      prefetched<prefetch_distance>(reinterpret_cast<const Word*>(src)));
+  return ZIVK_STS_NO_ERR;
+}
+
+// -x is ~x + 1, that is (x ^ -1) - (-1), and x is (x ^ 0) - 0; the subtraction saturates.
+template <size_t prefetch_distance>
+ZIVKStatus conjugate_clamped(const ZIVK16sc* src, ZIVK16sc* dst, int32_t len) {
+  const I16 negated = in_imaginary<int16_t>(-1);
+  return map_parts<int16_t, prefetch_distance>(
+      src, dst, len, [=](auto x) { return subtract_saturating(x ^ negated, negated); });
+}
+
+// Turns the sign bits of the imaginary parts, whatever these are.
+template <class Word, size_t prefetch_distance, class T>
+ZIVKStatus conjugate(const T* src, T* dst, int32_t len) {
+  const Register<Word> sign = in_imaginary(static_cast<Word>(~(~Word{0} >> 1)));
+  return map_parts<Word, prefetch_distance>(src, dst, len, [=](auto bits) { return bits ^ sign; });
+}
+
+}  // namespace
+
+// --- Split -----------------------------------------------------------------------------
+
+ZIVKStatus ZIVKS_Real_16sc(const ZIVK16sc* src, int16_t* dst, int32_t len) {
+  return map_arrays(dst, len, real_part, complex_source(src));
+}
+ZIVKStatus ZIVKS_Real_32fc(const ZIVK32fc* src, float* dst, int32_t len) {
+  return map_arrays(dst, len, real_part, complex_source(src));
+}
+ZIVKStatus ZIVKS_Real_64fc(const ZIVK64fc* src, double* dst, int32_t len) {
+  return map_arrays(dst, len, real_part, complex_source<8192>(src));
+}
+
+ZIVKStatus ZIVKS_Imag_16sc(const ZIVK16sc* src, int16_t* dst, int32_t len) {
+  return map_arrays(dst, len, imaginary_part, complex_source(src));
+}
+ZIVKStatus ZIVKS_Imag_32fc(const ZIVK32fc* src, float* dst, int32_t len) {
+  return map_arrays(dst, len, imaginary_part, complex_source(src));
+}
+ZIVKStatus ZIVKS_Imag_64fc(const ZIVK64fc* src, double* dst, int32_t len) {
+  return map_arrays(dst, len, imaginary_part, complex_source<8192>(src));
+}
+
+ZIVKStatus ZIVKS_CplxToReal_16sc(const ZIVK16sc* src, int16_t* dstRe, int16_t* dstIm, int32_t len) {
+  return map_arrays(split_into(dstRe, dstIm), len, both_parts, complex_source(src));
+}
+ZIVKStatus ZIVKS_CplxToReal_32fc(const ZIVK32fc* src, float* dstRe, float* dstIm, int32_t len) {
+  return map_arrays(split_into(dstRe, dstIm), len, both_parts, complex_source(src));
+}
+ZIVKStatus ZIVKS_CplxToReal_64fc(const ZIVK64fc* src, double* dstRe, double* dstIm, int32_t len) {
+  return map_arrays(split_into(dstRe, dstIm), len, both_parts, complex_source<8192>(src));
+}
+
+// --- Merge -----------------------------------------------------------------------------
+
+ZIVKStatus ZIVKS_RealToCplx_16s(const int16_t* srcRe, const int16_t* srcIm, ZIVK16sc* dst, int32_t len) {
+  return merge<1024>(srcRe, srcIm, dst, len);
+}
+ZIVKStatus ZIVKS_RealToCplx_32f(const float* srcRe, const float* srcIm, ZIVK32fc* dst, int32_t len) {
+  return merge<2048>(srcRe, srcIm, dst, len);
+}
+ZIVKStatus ZIVKS_RealToCplx_64f(const double* srcRe, const double* srcIm, ZIVK64fc* dst, int32_t len) {
+  return merge<4096>(srcRe, srcIm, dst, len);
+}
+
+// --- Conjugate -------------------------------------------------------------------------
+
+ZIVKStatus ZIVKS_Conj_16sc(const ZIVK16sc* src, ZIVK16sc* dst, int32_t len) {
+  return conjugate_clamped<0>(src, dst, len);
+}
+ZIVKStatus ZIVKS_Conj_32fc(const ZIVK32fc* src, ZIVK32fc* dst, int32_t len) {
+  return conjugate<uint32_t, 4096>(src, dst, len);
+}
+ZIVKStatus ZIVKS_Conj_64fc(const ZIVK64fc* src, ZIVK64fc* dst, int32_t len) {
+  return conjugate<uint64_t, 8192>(src, dst, len);
+}
+
+// Not its twin: this one comes with prefetch hints.
+ZIVKStatus ZIVKS_Conj_16sc_I(ZIVK16sc* srcDst, int32_t len) {
+  return conjugate_clamped<2048>(srcDst, srcDst, len);
+}
+ZIVKStatus ZIVKS_Conj_32fc_I(ZIVK32fc* srcDst, int32_t len) { return ZIVKS_Conj_32fc(srcDst, srcDst, len); }
+ZIVKStatus ZIVKS_Conj_64fc_I(ZIVK64fc* srcDst, int32_t len) { return ZIVKS_Conj_64fc(srcDst, srcDst, len); }
