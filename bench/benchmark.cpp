@@ -11,8 +11,8 @@
 #include <string>
 #include <vector>
 
-#include "bench/completeness.h"
 #include "bench/row.h"
+#include "bench/row_checks.h"
 
 namespace bench {
 namespace {
@@ -39,8 +39,8 @@ struct Effort {
   int repetitions;
   double seconds_each;
 };
-constexpr Effort kCacheResidentEffort = {15, 0.001};
-constexpr Effort kMemoryBoundEffort = {7, 0.001};
+constexpr Effort kCacheResidentEffort = {25, 0.001};
+constexpr Effort kMemoryBoundEffort = {40, 0.0001};
 constexpr Effort kShortEffort = {7, 0.0002};
 
 // Keeps the nanoseconds a call of every repetition.
@@ -189,11 +189,13 @@ std::string processor_name() {
 }
 
 void print_tables(const std::regex& selection) {
+  const std::vector<Section> selected = sections(selection);
+  if (selected.empty()) return;
   const Arrays arrays(kArrayBytes);
   int rows = 0;
   int misses = 0;
   std::printf("Processor: %s. Compiler: GCC %s.\n", processor_name().c_str(), __VERSION__);
-  for (const Section& section : sections(selection)) {
+  for (const Section& section : selected) {
     std::printf("\n### %s\n\n", section.title);
     std::puts(
         "| function | 4 Ki: library | plain loop | speed-up | required | standard routine "
@@ -218,7 +220,7 @@ int main(int argc, char** argv) {
   int count = argc + 1;
   benchmark::Initialize(&count, arguments.data());
   if (benchmark::ReportUnrecognizedArguments(count, arguments.data())) return 2;
-  if (!bench::rows_are_complete()) return 1;
+  if (!bench::rows_are_sound()) return 1;
   bench::print_tables(std::regex(benchmark::GetBenchmarkFilter()));
   return 0;
 }

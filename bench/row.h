@@ -44,17 +44,30 @@ class Arrays {
  public:
   static constexpr int kCount = 4;
 
-  explicit Arrays(std::size_t bytes_each) {
+  explicit Arrays(std::size_t bytes_each) : bytes_each_(bytes_each) {
     for (std::size_t i = 0; i < kCount; ++i) {
       const std::size_t offset = i * 1088;
       storage_[i].reset(static_cast<std::byte*>(::operator new(bytes_each + offset, kPage)));
-      std::memset(storage_[i].get(), 1, bytes_each + offset);
       arrays_[i] = storage_[i].get() + offset;
     }
+    clear();
+  }
+
+  void clear() const {
+    for (void* array : arrays_) std::memset(array, 1, bytes_each_);
+    std::memset(results_, 1, sizeof results_);
   }
 
   void* array(int index) const { return arrays_[index]; }
   void* result(int index) const { return &results_[index]; }
+
+  // What stands in all arrays and results.
+  std::vector<std::byte> contents() const {
+    std::vector<std::byte> bytes(kCount * bytes_each_ + sizeof results_);
+    for (std::size_t i = 0; i < kCount; ++i) std::memcpy(&bytes[i * bytes_each_], arrays_[i], bytes_each_);
+    std::memcpy(&bytes[kCount * bytes_each_], results_, sizeof results_);
+    return bytes;
+  }
 
  private:
   static constexpr std::align_val_t kPage{4096};
@@ -62,6 +75,7 @@ class Arrays {
     void operator()(std::byte* memory) const { ::operator delete(memory, kPage); }
   };
   std::unique_ptr<std::byte, Release> storage_[kCount];
+  std::size_t bytes_each_;
   void* arrays_[kCount];
   mutable std::max_align_t results_[2];
 };
