@@ -16,17 +16,17 @@ constexpr auto subtract_from_second = [](auto a, auto b) { return b - a; };
 
 // An element seen as kParts values of a real type, and a register that repeats them.
 template <class T>
-struct ElementOf {
+struct PartsOf {
   using Part = T;
   static constexpr size_t kParts = 1;
 };
 template <>
-struct ElementOf<ZIVK32fc> {
+struct PartsOf<ZIVK32fc> {
   using Part = float;
   static constexpr size_t kParts = 2;
 };
 template <>
-struct ElementOf<ZIVK64fc> {
+struct PartsOf<ZIVK64fc> {
   using Part = double;
   static constexpr size_t kParts = 2;
 };
@@ -37,16 +37,16 @@ F32 repeat(ZIVK32fc val) { return F32(broadcast(read<uint64_t>(&val))); }
 F64 repeat(ZIVK64fc val) { return interleave(broadcast(val.re), broadcast(val.im)).first; }
 
 template <class T>
-const typename ElementOf<T>::Part* parts_of(const T* elements) {
-  return reinterpret_cast<const typename ElementOf<T>::Part*>(elements);
+const typename PartsOf<T>::Part* parts_of(const T* elements) {
+  return reinterpret_cast<const typename PartsOf<T>::Part*>(elements);
 }
 template <class T>
-typename ElementOf<T>::Part* parts_of(T* elements) {
-  return reinterpret_cast<typename ElementOf<T>::Part*>(elements);
+typename PartsOf<T>::Part* parts_of(T* elements) {
+  return reinterpret_cast<typename PartsOf<T>::Part*>(elements);
 }
 template <class T>
 size_t count_parts(int32_t len) {
-  return ElementOf<T>::kParts * static_cast<size_t>(len);
+  return PartsOf<T>::kParts * static_cast<size_t>(len);
 }
 
 template <size_t prefetch_distance = 0, class T, class Kernel>

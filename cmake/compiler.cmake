@@ -26,7 +26,7 @@ endif()
 function(zivks_library_options target)
   target_link_libraries(${target} PRIVATE $<BUILD_INTERFACE:zivks_target>)
   target_compile_options(${target} PRIVATE
-    -fno-math-errno -fno-trapping-math
+    -fno-math-errno -fno-trapping-math -fno-semantic-interposition
     $<$<COMPILE_LANGUAGE:CXX>:-fno-exceptions -fno-rtti -fno-threadsafe-statics>
     -fno-asynchronous-unwind-tables)
   set(version_script ${PROJECT_SOURCE_DIR}/cmake/${target}.map)
@@ -39,6 +39,6 @@ function(zivks_library_options target)
     SOVERSION ${PROJECT_VERSION_MAJOR}
     LINK_DEPENDS ${version_script})
   target_link_options(${target} PRIVATE
-    -Wl,--version-script=${version_script} -Wl,-z,relro -Wl,-z,now -Wl,--as-needed
+    -Wl,--version-script=${version_script} -Wl,-Bsymbolic-functions -Wl,-z,relro -Wl,-z,now -Wl,--as-needed
     $<$<NOT:$<BOOL:${ZIVKS_SANITIZE}>>:-nostartfiles>)
 endfunction()

@@ -15,14 +15,20 @@ using namespace zivks;
 
 namespace {
 
+// An order of values. States of a walk are in the order's own form: `enter` brings values into it, `leave`
+// takes them out of it again.
 struct Minimum {
+  template <class R>
+  static R enter(R value) {
+    return value;
+  }
   template <class R>
   static R keep(R a, R b) {
     return minimum(a, b);
   }
   template <class R>
-  static auto over_lanes(R all) {
-    return reduce_minimum(all);
+  static auto leave(R state) {
+    return reduce_minimum(state);
   }
   template <class T>
   static bool beats(T candidate, T current) {
@@ -30,14 +36,26 @@ struct Minimum {
   }
 };
 
+// On x86-64 the maximum of floats is made of sign changes around the minimum; made once on the way in and
+// once on the way out they cost next to nothing.
 struct Maximum {
   template <class R>
-  static R keep(R a, R b) {
-    return maximum(a, b);
+  static constexpr bool kNegates = kMaximumNegates&& std::is_floating_point_v<ElementOf<R>>;
+
+  template <class R>
+  static R enter(R value) {
+    if constexpr (kNegates<R>) return -value;
+    if constexpr (!kNegates<R>) return value;
   }
   template <class R>
-  static auto over_lanes(R all) {
-    return reduce_maximum(all);
+  static R keep(R a, R b) {
+    if constexpr (kNegates<R>) return minimum(a, b);
+    if constexpr (!kNegates<R>) return maximum(a, b);
+  }
+  template <class R>
+  static auto leave(R state) {
+    if constexpr (kNegates<R>) return -reduce_minimum(state);
+    if constexpr (!kNegates<R>) return reduce_maximum(state);
   }
   template <class T>
   static bool beats(T candidate, T current) {
@@ -47,6 +65,7 @@ struct Maximum {
 
 // What is compared: the elements as they are, or their absolute values.
 struct Value {
+  static constexpr bool kSigned = true;
   template <class R>
   static R of(R a) {
     return a;
@@ -54,6 +73,7 @@ struct Value {
 };
 
 struct Magnitude {
+  static constexpr bool kSigned = false;
   template <class R>
   static R of(R a) {
     return absolute(a);
@@ -69,14 +89,28 @@ struct MinMax {
   T min, max;
 };
 
+// The states of both orders after all elements of an array of at least one register.
+template <class T>
+ZIVKS_INLINE MinMax<Register<T>> walk_both(const T* src, size_t len, Register<T> start) {
+  using State = MinMax<Register<T>>;
+  return reduce_registers(
+      src, len, State{Minimum::enter(start), Maximum::enter(start)},
+      [](State state, auto x) -> State {
+        return {Minimum::keep(state.min, Minimum::enter(x)), Maximum::keep(state.max, Maximum::enter(x))};
+      },
+      [](State a, State b) -> State {
+        return {Minimum::keep(a.min, b.min), Maximum::keep(a.max, b.max)};
+      });
+}
+
 // --- Integers --------------------------------------------------------------------------
 
 template <class Order, class Measure, class T>
 T extreme_of_integers(const T* src, size_t len) {
   constexpr size_t N = kRegisterElements<T>;
-  if (len < N) return Order::over_lanes(Measure::of(load_repeatedly<N / 2>(src, len)));
+  if (len < N) return Order::leave(Measure::of(load_repeatedly<N / 2>(src, len)));
   const auto keep = [](auto a, auto b) { return Order::keep(a, b); };
-  return Order::over_lanes(reduce_registers(
+  return Order::leave(reduce_registers(
       src, len, Measure::of(load(src)), [=](auto state, auto x) { return keep(state, Measure::of(x)); },
       keep));
 }
@@ -84,20 +118,14 @@ T extreme_of_integers(const T* src, size_t len) {
 template <class T>
 MinMax<T> extremes_of_integers(const T* src, size_t len) {
   constexpr size_t N = kRegisterElements<T>;
-  const auto over_lanes = [](MinMax<Register<T>> all) -> MinMax<T> {
-    return {reduce_minimum(all.min), reduce_maximum(all.max)};
+  const auto leave = [](MinMax<Register<T>> state) -> MinMax<T> {
+    return {Minimum::leave(state.min), Maximum::leave(state.max)};
   };
-  using State = MinMax<Register<T>>;
-  const Register<T> start = len < N ? load_repeatedly<N / 2>(src, len) : load(src);
-  if (len < N) return over_lanes({start, start});
-  return over_lanes(reduce_registers(
-      src, len, State{start, start},
-      [](State state, auto x) -> State {
-        return {minimum(state.min, x), maximum(state.max, x)};
-      },
-      [](State a, State b) -> State {
-        return {minimum(a.min, b.min), maximum(a.max, b.max)};
-      }));
+  if (len < N) {
+    const Register<T> all = load_repeatedly<N / 2>(src, len);
+    return leave({all, all});
+  }
+  return leave(walk_both(src, len, load(src)));
 }
 
 // --- Floating point --------------------------------------------------------------------
@@ -108,16 +136,10 @@ constexpr size_t kBlock = 32 / sizeof(T);
 template <class T>
 using Block = Lanes<T, kBlock<T>>;
 
-// Which NaN the lanes deliver depends on the processor; the result does not.
-template <class T>
-T with_canonical_nan(T value) {
-  return value == value ? value : std::numeric_limits<T>::quiet_NaN();
-}
-
 // A block that holds all the elements behind the whole blocks of `src`. Its other elements are elements of
 // the last whole block or, in an array shorter than a block, of the tail once more.
 template <class T>
-Block<T> load_tail(const T* src, size_t len) {
+ZIVKS_INLINE Block<T> load_tail(const T* src, size_t len) {
   constexpr size_t B = kBlock<T>;
   constexpr size_t N = kRegisterElements<T>;
   const Array<const T> array = {src};
@@ -131,67 +153,83 @@ Block<T> load_tail(const T* src, size_t len) {
   }
 }
 
-// `current` after the tail has been compared with it, element by element from src[first] on. `tail` may hold
-// earlier elements too: they do not beat `current`.
-template <class Order, class Measure, class T>
-T absorb_tail(T current, Block<T> tail, const T* src, size_t first, size_t len) {
-  if (current != current) return current;
-  const Register<T> currents = broadcast(current);
-  const Block<T> candidates = lift<T>(
-      [=](auto x) {
-        const auto measure = Measure::of(x);
-        return select(measure == measure, measure, currents);
-      },
-      tail);
-  Register<T> all = candidates.part[0];
-  if constexpr (Block<T>::kParts == 2) all = Order::keep(all, candidates.part[1]);
-  const T best = Order::over_lanes(all);
-  if (!Order::beats(best, current)) return current;
-  if (best != 0) return best;
-  // Of several zeros the first one counts, and its sign.
+// The state after the tail. A NaN in the tail is passed over; one in the state stays.
+template <class Order, class Measure, class T, size_t... K>
+ZIVKS_INLINE Register<T> absorb_tail(Register<T> state, Block<T> tail, std::index_sequence<K...>) {
+  const auto number_or_state = [=](auto x) {
+    const auto measure = Order::enter(Measure::of(x));
+    return select(measure == measure, measure, state);
+  };
+  Register<T> result = state;
+  ((result = Order::keep(result, number_or_state(tail.part[K]))), ...);
+  return result;
+}
+
+// Comparisons element by element, from src[first] on. This is what a tail means; it matters where zeros meet,
+// since the first of them counts, and its sign.
+template <class Order, class T>
+[[gnu::noinline]] T compare_each(T current, const T* src, size_t first, size_t len) {
   for (size_t i = first; i < len; ++i) {
-    const T measure = Measure::of(src[i]);
-    if (Order::beats(measure, current)) current = measure;
+    if (Order::beats(src[i], current)) current = src[i];
   }
   return current;
+}
+
+// The result of a walk: `blocks` is the state behind the `count` elements of the whole blocks, if there are
+// any, and `all` the state behind the tail.
+template <class Order, class Measure, class T>
+ZIVKS_INLINE T result_of(Register<T> all, Register<T> blocks, size_t count, const T* src, size_t len) {
+  const T result = Order::leave(all);
+  // Which NaN the lanes deliver depends on the processor; the result does not.
+  if (result != result) return std::numeric_limits<T>::quiet_NaN();
+  if (Measure::kSigned && result == 0 && count < len) {
+    const T before = count > 0 ? T(Order::leave(blocks)) : src[0];
+    return compare_each<Order>(before, src, count, len);
+  }
+  return result;
 }
 
 // `block_seed` begins the examination of whole blocks, `short_seed` that of an array shorter than one.
 template <class Order, class Measure, class T>
 T extreme_of_floats(const T* src, size_t len, T block_seed, T short_seed) {
-  const size_t blocks = len & ~(kBlock<T> - 1);
-  T current = short_seed;
-  if (blocks > 0) {
+  const size_t count = len & ~(kBlock<T> - 1);
+  Register<T> blocks;
+  if (count > 0) {
     const auto keep = [](auto a, auto b) { return Order::keep(a, b); };
-    current = with_canonical_nan(Order::over_lanes(reduce_registers(
-        src, blocks, broadcast(block_seed), [=](auto state, auto x) { return keep(state, Measure::of(x)); },
-        keep)));
-    if (blocks == len) return current;
+    blocks = reduce_registers(
+        src, count, Order::enter(broadcast(block_seed)),
+        [=](auto state, auto x) { return keep(state, Order::enter(Measure::of(x))); }, keep);
+  } else {
+    if (short_seed != short_seed) return short_seed;
+    blocks = Order::enter(broadcast(short_seed));
   }
-  return absorb_tail<Order, Measure>(current, load_tail(src, len), src, blocks, len);
+  Register<T> all = blocks;
+  if (count < len) {
+    all = absorb_tail<Order, Measure, T>(blocks, load_tail(src, len),
+                                         std::make_index_sequence<Block<T>::kParts>());
+  }
+  return result_of<Order, Measure>(all, blocks, count, src, len);
 }
 
 template <class T>
 MinMax<T> extremes_of_floats(const T* src, size_t len) {
-  using State = MinMax<Register<T>>;
-  const size_t blocks = len & ~(kBlock<T> - 1);
-  MinMax<T> current = {src[0], src[0]};
-  if (blocks > 0) {
-    const Register<T> start = load(src);
-    const State all = reduce_registers(
-        src, blocks, State{start, start},
-        [](State state, auto x) -> State {
-          return {minimum(state.min, x), maximum(state.max, x)};
-        },
-        [](State a, State b) -> State {
-          return {minimum(a.min, b.min), maximum(a.max, b.max)};
-        });
-    current = {with_canonical_nan(reduce_minimum(all.min)), with_canonical_nan(reduce_maximum(all.max))};
-    if (blocks == len) return current;
+  constexpr auto parts = std::make_index_sequence<Block<T>::kParts>();
+  const size_t count = len & ~(kBlock<T> - 1);
+  MinMax<Register<T>> blocks;
+  if (count > 0) {
+    blocks = walk_both(src, count, load(src));
+  } else {
+    if (src[0] != src[0]) return {src[0], src[0]};
+    blocks = {Minimum::enter(broadcast(src[0])), Maximum::enter(broadcast(src[0]))};
   }
-  const Block<T> tail = load_tail(src, len);
-  return {absorb_tail<Minimum, Value>(current.min, tail, src, blocks, len),
-          absorb_tail<Maximum, Value>(current.max, tail, src, blocks, len)};
+  MinMax<Register<T>> all = blocks;
+  if (count < len) {
+    const Block<T> tail = load_tail(src, len);
+    all = {absorb_tail<Minimum, Value, T>(blocks.min, tail, parts),
+           absorb_tail<Maximum, Value, T>(blocks.max, tail, parts)};
+  }
+  return {result_of<Minimum, Value>(all.min, blocks.min, count, src, len),
+          result_of<Maximum, Value>(all.max, blocks.max, count, src, len)};
 }
 
 // --- Shapes of the exported functions --------------------------------------------------

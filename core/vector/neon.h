@@ -31,6 +31,8 @@ ZIVKS_INLINE F64 absolute(F64 a) { return F64(vabsq_f64(a)); }
 
 // --- Minimum and maximum ---------------------------------------------------------------
 
+inline constexpr bool kMaximumNegates = false;
+
 ZIVKS_INLINE U8 minimum(U8 a, U8 b) { return U8(vminq_u8(a, b)); }
 ZIVKS_INLINE I8 minimum(I8 a, I8 b) { return I8(vminq_s8(a, b)); }
 ZIVKS_INLINE U16 minimum(U16 a, U16 b) { return U16(vminq_u16(a, b)); }
@@ -107,7 +109,7 @@ ZIVKS_INLINE I64 widen_half(I32 a) {
 
 template <class To, size_t K, class R>
 ZIVKS_INLINE Register<To> widen_part(R a) {
-  constexpr size_t parts = sizeof(To) * (sizeof(R) / sizeof(a[0])) / kRegisterBytes;
+  constexpr size_t parts = sizeof(To) / sizeof(ElementOf<R>);
   if constexpr (parts == 2) {
     return Register<To>(widen_half<K>(a));
   } else {
@@ -207,13 +209,13 @@ ZIVKS_INLINE RegisterPair<U64> deinterleave(U64 low, U64 high) {
 
 template <class R>
 ZIVKS_INLINE RegisterPair<R> interleave(R even, R odd) {
-  using Bits = Register<UnsignedOf<kRegisterBytes / (sizeof(R) / sizeof(even[0]))>>;
+  using Bits = Register<UnsignedOf<sizeof(ElementOf<R>)>>;
   const auto [low, high] = interleave(Bits(even), Bits(odd));
   return {R(low), R(high)};
 }
 template <class R>
 ZIVKS_INLINE RegisterPair<R> deinterleave(R low, R high) {
-  using Bits = Register<UnsignedOf<kRegisterBytes / (sizeof(R) / sizeof(low[0]))>>;
+  using Bits = Register<UnsignedOf<sizeof(ElementOf<R>)>>;
   const auto [even, odd] = deinterleave(Bits(low), Bits(high));
   return {R(even), R(odd)};
 }
@@ -254,7 +256,7 @@ ZIVKS_INLINE U8 shuffle_bytes(U8 bytes, U8 index) { return U8(vqtbl1q_u8(bytes, 
 
 template <class R>
 ZIVKS_INLINE R reverse(R a) {
-  constexpr size_t bytes = kRegisterBytes / (sizeof(R) / sizeof(a[0]));
+  constexpr size_t bytes = sizeof(ElementOf<R>);
   // Within each half, then the halves.
   U64 halves = U64(a);
   if constexpr (bytes == 4) halves = U64(vrev64q_u32(U32(a)));

@@ -10,6 +10,8 @@
 //   absolute_saturating                   the most negative integer gives the largest one
 //   absolute                              floats: the sign bit cleared, whatever the value is
 //   minimum, maximum                      floats: a NaN in either operand gives a NaN; -0 is below +0
+//                                         (kMaximumNegates: the maximum is made of changes of sign around the
+//                                         minimum, which a reduction can make just once)
 //   reduce_minimum, reduce_maximum        the same over all lanes; lanes are combined in no stated order
 //   reduce_add                            sum of all lanes, modulo 2^n
 //   negative_product                      all ones in lanes where the exact product is negative
@@ -72,6 +74,9 @@ using U64 = Register<uint64_t>;
 using I64 = Register<int64_t>;
 using F32 = Register<float>;
 using F64 = Register<double>;
+
+template <class R>
+using ElementOf = std::decay_t<decltype(std::declval<R>()[0])>;
 
 template <class R>
 struct RegisterPair {

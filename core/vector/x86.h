@@ -27,7 +27,7 @@ ZIVKS_INLINE I16 subtract_saturating(I16 a, I16 b) { return I16(_mm256_subs_epi1
 ZIVKS_INLINE U32 subtract_saturating(U32 a, U32 b) { return a - U32(_mm256_min_epu32(M(a), M(b))); }
 
 // The bound that an overflow with first operand `a` runs into.
-ZIVKS_INLINE I32 bound_toward(I32 a) { return (a >> 31) ^ broadcast(INT32_MAX); }
+ZIVKS_INLINE I32 bound_toward(I32 a) { return (a >> 31) ^ broadcast(int32_t{INT32_MAX}); }
 
 // `value`, or `bound` in lanes where the sign bit of `overflow` is set.
 ZIVKS_INLINE I32 replace_overflow(I32 value, I32 bound, I32 overflow) {
@@ -48,14 +48,14 @@ ZIVKS_INLINE I32 subtract_saturating(I32 a, I32 b) {
 // The plain absolute value leaves the most negative integer as it is; taken unsigned that is one above the
 // bound.
 ZIVKS_INLINE I16 absolute_saturating(I16 a) {
-  return I16(_mm256_min_epu16(_mm256_abs_epi16(M(a)), M(broadcast(INT16_MAX))));
+  return I16(_mm256_min_epu16(_mm256_abs_epi16(M(a)), M(broadcast(int16_t{INT16_MAX}))));
 }
 ZIVKS_INLINE I32 absolute_saturating(I32 a) {
-  return I32(_mm256_min_epu32(_mm256_abs_epi32(M(a)), M(broadcast(INT32_MAX))));
+  return I32(_mm256_min_epu32(_mm256_abs_epi32(M(a)), M(broadcast(int32_t{INT32_MAX}))));
 }
 
-ZIVKS_INLINE F32 absolute(F32 a) { return F32(I32(a) & broadcast(INT32_MAX)); }
-ZIVKS_INLINE F64 absolute(F64 a) { return F64(I64(a) & broadcast(INT64_MAX)); }
+ZIVKS_INLINE F32 absolute(F32 a) { return F32(I32(a) & broadcast(int32_t{INT32_MAX})); }
+ZIVKS_INLINE F64 absolute(F64 a) { return F64(I64(a) & broadcast(int64_t{INT64_MAX})); }
 
 // --- Minimum and maximum ---------------------------------------------------------------
 
@@ -83,13 +83,14 @@ ZIVKS_INLINE F64 minimum(F64 a, F64 b) {
 }
 
 // For the maximum the zeros would want an intersection and the NaNs a union, so it goes through the minimum.
+inline constexpr bool kMaximumNegates = true;
 ZIVKS_INLINE F32 maximum(F32 a, F32 b) { return -minimum(-a, -b); }
 ZIVKS_INLINE F64 maximum(F64 a, F64 b) { return -minimum(-a, -b); }
 
 // Combines all lanes; the result stands in every lane.
 template <class R, class Operation>
 ZIVKS_INLINE R combine_lanes(R all, Operation operation) {
-  constexpr size_t bytes = kRegisterBytes / (sizeof(R) / sizeof(all[0]));
+  constexpr size_t bytes = sizeof(ElementOf<R>);
   all = operation(all, R(_mm256_permute2x128_si256(M(all), M(all), 1)));
   all = operation(all, R(_mm256_shuffle_epi32(M(all), 0x4E)));
   if constexpr (bytes <= 4) all = operation(all, R(_mm256_shuffle_epi32(M(all), 0xB1)));
@@ -171,11 +172,14 @@ ZIVKS_INLINE Register<To> convert_part(F32 a) {
 // There is no such instruction at this level. The upper 32 bits, made unsigned by turning their sign, are set
 // into the mantissa of 2^84, where the last bit weighs 2^32, and the lower 32 bits into that of 2^52. Taking
 // the surplus off the first is exact, so that the one addition at the end rounds, and rounds the true value.
+// A zero that is a difference would be negative in one of the rounding modes: the result keeps its sign only
+// if the integer has one.
 template <class To, size_t K>
 ZIVKS_INLINE Register<To> convert_part(I64 a) {
   const F64 upper = F64((U64(a) >> 32) ^ U64(broadcast(0x1p84 + 0x1p63)));
   const F64 lower = F64(_mm256_blend_epi32(M(a), M(broadcast(0x1p52)), 0xAA));
-  return (upper - broadcast(0x1p84 + 0x1p63 + 0x1p52)) + lower;
+  const F64 sum = (upper - broadcast(0x1p84 + 0x1p63 + 0x1p52)) + lower;
+  return F64(I64(sum) & (a | broadcast(int64_t{INT64_MAX})));
 }
 
 ZIVKS_INLINE F32 narrow(F64 a, F64 b) {
@@ -230,7 +234,7 @@ ZIVKS_INLINE U64 multiply_low(U64 a, U64 b) { return a * b; }
 // Each half of a register interleaves apart, so the halves of the two results are put together at the end.
 template <class R>
 ZIVKS_INLINE RegisterPair<R> interleave(R even, R odd) {
-  constexpr size_t bytes = kRegisterBytes / (sizeof(R) / sizeof(even[0]));
+  constexpr size_t bytes = sizeof(ElementOf<R>);
   M low, high;
   if constexpr (bytes == 1) {
     low = _mm256_unpacklo_epi8(M(even), M(odd)), high = _mm256_unpackhi_epi8(M(even), M(odd));
@@ -246,7 +250,7 @@ ZIVKS_INLINE RegisterPair<R> interleave(R even, R odd) {
 
 template <class R>
 ZIVKS_INLINE RegisterPair<R> deinterleave(R low, R high) {
-  constexpr size_t bytes = kRegisterBytes / (sizeof(R) / sizeof(low[0]));
+  constexpr size_t bytes = sizeof(ElementOf<R>);
   if constexpr (bytes == 8) {
     return {R(order_quarters(_mm256_unpacklo_epi64(M(low), M(high)))),
             R(order_quarters(_mm256_unpackhi_epi64(M(low), M(high))))};
@@ -283,7 +287,7 @@ ZIVKS_INLINE U8 shuffle_bytes(U8 bytes, U8 index) { return U8(_mm256_shuffle_epi
 
 template <class R>
 ZIVKS_INLINE R reverse(R a) {
-  constexpr size_t bytes = kRegisterBytes / (sizeof(R) / sizeof(a[0]));
+  constexpr size_t bytes = sizeof(ElementOf<R>);
   if constexpr (bytes == 8) return R(_mm256_permute4x64_epi64(M(a), 0x1B));
   if constexpr (bytes == 4) {
     return R(_mm256_permutevar8x32_epi32(M(a), _mm256_setr_epi32(7, 6, 5, 4, 3, 2, 1, 0)));

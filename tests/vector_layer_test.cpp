@@ -1,0 +1,388 @@
+// Every operation of the vector layer, for every type it is there for, against a scalar model.
+//
+// The models are lambdas over single elements. Operands are drawn from a list of telling values and noise so
+// that each pair of values meets, in every lane.
+#include <gtest/gtest.h>
+
+#include <cfenv>
+#include <cmath>
+#include <limits>
+#include <random>
+#include <vector>
+
+#include "core/loops.h"
+
+namespace zivks {
+namespace {
+
+template <class T>
+std::string bits_of(T value) {
+  if constexpr (std::is_floating_point_v<T>) {
+    char text[64];
+    snprintf(text, sizeof text, "%a (%llx)", static_cast<double>(value),
+             static_cast<unsigned long long>(read<UnsignedOf<sizeof(T)>>(&value)));
+    return text;
+  } else {
+    return std::to_string(value);
+  }
+}
+
+// NaNs that arithmetic makes are equal to one another; everything else has to agree bit for bit.
+template <class T>
+bool same(T a, T b) {
+  if (a != a && b != b) return true;
+  return std::memcmp(&a, &b, sizeof(T)) == 0;
+}
+
+template <class T>
+std::vector<T> telling_values() {
+  using Limits = std::numeric_limits<T>;
+  std::mt19937_64 random(7);
+  std::vector<T> values;
+  if constexpr (std::is_floating_point_v<T>) {
+    for (T magnitude : {T(0), Limits::denorm_min(), Limits::min(), T(0.25), T(0.5), T(1), T(1.5), T(2.5),
+                        T(3.5), T(0x1p23), T(0x1p23) - T(0.5), T(0x1p24) + T(2), T(0x1p31) - T(128),
+                        T(0x1p31), T(0x1p32), Limits::max(), Limits::infinity()}) {
+      values.push_back(magnitude);
+      values.push_back(-magnitude);
+    }
+    values.push_back(Limits::quiet_NaN());
+    values.push_back(-Limits::quiet_NaN());
+    values.push_back(Limits::signaling_NaN());
+    for (int i = 0; i < 30; ++i)
+      values.push_back(std::ldexp(T(double(random()) - 0x1p63), int(random() % 90) - 80));
+  } else {
+    for (T value : {Limits::min(), T(Limits::min() + 1), T(-2), T(-1), T(0), T(1), T(2), T(Limits::max() / 2),
+                    T(Limits::max() / 2 + 1), T(Limits::max() - 1), Limits::max()}) {
+      values.push_back(value);
+    }
+    for (int i = 0; i < 40; ++i) values.push_back(T(random() >> (random() % 56)));
+  }
+  return values;
+}
+
+template <class T>
+Register<T> register_of(const std::vector<T>& values, size_t first) {
+  T elements[kRegisterElements<T>];
+  for (size_t i = 0; i < kRegisterElements<T>; ++i) elements[i] = values[(first + i) % values.size()];
+  return load(elements);
+}
+
+template <class T, class Operation, class Model>
+void expect_unary(const char* what, Operation operation, Model model) {
+  const std::vector<T> values = telling_values<T>();
+  for (size_t i = 0; i < values.size(); ++i) {
+    const Register<T> a = register_of(values, i);
+    const auto result = operation(a);
+    for (size_t k = 0; k < kRegisterElements<T>; ++k) {
+      const auto expected = model(T(a[k]));
+      ASSERT_TRUE(same(decltype(expected)(result[k]), expected))
+          << what << " of " << bits_of(T(a[k])) << " in lane " << k << ": " << bits_of(result[k])
+          << ", expected " << bits_of(expected);
+    }
+  }
+}
+
+template <class T, class Operation, class Model>
+void expect_binary(const char* what, Operation operation, Model model) {
+  const std::vector<T> values = telling_values<T>();
+  for (size_t i = 0; i < values.size(); ++i) {
+    for (size_t j = 0; j < values.size(); ++j) {
+      const Register<T> a = register_of(values, i), b = register_of(values, j);
+      const auto result = operation(a, b);
+      for (size_t k = 0; k < kRegisterElements<T>; ++k) {
+        const T expected = T(model(T(a[k]), T(b[k])));
+        ASSERT_TRUE(same(T(result[k]), expected))
+            << what << " of " << bits_of(T(a[k])) << " and " << bits_of(T(b[k])) << ": "
+            << bits_of(T(result[k])) << ", expected " << bits_of(expected);
+      }
+    }
+  }
+}
+
+template <class T, class Wide>
+T clamped(Wide value) {
+  if (value > Wide(std::numeric_limits<T>::max())) return std::numeric_limits<T>::max();
+  if (value < Wide(std::numeric_limits<T>::min())) return std::numeric_limits<T>::min();
+  return T(value);
+}
+
+template <class T>
+T lesser(T a, T b) {
+  if (a != a || b != b) return std::numeric_limits<T>::quiet_NaN();
+  if constexpr (std::is_floating_point_v<T>) {
+    if (a == b) return std::signbit(a) ? a : b;
+  }
+  return a < b ? a : b;
+}
+template <class T>
+T greater(T a, T b) {
+  if (a != a || b != b) return std::numeric_limits<T>::quiet_NaN();
+  if constexpr (std::is_floating_point_v<T>) {
+    if (a == b) return std::signbit(a) ? b : a;
+  }
+  return a > b ? a : b;
+}
+
+// Runs `body` with a value of each type.
+template <class... Types, class Body>
+void for_types(Body body) {
+  (body(Types()), ...);
+}
+
+TEST(VectorLayer, SaturatingArithmetic) {
+  for_types<uint8_t, int8_t, uint16_t, int16_t, uint32_t, int32_t>([](auto type) {
+    using T = decltype(type);
+    expect_binary<T>(
+        "sum", [](auto a, auto b) { return add_saturating(a, b); },
+        [](T a, T b) { return clamped<T>(int64_t(a) + int64_t(b)); });
+    expect_binary<T>(
+        "difference", [](auto a, auto b) { return subtract_saturating(a, b); },
+        [](T a, T b) { return clamped<T>(int64_t(a) - int64_t(b)); });
+  });
+  for_types<int16_t, int32_t>([](auto type) {
+    using T = decltype(type);
+    expect_unary<T>(
+        "absolute value", [](auto a) { return absolute_saturating(a); },
+        [](T a) { return clamped<T>(std::abs(int64_t(a))); });
+  });
+  expect_binary<uint64_t>(
+      "product", [](auto a, auto b) { return multiply_low(a, b); },
+      [](uint64_t a, uint64_t b) { return a * b; });
+  expect_binary<int16_t>(
+      "sign of product", [](auto a, auto b) { return negative_product(a, b); },
+      [](int16_t a, int16_t b) { return int(a) * int(b) < 0 ? -1 : 0; });
+}
+
+TEST(VectorLayer, MinimumAndMaximum) {
+  for_types<uint8_t, int8_t, uint16_t, int16_t, uint32_t, int32_t, float, double>([](auto type) {
+    using T = decltype(type);
+    expect_binary<T>(
+        "minimum", [](auto a, auto b) { return minimum(a, b); }, lesser<T>);
+    expect_binary<T>(
+        "maximum", [](auto a, auto b) { return maximum(a, b); }, greater<T>);
+    const std::vector<T> values = telling_values<T>();
+    for (size_t i = 0; i < values.size(); ++i) {
+      const Register<T> a = register_of(values, i);
+      T least = a[0], most = a[0];
+      for (size_t k = 1; k < kRegisterElements<T>; ++k)
+        least = lesser<T>(least, a[k]), most = greater<T>(most, a[k]);
+      ASSERT_TRUE(same<T>(reduce_minimum(a), least)) << i;
+      ASSERT_TRUE(same<T>(reduce_maximum(a), most)) << i;
+    }
+  });
+}
+
+TEST(VectorLayer, SumOfLanes) {
+  for_types<int16_t, int32_t, int64_t>([](auto type) {
+    using T = decltype(type);
+    const std::vector<T> values = telling_values<T>();
+    for (size_t i = 0; i < values.size(); ++i) {
+      const Register<T> a = register_of(values, i);
+      uint64_t sum = 0;
+      for (size_t k = 0; k < kRegisterElements<T>; ++k) sum += uint64_t(int64_t(a[k]));
+      ASSERT_EQ(reduce_add(a), T(sum));
+    }
+  });
+}
+
+template <class T>
+void expect_bits_kept() {
+  using Bits = UnsignedOf<sizeof(T)>;
+  for (T value : telling_values<T>()) {
+    const auto all = Register<Bits>(broadcast(value));
+    for (size_t k = 0; k < kRegisterElements<T>; ++k) ASSERT_EQ(Bits(all[k]), read<Bits>(&value));
+  }
+}
+
+TEST(VectorLayer, BitsOfFloats) {
+  expect_bits_kept<float>();
+  expect_bits_kept<double>();
+  for_types<float, double>([](auto type) {
+    using T = decltype(type);
+    using Bits = UnsignedOf<sizeof(T)>;
+    const std::vector<T> values = telling_values<T>();
+    for (size_t i = 0; i < values.size(); ++i) {
+      const auto before = Register<Bits>(register_of(values, i)),
+                 after = Register<Bits>(absolute(register_of(values, i)));
+      for (size_t k = 0; k < kRegisterElements<T>; ++k) ASSERT_EQ(Bits(after[k]), Bits(before[k] << 1) >> 1);
+    }
+    expect_binary<T>(
+        "selection", [](auto a, auto b) { return select(a > b, a, b); },
+        [](T a, T b) { return a > b ? a : b; });
+  });
+}
+
+// Whole steps of a kernel, as the drivers make them.
+template <class From, class To, class Operation, class Model>
+void expect_lanes(const char* what, Operation operation, Model model) {
+  constexpr size_t N = kRegisterBytes / std::min(sizeof(From), sizeof(To));
+  const std::vector<From> values = telling_values<From>();
+  for (size_t i = 0; i < values.size(); ++i) {
+    From source[N];
+    To result[N];
+    for (size_t k = 0; k < N; ++k) source[k] = values[(i + k) % values.size()];
+    Array<To>{result}.template store<N>(0, operation(Array<const From>{source}.template load<N>(0)));
+    for (size_t k = 0; k < N; ++k) {
+      ASSERT_TRUE(same<To>(result[k], To(model(source[k]))))
+          << what << " of " << bits_of(source[k]) << ": " << bits_of(result[k]);
+    }
+  }
+}
+
+template <class From, class... To>
+void expect_widening() {
+  (expect_lanes<From, To>(
+       "widened", [](auto a) { return widen<To>(a); }, [](From a) { return To(a); }),
+   ...);
+}
+template <class From, class... To>
+void expect_narrowing() {
+  (expect_lanes<From, To>(
+       "narrowed", [](auto a) { return narrow_saturating<To>(a); },
+       [](From a) { return clamped<To>(int64_t(a)); }),
+   ...);
+}
+template <class From, class To>
+void expect_conversion() {
+  for (int mode : {FE_TONEAREST, FE_UPWARD, FE_DOWNWARD, FE_TOWARDZERO}) {
+    std::fesetround(mode);
+    expect_lanes<From, To>(
+        "converted", [](auto a) { return convert<To>(a); },
+        [](From a) {
+          volatile From value = a;  // converted here and now, in this mode
+          return static_cast<To>(value);
+        });
+  }
+  std::fesetround(FE_TONEAREST);
+}
+
+TEST(VectorLayer, Widths) {
+  expect_widening<uint8_t, uint16_t, int16_t, uint32_t, int32_t>();
+  expect_widening<int8_t, int16_t, int32_t>();
+  expect_widening<uint16_t, uint32_t, int32_t, uint64_t>();
+  expect_widening<int16_t, int32_t, int64_t>();
+  expect_widening<uint32_t, uint64_t, int64_t>();
+  expect_widening<int32_t, int64_t>();
+  expect_narrowing<int16_t, int8_t, uint8_t>();
+  expect_narrowing<uint16_t, int8_t, uint8_t>();
+  expect_narrowing<int32_t, int16_t, uint16_t>();
+  expect_narrowing<uint32_t, int16_t, uint16_t>();
+}
+
+TEST(VectorLayer, ConversionsToFloatingPoint) {
+  expect_conversion<int32_t, float>();
+  expect_conversion<int32_t, double>();
+  expect_conversion<int64_t, double>();
+  expect_conversion<float, double>();
+  expect_conversion<double, float>();
+}
+
+TEST(VectorLayer, RoundingToIntegersIgnoresTheCurrentMode) {
+  for (int mode : {FE_TONEAREST, FE_UPWARD, FE_DOWNWARD, FE_TOWARDZERO}) {
+    std::fesetround(mode);
+    expect_unary<float>(
+        "rounded", [](auto a) { return round_nearest(a); },
+        [](float a) -> int32_t {
+          if (a != a) return 0;
+          const double floor = std::floor(double(a)), above = double(a) - floor;
+          const bool up = above > 0.5 || (above == 0.5 && std::fmod(floor, 2.0) != 0);
+          return clamped<int32_t>(up ? floor + 1 : floor);
+        });
+  }
+  std::fesetround(FE_TONEAREST);
+}
+
+TEST(VectorLayer, FusedMultiplyAdd) {
+  for_types<float, double>([](auto type) {
+    using T = decltype(type);
+    const T third = T(1) / 3;
+    expect_binary<T>(
+        "fused", [=](auto a, auto b) { return fused_multiply_add(a, b, broadcast(third)); },
+        [=](T a, T b) { return std::fma(a, b, third); });
+  });
+}
+
+TEST(VectorLayer, OrderOfElements) {
+  for_types<uint8_t, int8_t, uint16_t, int16_t, uint32_t, int32_t, uint64_t, int64_t, float, double>(
+      [](auto type) {
+        using T = decltype(type);
+        constexpr size_t N = kRegisterElements<T>;
+        T both[2 * N], again[2 * N];
+        for (size_t i = 0; i < 2 * N; ++i) both[i] = T(i + 1);
+        const auto [even, odd] = deinterleave(load(both), load(both + N));
+        const auto loaded = load_deinterleaved(both);
+        const auto [low, high] = interleave(even, odd);
+        store_interleaved<T>(again, loaded);
+        const auto backward = reverse(load(both));
+        for (size_t i = 0; i < N; ++i) {
+          ASSERT_EQ(even[i], both[2 * i]);
+          ASSERT_EQ(odd[i], both[2 * i + 1]);
+          ASSERT_EQ(loaded.first[i], both[2 * i]);
+          ASSERT_EQ(loaded.second[i], both[2 * i + 1]);
+          ASSERT_EQ(low[i], both[i]);
+          ASSERT_EQ(high[i], both[N + i]);
+          ASSERT_EQ(backward[i], both[N - 1 - i]);
+        }
+        ASSERT_EQ(std::memcmp(both, again, sizeof both), 0);
+      });
+}
+
+TEST(VectorLayer, ShuffleOfBytes) {
+  const std::vector<uint8_t> values = telling_values<uint8_t>();
+  for (size_t i = 0; i < values.size(); ++i) {
+    const U8 bytes = register_of(values, i);
+    U8 index = register_of(values, 2 * i);
+    index = select(index >= broadcast(uint8_t{128}), index, U8(index & broadcast(uint8_t{15})));
+    const U8 result = shuffle_bytes(bytes, index);
+    for (size_t k = 0; k < kRegisterBytes; ++k) {
+      ASSERT_EQ(result[k], index[k] >= 128 ? 0 : bytes[k / 16 * 16 + index[k]]);
+    }
+  }
+}
+
+template <size_t bytes>
+void expect_pieces() {
+  uint8_t memory[2 * bytes], back[2 * bytes];
+  for (size_t i = 0; i < 2 * bytes; ++i) memory[i] = uint8_t(i + 1);
+  const auto two = U8(load_two<bytes>(memory + bytes, memory));
+  const auto bottom = U8(load_bottom<bytes>(memory));
+  const auto repeated = U8(repeat_bottom<bytes>(U64(two)));
+  for (size_t i = 0; i < 2 * bytes; ++i) ASSERT_EQ(two[i], memory[(i + bytes) % (2 * bytes)]) << bytes;
+  for (size_t i = 0; i < bytes; ++i) ASSERT_EQ(bottom[i], memory[i]) << bytes;
+  for (size_t i = 0; i < kRegisterBytes; ++i) ASSERT_EQ(repeated[i], two[i % bytes]) << bytes;
+  store_two<bytes>(back + bytes, back, U64(two));
+  ASSERT_EQ(std::memcmp(memory, back, sizeof back), 0) << bytes;
+}
+
+TEST(VectorLayer, PiecesOfRegisters) {
+  expect_pieces<1>();
+  expect_pieces<2>();
+  expect_pieces<4>();
+  expect_pieces<8>();
+  expect_pieces<kRegisterBytes / 2>();
+}
+
+// Elements in blocks of 8 double; a tail element comes out larger by 1000.
+[[gnu::noinline]] void double_blocks(int16_t* data, size_t len) {
+  map_blocks<8>(
+      data, len, [](auto a, auto b) { return a + b; }, [](int16_t a, int16_t) { return int16_t(a + 1000); },
+      data, data);
+}
+
+// Where block and tail are told to differ, every element has to come from the right one, whatever the
+// register width, and an element that is read must not have been written before.
+TEST(Drivers, BlocksAndTail) {
+  for (size_t len = 1; len <= 150; ++len) {
+    std::vector<int16_t> data(len), expected(len);
+    for (size_t i = 0; i < len; ++i) {
+      data[i] = int16_t(i);
+      expected[i] = int16_t(i < len / 8 * 8 ? 2 * i : i + 1000);
+    }
+    double_blocks(data.data(), len);
+    ASSERT_EQ(data, expected) << len;
+  }
+}
+
+}  // namespace
+}  // namespace zivks
