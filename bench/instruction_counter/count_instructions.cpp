@@ -106,6 +106,7 @@ int print_tables(const std::regex& selection, bool only_misses) {
   InstructionCounter counter;
   int rows = 0;
   int misses = 0;
+  std::printf("Compiler: GCC %s.\n", __VERSION__);
   for (const Section& section : sections(selection)) {
     std::printf("\n### %s\n\n", section.title);
     std::puts("| function | library | plain loop | share | required | short call (len) | plain loop (len) |");
