@@ -41,7 +41,7 @@ struct Effort {
 };
 constexpr Effort kCacheResidentEffort = {25, 0.001};
 constexpr Effort kMemoryBoundEffort = {40, 0.0001};
-constexpr Effort kShortEffort = {7, 0.0002};
+constexpr Effort kShortEffort = {21, 0.0002};
 
 // Keeps the nanoseconds a call of every repetition.
 class Collector : public benchmark::BenchmarkReporter {
