@@ -23,7 +23,7 @@ template <class Pointed, size_t distance = 0>
 struct Array {
   using Element = std::remove_const_t<Pointed>;
   static constexpr size_t kStepRegisters = 1;  // registers for each kRegisterElements<Element> elements
-  static constexpr bool kPrefetched = kPrefetches && distance > 0;
+  static constexpr bool kInterleaves = false;
 
   Pointed* data;
 
@@ -97,7 +97,7 @@ template <class Pointed, size_t distance = 0>
 struct ComplexArray {
   using Element = std::remove_const_t<Pointed>;
   static constexpr size_t kStepRegisters = 2;
-  static constexpr bool kPrefetched = kPrefetches && distance > 0;
+  static constexpr bool kInterleaves = true;
 
   Pointed* parts;
 
@@ -151,6 +151,7 @@ template <class T>
 struct SplitArrays {
   using Element = T;
   static constexpr size_t kStepRegisters = 2;
+  static constexpr bool kInterleaves = false;
 
   Array<T> re, im;
 
@@ -172,7 +173,6 @@ template <class T>
 struct Repeated {
   using Element = T;
   static constexpr size_t kStepRegisters = 1;
-  static constexpr bool kPrefetched = false;
 
   Register<T> pattern;
 
@@ -230,19 +230,11 @@ template <class Operand, size_t N>
 inline constexpr size_t kRegistersPerStep =
     Operand::kStepRegisters* Lanes<typename Operand::Element, N>::kParts;
 
-// Steps whose reading covers a cache line, for an operand that is prefetched line by line.
-template <class Operand, size_t N>
-inline constexpr size_t kStepsPerLine = Operand::kPrefetched
-                                            ? kCacheLineBytes / (Operand::kStepRegisters * N *
-                                                                 sizeof(typename Operand::Element))
-                                            : 1;
-
-// Steps in a turn of the main loop: four where a step is one register, fewer where it is several, but enough
-// for a turn to read a whole cache line of each array that is prefetched.
+// Steps in a turn of the main loop: as many as fill kTurnRegisters of the operand that takes most of them.
 template <size_t N, class Destination, class... Sources>
-inline constexpr size_t kStepsPerTurn =
-    std::max({size_t{1}, 4 / std::max({kRegistersPerStep<Destination, N>, kRegistersPerStep<Sources, N>...}),
-              kStepsPerLine<Sources, N>...});
+inline constexpr size_t kStepsPerTurn = std::max(size_t{1}, kTurnRegisters /
+                                                                std::max({kRegistersPerStep<Destination, N>,
+                                                                          kRegistersPerStep<Sources, N>...}));
 
 // An array shorter than N. The largest power of two C up to `len` is found; the first C and the last C
 // elements, which together are the whole array, go through the kernel side by side.
@@ -255,20 +247,36 @@ ZIVKS_INLINE void map_ends(Destination dst, size_t len, Kernel kernel, Sources..
   }
 }
 
-// The results of consecutive steps, all of them computed before the first is stored.
+// Consecutive steps from element i on. Results are all computed before the first is stored, so that loads and
+// stores can be paired; the interleaving stores, which want their operands in neighbouring registers, follow
+// one by one.
 template <size_t N, class Destination, class Kernel, size_t... Step, class... Sources>
 ZIVKS_INLINE void map_steps(std::index_sequence<Step...>, Destination dst, size_t i, Kernel kernel,
                             Sources... src) {
-  if constexpr (sizeof...(Step) > 1) (src.template prefetch<sizeof...(Step) * N>(i), ...);
-  const auto step = [&](size_t at) { return kernel(src.template load<N>(at)...); };
-  const decltype(step(i)) result[] = {step(i + Step * N)...};
-  (dst.template store<N>(i + Step * N, result[Step]), ...);
+  const auto result_at = [&](size_t at) { return kernel(src.template load<N>(at)...); };
+  if constexpr (Destination::kInterleaves) {
+    (dst.template store<N>(i + Step * N, result_at(i + Step * N)), ...);
+  } else {
+    const decltype(result_at(i)) result[] = {result_at(i + Step * N)...};
+    (dst.template store<N>(i + Step * N, result[Step]), ...);
+  }
+}
+
+// The steps that cover elements i to last - 1, fewer than 2 * Steps; `last` needs a step of its own.
+template <size_t N, size_t Steps, class Destination, class Kernel, class... Sources>
+ZIVKS_INLINE void map_rest(Destination dst, size_t i, size_t last, Kernel kernel, Sources... src) {
+  if (i + (Steps - 1) * N < last) {
+    map_steps<N>(std::make_index_sequence<Steps>(), dst, i, kernel, src...);
+    i += Steps * N;
+  }
+  if constexpr (Steps > 1) map_rest<N, Steps / 2>(dst, i, last, kernel, src...);
 }
 
 template <class Destination, class Kernel, class... Sources>
 [[gnu::flatten]] void map_operands(Destination dst, size_t len, Kernel kernel, Sources... src) {
   constexpr size_t N = step_elements<Destination, Sources...>();
-  constexpr size_t turn = N * kStepsPerTurn<N, Destination, Sources...>;
+  constexpr size_t kSteps = kStepsPerTurn<N, Destination, Sources...>;
+  constexpr size_t kTurn = N * kSteps;
   if (len < N) return map_ends<N, N / 2>(dst, len, kernel, src...);
 
   // The last step ends where the array ends and may share elements with the one before. Its result is
@@ -276,10 +284,11 @@ template <class Destination, class Kernel, class... Sources>
   const size_t last = len - N;
   const auto last_result = kernel(src.template load<N>(last)...);
   size_t i = 0;
-  for (; i + turn <= len; i += turn) {
-    map_steps<N>(std::make_index_sequence<turn / N>(), dst, i, kernel, src...);
+  for (; i + kTurn <= len; i += kTurn) {
+    (src.template prefetch<kTurn>(i), ...);
+    map_steps<N>(std::make_index_sequence<kSteps>(), dst, i, kernel, src...);
   }
-  for (; i < last; i += N) map_steps<N>(std::index_sequence<0>(), dst, i, kernel, src...);
+  if constexpr (kSteps > 1) map_rest<N, kSteps / 2>(dst, i, last, kernel, src...);
   dst.template store<N>(last, last_result);
 }
 

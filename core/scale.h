@@ -3,44 +3,45 @@
 #define ZIVKS_CORE_SCALE_H
 
 #include <cstdint>
-#include <limits>
 
 #include "core/vector/register.h"
 
 namespace zivks {
 
-// Positive and finite. A NaN fails both comparisons.
-inline bool is_valid_scale(double scale) { return scale > 0 && scale <= std::numeric_limits<double>::max(); }
+inline constexpr int kMantissaBits = 52;
+inline constexpr int kExponentBias = 1023;
+inline constexpr uint64_t kMantissaMask = (uint64_t{1} << kMantissaBits) - 1;
+inline constexpr uint64_t kInfinityBits = uint64_t{0x7FF} << kMantissaBits;
+
+// Positive and finite: the bit patterns between those of zero and of infinity.
+inline bool is_valid_scale(double scale) { return read<uint64_t>(&scale) - 1 < kInfinityBits - 1; }
 
 // Exponent of the multiplier: log2(1 / scale) truncated toward zero, so that every scale moves to a power of
 // two in the direction of 1 and none between 1/2 and 2, both excluded, has any effect. This is deliberate:
 // the result is not the nearest power of two.
 inline int scale_exponent(double scale) {
-  constexpr int kMantissaBits = 52, kExponentBias = 1023;
-  const uint64_t bits = read<uint64_t>(&scale);
-  int exponent = static_cast<int>(bits >> kMantissaBits);
-  uint64_t mantissa = bits & ((uint64_t{1} << kMantissaBits) - 1);
-  if (exponent == 0) {  // subnormal: bring the leading bit to where the others have it
-    const int shift = __builtin_clzll(mantissa) - (63 - kMantissaBits);
-    mantissa = (mantissa << shift) & ((uint64_t{1} << kMantissaBits) - 1);
-    exponent = 1 - shift;
+  uint64_t bits = read<uint64_t>(&scale);
+  int subnormal_shift = 0;
+  if (bits <= kMantissaMask) {  // subnormal: bring the leading bit to where the others have it
+    subnormal_shift = __builtin_clzll(bits) - (63 - kMantissaBits);
+    bits = (bits << subnormal_shift) - (uint64_t{1} << kMantissaBits);
+    subnormal_shift -= 1;
   }
-  const int floor_of_logarithm = exponent - kExponentBias;
+  const int floor_of_logarithm = static_cast<int>(bits >> kMantissaBits) - subnormal_shift - kExponentBias;
   // A scale below 1 is rounded up to a power of two, one above 1 down.
-  return -(floor_of_logarithm < 0 && mantissa != 0 ? floor_of_logarithm + 1 : floor_of_logarithm);
+  const bool rounds_up = floor_of_logarithm < 0 && (bits & kMantissaMask) != 0;
+  return -(floor_of_logarithm + rounds_up);
 }
 
 // 2^exponent, correctly rounded: infinity above the range of float64, a subnormal or zero below it.
 inline double power_of_two(int exponent) {
-  uint64_t bits;
-  if (exponent > 1023) {
-    bits = uint64_t{0x7FF} << 52;
-  } else if (exponent >= -1022) {
-    bits = static_cast<uint64_t>(exponent + 1023) << 52;
-  } else if (exponent >= -1074) {
-    bits = uint64_t{1} << (exponent + 1074);
-  } else {
-    bits = 0;
+  uint64_t bits = 0;
+  if (exponent > kExponentBias) {
+    bits = kInfinityBits;
+  } else if (exponent > -kExponentBias) {
+    bits = static_cast<uint64_t>(exponent + kExponentBias) << kMantissaBits;
+  } else if (exponent >= 1 - kExponentBias - kMantissaBits) {
+    bits = uint64_t{1} << (exponent + kExponentBias - 1 + kMantissaBits);
   }
   return read<double>(&bits);
 }

@@ -61,12 +61,23 @@ Register<T> in_imaginary(T bits) {
   return interleave(Register<T>{}, broadcast(bits)).first;
 }
 
-// Runs `kernel` over the parts of the elements, seen as words of type Word.
-template <class Word, size_t prefetch_distance = 0, class T, class Kernel>
-ZIVKStatus map_parts(const T* src, T* dst, int32_t len, Kernel kernel) {
+// Where loads take complex numbers apart the imaginary parts are negated alone. Elsewhere the parts stay
+// where they are, and the operation is one that leaves the real ones alone.
+template <size_t prefetch_distance, class T, class NegateAlone, class NegateInPlace>
+ZIVKStatus conjugate(const T* src, T* dst, int32_t len, NegateAlone negate_alone,
+                     NegateInPlace negate_in_place) {
+  using Part = typename PartOf<T>::Type;
   if (ZIVKStatus status = check_arrays(len, src, dst)) return status;
-  map(reinterpret_cast<Word*>(dst), 2 * static_cast<size_t>(len), kernel,
-      prefetched<prefetch_distance>(reinterpret_cast<const Word*>(src)));
+  Part* parts = reinterpret_cast<Part*>(dst);
+  const auto source = complex_source<prefetch_distance>(src);
+  const auto count = static_cast<size_t>(len);
+  if constexpr (kLoadsDeinterleave<Part>) {
+    map(
+        ComplexArray<Part>{parts}, count, [=](auto z) { return make_complex(z.re, negate_alone(z.im)); },
+        source);
+  } else {
+    map(parts, 2 * count, negate_in_place, prefetched<prefetch_distance>(source.parts));
+  }
   return ZIVK_STS_NO_ERR;
 }
 
@@ -74,15 +85,17 @@ ZIVKStatus map_parts(const T* src, T* dst, int32_t len, Kernel kernel) {
 template <size_t prefetch_distance>
 ZIVKStatus conjugate_clamped(const ZIVK16sc* src, ZIVK16sc* dst, int32_t len) {
   const I16 negated = in_imaginary<int16_t>(-1);
-  return map_parts<int16_t, prefetch_distance>(
-      src, dst, len, [=](auto x) { return subtract_saturating(x ^ negated, negated); });
+  return conjugate<prefetch_distance>(
+      src, dst, len, [](auto x) { return subtract_saturating(I16{}, x); },
+      [=](auto x) { return subtract_saturating(x ^ negated, negated); });
 }
 
 // Turns the sign bits of the imaginary parts, whatever these are.
-template <class Word, size_t prefetch_distance, class T>
-ZIVKStatus conjugate(const T* src, T* dst, int32_t len) {
-  const Register<Word> sign = in_imaginary(static_cast<Word>(~(~Word{0} >> 1)));
-  return map_parts<Word, prefetch_distance>(src, dst, len, [=](auto bits) { return bits ^ sign; });
+template <size_t prefetch_distance, class T>
+ZIVKStatus conjugate_float(const T* src, T* dst, int32_t len) {
+  const auto sign = in_imaginary(static_cast<typename PartOf<T>::Type>(-0.0));
+  return conjugate<prefetch_distance>(
+      src, dst, len, [](auto x) { return -x; }, [=](auto x) { return x ^ sign; });
 }
 
 }  // namespace
@@ -137,10 +150,10 @@ ZIVKStatus ZIVKS_Conj_16sc(const ZIVK16sc* src, ZIVK16sc* dst, int32_t len) {
   return conjugate_clamped<0>(src, dst, len);
 }
 ZIVKStatus ZIVKS_Conj_32fc(const ZIVK32fc* src, ZIVK32fc* dst, int32_t len) {
-  return conjugate<uint32_t, 4096>(src, dst, len);
+  return conjugate_float<4096>(src, dst, len);
 }
 ZIVKStatus ZIVKS_Conj_64fc(const ZIVK64fc* src, ZIVK64fc* dst, int32_t len) {
-  return conjugate<uint64_t, 8192>(src, dst, len);
+  return conjugate_float<8192>(src, dst, len);
 }
 
 // Not its twin: this one comes with prefetch hints.

@@ -1,7 +1,7 @@
 // Copy and Move.
 //
-// Elements are bytes here. The C library's memmove is the fastest way to move them; only the members that
-// come with a prefetch distance walk by themselves, and only where there are hints at all.
+// Elements are bytes here. On x86-64 nothing is faster than the C library's memmove. On Arm the loops are our
+// own: they carry the hints, and they take about half of memmove's instructions.
 #include <zivks/movement.h>
 
 #include "core/checks.h"
@@ -10,36 +10,45 @@ using namespace zivks;
 
 namespace {
 
-[[maybe_unused]] void move_line(const uint8_t* src, uint8_t* dst) {
-  Array<uint8_t>{dst}.store<kCacheLineBytes>(0, Array<const uint8_t>{src}.load<kCacheLineBytes>(0));
-}
-
-// From the first byte up, a line loaded whole before it is stored: right unless `dst` lies above `src` in one
-// array.
+// From the first byte up: right unless `dst` lies above `src` in one array.
 template <size_t prefetch_distance>
 void move_upward(const uint8_t* src, uint8_t* dst, size_t bytes) {
-  size_t done = 0;
-  if constexpr (kPrefetches && prefetch_distance > 0) {
-    for (; done + kCacheLineBytes <= bytes; done += kCacheLineBytes) {
-      prefetch_ahead<prefetch_distance>(src + done);
-      move_line(src + done, dst + done);
-    }
+  if constexpr (kPrefetches) {
+    map(
+        dst, bytes, [](auto a) { return a; }, prefetched<prefetch_distance>(src));
+  } else {
+    std::memmove(dst, src, bytes);
   }
-  std::memmove(dst + done, src + done, bytes - done);
+}
+
+// Moves registers that end at byte `left`, and says how many bytes are left below them.
+template <size_t registers>
+ZIVKS_INLINE size_t move_below(const uint8_t* src, uint8_t* dst, size_t left) {
+  constexpr size_t kBytes = registers * kRegisterBytes;
+  Array<uint8_t>{dst}.store<kBytes>(left - kBytes, Array<const uint8_t>{src}.load<kBytes>(left - kBytes));
+  return left - kBytes;
 }
 
 // From the last byte down: right unless `dst` lies below `src` in one array. The hints, however, climb from
 // the start of the array.
 template <size_t prefetch_distance>
 void move_downward(const uint8_t* src, uint8_t* dst, size_t bytes) {
-  size_t left = bytes;
-  if constexpr (kPrefetches && prefetch_distance > 0) {
-    for (; left >= kCacheLineBytes; left -= kCacheLineBytes) {
-      prefetch_ahead<prefetch_distance>(src + (bytes - left));
-      move_line(src + left - kCacheLineBytes, dst + left - kCacheLineBytes);
-    }
+  if constexpr (!kPrefetches) {
+    std::memmove(dst, src, bytes);
+    return;
   }
-  std::memmove(dst, src, left);
+  if (bytes < kRegisterBytes) return move_upward<0>(src, dst, bytes);  // loads all before it stores
+  const U8 first = load(src);
+  constexpr size_t kTurn = kTurnRegisters * kRegisterBytes;
+  size_t left = bytes;
+  while (left >= kTurn) {
+    prefetch_ahead<prefetch_distance, kTurn>(src + (bytes - left));
+    left = move_below<kTurnRegisters>(src, dst, left);
+  }
+  if (left > 4 * kRegisterBytes) left = move_below<4>(src, dst, left);
+  if (left > 2 * kRegisterBytes) left = move_below<2>(src, dst, left);
+  if (left > kRegisterBytes) move_below<1>(src, dst, left);
+  store(dst, first);
 }
 
 template <size_t prefetch_distance = 0, class T>

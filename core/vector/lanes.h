@@ -44,6 +44,10 @@ ZIVKS_INLINE Lanes<T, N> operator-(Lanes<T, N> a, Lanes<T, N> b) {
   return lift<T>([](auto x, auto y) { return x - y; }, a, b);
 }
 template <class T, size_t N>
+ZIVKS_INLINE Lanes<T, N> operator-(Lanes<T, N> a) {
+  return lift<T>([](auto x) { return -x; }, a);
+}
+template <class T, size_t N>
 ZIVKS_INLINE Lanes<T, N> operator*(Lanes<T, N> a, Lanes<T, N> b) {
   return lift<T>([](auto x, auto y) { return x * y; }, a, b);
 }
@@ -72,7 +76,8 @@ ZIVKS_INLINE Lanes<T, N> operator&(Lanes<T, N> a, Register<T> b) {
 }
 template <class T, size_t N>
 ZIVKS_INLINE Lanes<T, N> operator^(Lanes<T, N> a, Register<T> b) {
-  return lift<T>([b](auto x) { return x ^ b; }, a);
+  using Bits = Register<UnsignedOf<sizeof(T)>>;
+  return lift<T>([b](auto x) { return Register<T>(Bits(x) ^ Bits(b)); }, a);
 }
 
 template <class T, size_t N>
@@ -86,6 +91,10 @@ ZIVKS_INLINE Lanes<T, N> subtract_saturating(Lanes<T, N> a, Lanes<T, N> b) {
 template <class T, size_t N>
 ZIVKS_INLINE Lanes<T, N> add_saturating(Lanes<T, N> a, Register<T> b) {
   return lift<T>([b](auto x) { return add_saturating(x, b); }, a);
+}
+template <class T, size_t N>
+ZIVKS_INLINE Lanes<T, N> subtract_saturating(Register<T> a, Lanes<T, N> b) {
+  return lift<T>([a](auto x) { return subtract_saturating(a, x); }, b);
 }
 template <class T, size_t N>
 ZIVKS_INLINE Lanes<T, N> subtract_saturating(Lanes<T, N> a, Register<T> b) {

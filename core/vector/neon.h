@@ -8,6 +8,9 @@
 
 namespace zivks {
 
+// Registers that a turn of a loop takes of one operand. There are thirty-two.
+inline constexpr size_t kTurnRegisters = 8;
+
 // --- Saturating arithmetic -------------------------------------------------------------
 
 ZIVKS_INLINE U8 add_saturating(U8 a, U8 b) { return U8(vqaddq_u8(a, b)); }
@@ -220,6 +223,10 @@ ZIVKS_INLINE RegisterPair<R> deinterleave(R low, R high) {
   return {R(even), R(odd)};
 }
 
+// Of 64-bit elements a pair of loads and two permutations are no more work than the structured load.
+template <class T>
+inline constexpr bool kLoadsDeinterleave = sizeof(T) < 8;
+
 template <class T>
 ZIVKS_INLINE RegisterPair<Register<T>> load_deinterleaved(const T* from) {
   using R = Register<T>;
@@ -234,8 +241,7 @@ ZIVKS_INLINE RegisterPair<Register<T>> load_deinterleaved(const T* from) {
     const uint32x4x2_t both = vld2q_u32(static_cast<const uint32_t*>(bytes));
     return {R(both.val[0]), R(both.val[1])};
   } else {
-    const uint64x2x2_t both = vld2q_u64(static_cast<const uint64_t*>(bytes));
-    return {R(both.val[0]), R(both.val[1])};
+    return deinterleave(load(from), load(from + kRegisterElements<T>));
   }
 }
 template <class T>

@@ -24,7 +24,9 @@
 //                                         clamps at the bounds, NaN gives 0
 //   fused_multiply_add(a, b, c)           a * b + c with one rounding
 //   deinterleave, interleave              even and odd elements of two registers, and back
-//   load_deinterleaved, store_interleaved the same from and to memory
+//   load_deinterleaved, store_interleaved the same from and to memory; kLoadsDeinterleave<T> tells whether
+//   the load
+//                                         does it by itself
 //   reverse                               last element first
 //   shuffle_bytes(bytes, index)           within each 16 bytes: byte index[i] of the same 16, 0 from index
 //   128 up multiply_low                          64-bit integers, product modulo 2^64

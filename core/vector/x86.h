@@ -13,6 +13,10 @@ namespace zivks {
 
 using M = __m256i;
 
+// Registers that a turn of a loop takes of one operand. There are sixteen, for two sources, constants and
+// results.
+inline constexpr size_t kTurnRegisters = 4;
+
 // --- Saturating arithmetic -------------------------------------------------------------
 
 ZIVKS_INLINE U8 add_saturating(U8 a, U8 b) { return U8(_mm256_adds_epu8(M(a), M(b))); }
@@ -271,6 +275,9 @@ ZIVKS_INLINE RegisterPair<R> deinterleave(R low, R high) {
             R(order_quarters(_mm256_packus_epi16(odd(low), odd(high))))};
   }
 }
+
+template <class T>
+inline constexpr bool kLoadsDeinterleave = false;
 
 template <class T>
 ZIVKS_INLINE RegisterPair<Register<T>> load_deinterleaved(const T* from) {
