@@ -1,0 +1,408 @@
+// The loops that the library is measured against: what a good programmer writes for the task in a minute,
+// left to the compiler at -O3. They need not keep the library's rules for NaN, seeds and the like.
+#ifndef BENCH_PLAIN_LOOPS_H
+#define BENCH_PLAIN_LOOPS_H
+
+#include <algorithm>
+#include <cmath>
+#include <cstdint>
+#include <cstdlib>
+#include <cstring>
+#include <limits>
+#include <type_traits>
+
+#include "zivks/types.h"
+
+// A plain loop is compiled by itself, as if it stood in another file: without that the compiler would make
+// use of the arguments that the rows happen to pass.
+#if defined(__clang__)
+#define PLAIN_LOOP [[gnu::noinline]]
+#else
+#define PLAIN_LOOP [[gnu::noipa]]
+#endif
+
+namespace bench {
+
+// The type of the parts of a complex number, or the type itself.
+template <class T, class = void>
+struct Part {
+  using Type = T;
+};
+template <class T>
+struct Part<T, std::void_t<decltype(T::re)>> {
+  using Type = decltype(T::re);
+};
+template <class T>
+using PartOf = typename Part<T>::Type;
+
+template <class T>
+inline constexpr bool kIsComplex = !std::is_same_v<PartOf<T>, T>;
+
+// Operations on elements.
+
+struct Add {
+  template <class A, class B>
+  auto operator()(A a, B b) const {
+    if constexpr (kIsComplex<A>) {
+      return A{a.re + b.re, a.im + b.im};
+    } else {
+      return a + b;
+    }
+  }
+};
+
+struct Subtract {
+  template <class A, class B>
+  auto operator()(A a, B b) const {
+    if constexpr (kIsComplex<A>) {
+      return A{a.re - b.re, a.im - b.im};
+    } else {
+      return a - b;
+    }
+  }
+};
+
+struct SubtractReversed {
+  template <class A, class B>
+  auto operator()(A a, B b) const {
+    return Subtract{}(b, a);
+  }
+};
+
+struct AddWrapping {
+  uint32_t operator()(int16_t a, int32_t b) const {
+    return static_cast<uint32_t>(a) + static_cast<uint32_t>(b);
+  }
+};
+
+template <class T, class Wide>
+T clamp_to(Wide value) {
+  if constexpr (std::is_same_v<T, Wide>) {
+    return value;
+  } else {
+    return static_cast<T>(
+        std::clamp(value, Wide{std::numeric_limits<T>::min()}, Wide{std::numeric_limits<T>::max()}));
+  }
+}
+
+struct AddSaturating {
+  int16_t operator()(int16_t a, int16_t b) const { return clamp_to<int16_t>(a + b); }
+  uint16_t operator()(uint16_t a, uint16_t b) const { return clamp_to<uint16_t>(a + b); }
+  uint32_t operator()(uint32_t a, uint32_t b) const {
+    const uint32_t sum = a + b;
+    return sum < a ? std::numeric_limits<uint32_t>::max() : sum;
+  }
+};
+
+struct SubtractSaturating {
+  int16_t operator()(int16_t a, int16_t b) const { return clamp_to<int16_t>(a - b); }
+};
+
+struct SubtractReversedSaturating {
+  int16_t operator()(int16_t a, int16_t b) const { return clamp_to<int16_t>(b - a); }
+};
+
+struct Absolute {
+  float operator()(float a) const { return std::fabs(a); }
+  double operator()(double a) const { return std::fabs(a); }
+  int16_t operator()(int16_t a) const { return clamp_to<int16_t>(std::abs(a)); }
+  int32_t operator()(int32_t a) const {
+    return a == std::numeric_limits<int32_t>::min() ? std::numeric_limits<int32_t>::max() : std::abs(a);
+  }
+};
+
+struct Real {
+  template <class A>
+  auto operator()(A a) const {
+    return a.re;
+  }
+};
+
+struct Imaginary {
+  template <class A>
+  auto operator()(A a) const {
+    return a.im;
+  }
+};
+
+struct Conjugate {
+  template <class A>
+  A operator()(A a) const {
+    if constexpr (std::is_integral_v<PartOf<A>>) {
+      return {a.re, clamp_to<PartOf<A>>(-a.im)};
+    } else {
+      return {a.re, -a.im};
+    }
+  }
+};
+
+struct Convert {
+  template <class A>
+  A operator()(A a) const {
+    return a;
+  }
+};
+
+// Element-wise loops.
+
+template <class Operation>
+struct ElementWise {
+  template <class A, class T>
+  PLAIN_LOOP void operator()(const A* src, T* dst, int32_t len) const {
+    for (int32_t i = 0; i < len; ++i) dst[i] = static_cast<T>(Operation{}(src[i]));
+  }
+  template <class A, class B, class T>
+  PLAIN_LOOP void operator()(const A* src1, const B* src2, T* dst, int32_t len) const {
+    for (int32_t i = 0; i < len; ++i) dst[i] = static_cast<T>(Operation{}(src1[i], src2[i]));
+  }
+  template <class A, class Value, class T>
+  PLAIN_LOOP void operator()(const A* src, Value val, T* dst, int32_t len) const {
+    for (int32_t i = 0; i < len; ++i) dst[i] = static_cast<T>(Operation{}(src[i], val));
+  }
+};
+
+template <class Operation>
+struct InPlace {
+  template <class T>
+  PLAIN_LOOP void operator()(T* srcDst, int32_t len) const {
+    for (int32_t i = 0; i < len; ++i) srcDst[i] = Operation{}(srcDst[i]);
+  }
+  template <class A, class T>
+  PLAIN_LOOP void operator()(const A* src, T* srcDst, int32_t len) const {
+    for (int32_t i = 0; i < len; ++i) srcDst[i] = static_cast<T>(Operation{}(src[i], srcDst[i]));
+  }
+  template <class Value, class T>
+  PLAIN_LOOP void operator()(Value val, T* srcDst, int32_t len) const {
+    for (int32_t i = 0; i < len; ++i) srcDst[i] = static_cast<T>(Operation{}(srcDst[i], val));
+  }
+};
+
+struct ConvertScaled {
+  template <class A, class T>
+  PLAIN_LOOP void operator()(const A* src, T* dst, int32_t len, double scale) const {
+    const T factor = static_cast<T>(1.0 / scale);
+    for (int32_t i = 0; i < len; ++i) dst[i] = static_cast<T>(src[i]) * factor;
+  }
+};
+
+// Copies and fills.
+
+struct CopyForward {
+  template <class T>
+  PLAIN_LOOP void operator()(const T* src, T* dst, int32_t len) const {
+    for (int32_t i = 0; i < len; ++i) dst[i] = src[i];
+  }
+};
+
+struct CopyEitherWay {
+  template <class T>
+  PLAIN_LOOP void operator()(const T* src, T* dst, int32_t len) const {
+    if (src > dst) {
+      for (int32_t i = 0; i < len; ++i) dst[i] = src[i];
+    } else {
+      for (int32_t i = len - 1; i >= 0; --i) dst[i] = src[i];
+    }
+  }
+};
+
+struct Fill {
+  template <class T>
+  PLAIN_LOOP void operator()(T val, T* dst, int32_t len) const {
+    for (int32_t i = 0; i < len; ++i) dst[i] = val;
+  }
+  template <class T>
+  PLAIN_LOOP void operator()(T* dst, int32_t len) const {
+    for (int32_t i = 0; i < len; ++i) dst[i] = T{};
+  }
+};
+
+// Complex layout.
+
+struct Split {
+  template <class A, class T>
+  PLAIN_LOOP void operator()(const A* src, T* dstRe, T* dstIm, int32_t len) const {
+    for (int32_t i = 0; i < len; ++i) {
+      dstRe[i] = src[i].re;
+      dstIm[i] = src[i].im;
+    }
+  }
+};
+
+struct Merge {
+  template <class A, class T>
+  PLAIN_LOOP void operator()(const A* srcRe, const A* srcIm, T* dst, int32_t len) const {
+    for (int32_t i = 0; i < len; ++i) {
+      dst[i].re = srcRe[i];
+      dst[i].im = srcIm[i];
+    }
+  }
+};
+
+struct MergeReal {
+  template <class A, class T>
+  PLAIN_LOOP void operator()(const A* srcRe, const A*, T* dst, int32_t len) const {
+    for (int32_t i = 0; i < len; ++i) {
+      dst[i].re = srcRe[i];
+      dst[i].im = 0;
+    }
+  }
+};
+
+struct MergeImaginary {
+  template <class A, class T>
+  PLAIN_LOOP void operator()(const A*, const A* srcIm, T* dst, int32_t len) const {
+    for (int32_t i = 0; i < len; ++i) {
+      dst[i].re = 0;
+      dst[i].im = srcIm[i];
+    }
+  }
+};
+
+// Extremes and counts.
+
+struct Identity {
+  template <class T>
+  T operator()(T a) const {
+    return a;
+  }
+};
+
+// In a type that holds the magnitude of every value.
+struct Magnitude {
+  int32_t operator()(int16_t a) const { return std::abs(int32_t{a}); }
+  int64_t operator()(int32_t a) const { return std::abs(int64_t{a}); }
+  float operator()(float a) const { return std::fabs(a); }
+  double operator()(double a) const { return std::fabs(a); }
+};
+
+template <class Transform = Identity>
+struct Maximum {
+  template <class T>
+  PLAIN_LOOP void operator()(const T* src, int32_t len, T* maximum) const {
+    auto running = Transform{}(src[0]);
+    for (int32_t i = 1; i < len; ++i) {
+      const auto value = Transform{}(src[i]);
+      if (value > running) running = value;
+    }
+    *maximum = clamp_to<T>(running);
+  }
+};
+
+template <class Transform = Identity>
+struct Minimum {
+  template <class T>
+  PLAIN_LOOP void operator()(const T* src, int32_t len, T* minimum) const {
+    auto running = Transform{}(src[0]);
+    for (int32_t i = 1; i < len; ++i) {
+      const auto value = Transform{}(src[i]);
+      if (value < running) running = value;
+    }
+    *minimum = clamp_to<T>(running);
+  }
+};
+
+struct MinimumAndMaximum {
+  template <class T>
+  PLAIN_LOOP void operator()(const T* src, int32_t len, T* minimum, T* maximum) const {
+    T low = src[0];
+    T high = src[0];
+    for (int32_t i = 1; i < len; ++i) {
+      if (src[i] < low) low = src[i];
+      if (src[i] > high) high = src[i];
+    }
+    *minimum = low;
+    *maximum = high;
+  }
+};
+
+struct ProductIsNegative {
+  int operator()(int16_t a, int16_t b) const { return a * b < 0; }
+  int operator()(float a, float b) const { return a * b < 0; }
+};
+
+struct SignBitsDiffer {
+  int operator()(int16_t a, int16_t b) const { return (a < 0) != (b < 0); }
+  int operator()(float a, float b) const { return std::signbit(a) != std::signbit(b); }
+};
+
+struct SignDistance {
+  template <class T>
+  int operator()(T a, T b) const {
+    return std::abs(sign(a) - sign(b));
+  }
+  template <class T>
+  static int sign(T a) {
+    return (a > 0) - (a < 0);
+  }
+};
+
+template <class Change>
+struct CountChanges {
+  template <class T>
+  PLAIN_LOOP void operator()(const T* src, int32_t len, float* value, int32_t kind) const {
+    int32_t count = 0;
+    for (int32_t i = 1; i < len; ++i) count += Change{}(src[i - 1], src[i]);
+    *value = kind == 2 ? static_cast<float>(count) * 0.5f : static_cast<float>(count);
+  }
+};
+
+// Standard routines.
+
+struct NoRoutine {};
+
+struct Memcpy {
+  static constexpr const char* kName = "memcpy";
+  template <class T>
+  void operator()(const T* src, T* dst, int32_t len) const {
+    std::memcpy(dst, src, static_cast<std::size_t>(len) * sizeof(T));
+  }
+};
+
+struct Memmove {
+  static constexpr const char* kName = "memmove";
+  template <class T>
+  void operator()(const T* src, T* dst, int32_t len) const {
+    std::memmove(dst, src, static_cast<std::size_t>(len) * sizeof(T));
+  }
+};
+
+struct Memset {
+  static constexpr const char* kName = "memset";
+  void operator()(uint8_t val, uint8_t* dst, int32_t len) const {
+    std::memset(dst, val, static_cast<std::size_t>(len));
+  }
+  template <class T>
+  void operator()(T* dst, int32_t len) const {
+    std::memset(dst, 0, static_cast<std::size_t>(len) * sizeof(T));
+  }
+};
+
+struct MaxElement {
+  static constexpr const char* kName = "max_element";
+  template <class T>
+  void operator()(const T* src, int32_t len, T* maximum) const {
+    *maximum = *std::max_element(src, src + len);
+  }
+};
+
+struct MinElement {
+  static constexpr const char* kName = "min_element";
+  template <class T>
+  void operator()(const T* src, int32_t len, T* minimum) const {
+    *minimum = *std::min_element(src, src + len);
+  }
+};
+
+struct MinmaxElement {
+  static constexpr const char* kName = "minmax_element";
+  template <class T>
+  void operator()(const T* src, int32_t len, T* minimum, T* maximum) const {
+    const auto [low, high] = std::minmax_element(src, src + len);
+    *minimum = *low;
+    *maximum = *high;
+  }
+};
+
+}  // namespace bench
+
+#endif

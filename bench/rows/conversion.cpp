@@ -1,0 +1,27 @@
+#include "bench/row.h"
+
+namespace bench {
+
+std::vector<Row> conversion_rows() {
+  using namespace role;
+  return {
+      ROW(ZIVKS_Convert_8u32f, kWidening, ElementWise<Convert>, NoRoutine, src, dst, len),
+      ROW(ZIVKS_Convert_8s16s, kWidening, ElementWise<Convert>, NoRoutine, src, dst, len),
+      ROW(ZIVKS_Convert_8s32f, kWidening, ElementWise<Convert>, NoRoutine, src, dst, len),
+      ROW(ZIVKS_Convert_16u32f, kWidening, ElementWise<Convert>, NoRoutine, src, dst, len),
+      ROW(ZIVKS_Convert_16s32s, kWidening, ElementWise<Convert>, NoRoutine, src, dst, len),
+      ROW(ZIVKS_Convert_16s32f, kWidening, ElementWise<Convert>, NoRoutine, src, dst, len),
+      ROW(ZIVKS_Convert_32s32f, kWidening, ElementWise<Convert>, NoRoutine, src, dst, len),
+      ROW(ZIVKS_Convert_32s64f, kWidening, ElementWise<Convert>, NoRoutine, src, dst, len),
+      ROW(ZIVKS_Convert_32f64f, kWidening, ElementWise<Convert>, NoRoutine, src, dst, len),
+      ROW(ZIVKS_Convert_64s64f, kWidening, ElementWise<Convert>, NoRoutine, src, dst, len),
+      ROW(ZIVKS_Convert_64f32f, kWidening, ElementWise<Convert>, NoRoutine, src, dst, len),
+
+      ROW(ZIVKS_Convert_16s32f_S, kWidening, ConvertScaled, NoRoutine, src, dst, len, number<4>),
+      ROW(ZIVKS_Convert_16s64f_S, kWidening, ConvertScaled, NoRoutine, src, dst, len, number<4>),
+      ROW(ZIVKS_Convert_32s32f_S, kWidening, ConvertScaled, NoRoutine, src, dst, len, number<4>),
+      ROW(ZIVKS_Convert_32s64f_S, kWidening, ConvertScaled, NoRoutine, src, dst, len, number<4>),
+  };
+}
+
+}  // namespace bench

@@ -1,0 +1,83 @@
+#include "bench/row.h"
+
+namespace bench {
+
+std::vector<Row> movement_rows() {
+  using namespace role;
+  return {
+      ROW(ZIVKS_Copy_8u, kPlain, CopyForward, Memcpy, src, dst, len),
+      ROW(ZIVKS_Copy_16s, kPlain, CopyForward, Memcpy, src, dst, len),
+      ROW(ZIVKS_Copy_32s, kPlain, CopyForward, Memcpy, src, dst, len),
+      ROW(ZIVKS_Copy_32f, kPlain, CopyForward, Memcpy, src, dst, len),
+      ROW(ZIVKS_Copy_64s, kPlain, CopyForward, Memcpy, src, dst, len),
+      ROW(ZIVKS_Copy_64f, kPlain, CopyForward, Memcpy, src, dst, len),
+      ROW(ZIVKS_Copy_16sc, kPlain, CopyForward, Memcpy, src, dst, len),
+      ROW(ZIVKS_Copy_32sc, kPlain, CopyForward, Memcpy, src, dst, len),
+      ROW(ZIVKS_Copy_32fc, kPlain, CopyForward, Memcpy, src, dst, len),
+      ROW(ZIVKS_Copy_64sc, kPlain, CopyForward, Memcpy, src, dst, len),
+      ROW(ZIVKS_Copy_64fc, kPlain, CopyForward, Memcpy, src, dst, len),
+
+      ROW(ZIVKS_Move_8u, kPlain, CopyEitherWay, Memmove, src, dst, len),
+      ROW(ZIVKS_Move_16s, kPlain, CopyEitherWay, Memmove, src, dst, len),
+      ROW(ZIVKS_Move_32s, kPlain, CopyEitherWay, Memmove, src, dst, len),
+      ROW(ZIVKS_Move_32f, kPlain, CopyEitherWay, Memmove, src, dst, len),
+      ROW(ZIVKS_Move_64s, kPlain, CopyEitherWay, Memmove, src, dst, len),
+      ROW(ZIVKS_Move_64f, kPlain, CopyEitherWay, Memmove, src, dst, len),
+      ROW(ZIVKS_Move_16sc, kPlain, CopyEitherWay, Memmove, src, dst, len),
+      ROW(ZIVKS_Move_32sc, kPlain, CopyEitherWay, Memmove, src, dst, len),
+      ROW(ZIVKS_Move_32fc, kPlain, CopyEitherWay, Memmove, src, dst, len),
+      ROW(ZIVKS_Move_64sc, kPlain, CopyEitherWay, Memmove, src, dst, len),
+      ROW(ZIVKS_Move_64fc, kPlain, CopyEitherWay, Memmove, src, dst, len),
+
+      ROW(ZIVKS_Set_8u, kPlain, Fill, Memset, val, dst, len),
+      ROW(ZIVKS_Set_16s, kPlain, Fill, NoRoutine, val, dst, len),
+      ROW(ZIVKS_Set_32s, kPlain, Fill, NoRoutine, val, dst, len),
+      ROW(ZIVKS_Set_32f, kPlain, Fill, NoRoutine, val, dst, len),
+      ROW(ZIVKS_Set_64s, kPlain, Fill, NoRoutine, val, dst, len),
+      ROW(ZIVKS_Set_64f, kPlain, Fill, NoRoutine, val, dst, len),
+      ROW(ZIVKS_Set_16sc, kPlain, Fill, NoRoutine, val, dst, len),
+      ROW(ZIVKS_Set_32sc, kPlain, Fill, NoRoutine, val, dst, len),
+      ROW(ZIVKS_Set_32fc, kPlain, Fill, NoRoutine, val, dst, len),
+      ROW(ZIVKS_Set_64sc, kPlain, Fill, NoRoutine, val, dst, len),
+      ROW(ZIVKS_Set_64fc, kPlain, Fill, NoRoutine, val, dst, len),
+
+      ROW(ZIVKS_Zero_8u, kPlain, Fill, Memset, dst, len),
+      ROW(ZIVKS_Zero_16s, kPlain, Fill, Memset, dst, len),
+      ROW(ZIVKS_Zero_32s, kPlain, Fill, Memset, dst, len),
+      ROW(ZIVKS_Zero_32f, kPlain, Fill, Memset, dst, len),
+      ROW(ZIVKS_Zero_64s, kPlain, Fill, Memset, dst, len),
+      ROW(ZIVKS_Zero_64f, kPlain, Fill, Memset, dst, len),
+      ROW(ZIVKS_Zero_16sc, kPlain, Fill, Memset, dst, len),
+      ROW(ZIVKS_Zero_32sc, kPlain, Fill, Memset, dst, len),
+      ROW(ZIVKS_Zero_32fc, kPlain, Fill, Memset, dst, len),
+      ROW(ZIVKS_Zero_64sc, kPlain, Fill, Memset, dst, len),
+      ROW(ZIVKS_Zero_64fc, kPlain, Fill, Memset, dst, len),
+
+      ROW(ZIVKS_Real_16sc, kPlain, ElementWise<Real>, NoRoutine, src, dst, len),
+      ROW(ZIVKS_Real_32fc, kPlain, ElementWise<Real>, NoRoutine, src, dst, len),
+      ROW(ZIVKS_Real_64fc, kPlain, ElementWise<Real>, NoRoutine, src, dst, len),
+      ROW(ZIVKS_Imag_16sc, kPlain, ElementWise<Imaginary>, NoRoutine, src, dst, len),
+      ROW(ZIVKS_Imag_32fc, kPlain, ElementWise<Imaginary>, NoRoutine, src, dst, len),
+      ROW(ZIVKS_Imag_64fc, kPlain, ElementWise<Imaginary>, NoRoutine, src, dst, len),
+      ROW(ZIVKS_CplxToReal_16sc, kPlain, Split, NoRoutine, src, dstRe, dstIm, len),
+      ROW(ZIVKS_CplxToReal_32fc, kPlain, Split, NoRoutine, src, dstRe, dstIm, len),
+      ROW(ZIVKS_CplxToReal_64fc, kPlain, Split, NoRoutine, src, dstRe, dstIm, len),
+      ROW(ZIVKS_RealToCplx_16s, kPlain, Merge, NoRoutine, srcRe, srcIm, dst, len),
+      ROW(ZIVKS_RealToCplx_16s, kPlain, MergeReal, NoRoutine, srcRe, null, dst, len).with("re"),
+      ROW(ZIVKS_RealToCplx_16s, kPlain, MergeImaginary, NoRoutine, null, srcIm, dst, len).with("im"),
+      ROW(ZIVKS_RealToCplx_32f, kPlain, Merge, NoRoutine, srcRe, srcIm, dst, len),
+      ROW(ZIVKS_RealToCplx_32f, kPlain, MergeReal, NoRoutine, srcRe, null, dst, len).with("re"),
+      ROW(ZIVKS_RealToCplx_32f, kPlain, MergeImaginary, NoRoutine, null, srcIm, dst, len).with("im"),
+      ROW(ZIVKS_RealToCplx_64f, kPlain, Merge, NoRoutine, srcRe, srcIm, dst, len),
+      ROW(ZIVKS_RealToCplx_64f, kPlain, MergeReal, NoRoutine, srcRe, null, dst, len).with("re"),
+      ROW(ZIVKS_RealToCplx_64f, kPlain, MergeImaginary, NoRoutine, null, srcIm, dst, len).with("im"),
+      ROW(ZIVKS_Conj_16sc, kSaturating, ElementWise<Conjugate>, NoRoutine, src, dst, len),
+      ROW(ZIVKS_Conj_32fc, kPlain, ElementWise<Conjugate>, NoRoutine, src, dst, len),
+      ROW(ZIVKS_Conj_64fc, kPlain, ElementWise<Conjugate>, NoRoutine, src, dst, len),
+      ROW(ZIVKS_Conj_16sc_I, kSaturating, InPlace<Conjugate>, NoRoutine, srcDst, len),
+      ROW(ZIVKS_Conj_32fc_I, kPlain, InPlace<Conjugate>, NoRoutine, srcDst, len),
+      ROW(ZIVKS_Conj_64fc_I, kPlain, InPlace<Conjugate>, NoRoutine, srcDst, len),
+  };
+}
+
+}  // namespace bench

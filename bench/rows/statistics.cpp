@@ -1,0 +1,52 @@
+#include "bench/row.h"
+
+namespace bench {
+
+std::vector<Row> statistics_rows() {
+  using namespace role;
+  return {
+      ROW(ZIVKS_Max_16s, kExtreme, Maximum<>, MaxElement, src, len, result),
+      ROW(ZIVKS_Max_32s, kExtreme, Maximum<>, MaxElement, src, len, result),
+      ROW(ZIVKS_Max_32f, kNanWatching, Maximum<>, MaxElement, src, len, result),
+      ROW(ZIVKS_Max_64f, kNanWatching, Maximum<>, MaxElement, src, len, result),
+      ROW(ZIVKS_Min_16s, kExtreme, Minimum<>, MinElement, src, len, result),
+      ROW(ZIVKS_Min_32s, kExtreme, Minimum<>, MinElement, src, len, result),
+      ROW(ZIVKS_Min_32f, kNanWatching, Minimum<>, MinElement, src, len, result),
+      ROW(ZIVKS_Min_64f, kNanWatching, Minimum<>, MinElement, src, len, result),
+      ROW(ZIVKS_MinMax_8u, kExtreme, MinimumAndMaximum, MinmaxElement, src, len, pMin, pMax),
+      ROW(ZIVKS_MinMax_16u, kExtreme, MinimumAndMaximum, MinmaxElement, src, len, pMin, pMax),
+      ROW(ZIVKS_MinMax_32u, kExtreme, MinimumAndMaximum, MinmaxElement, src, len, pMin, pMax),
+      ROW(ZIVKS_MinMax_16s, kExtreme, MinimumAndMaximum, MinmaxElement, src, len, pMin, pMax),
+      ROW(ZIVKS_MinMax_32s, kExtreme, MinimumAndMaximum, MinmaxElement, src, len, pMin, pMax),
+      ROW(ZIVKS_MinMax_32f, kNanWatching, MinimumAndMaximum, MinmaxElement, src, len, pMin, pMax),
+      ROW(ZIVKS_MinMax_64f, kNanWatching, MinimumAndMaximum, MinmaxElement, src, len, pMin, pMax),
+      ROW(ZIVKS_MaxAbs_16s, kSaturating, Maximum<Magnitude>, NoRoutine, src, len, result),
+      ROW(ZIVKS_MaxAbs_32s, kSaturating, Maximum<Magnitude>, NoRoutine, src, len, result),
+      ROW(ZIVKS_MaxAbs_32f, kNanWatching, Maximum<Magnitude>, NoRoutine, src, len, result),
+      ROW(ZIVKS_MaxAbs_64f, kNanWatching, Maximum<Magnitude>, NoRoutine, src, len, result),
+      ROW(ZIVKS_MinAbs_16s, kSaturating, Minimum<Magnitude>, NoRoutine, src, len, result),
+      ROW(ZIVKS_MinAbs_32s, kSaturating, Minimum<Magnitude>, NoRoutine, src, len, result),
+      ROW(ZIVKS_MinAbs_32f, kNanWatching, Minimum<Magnitude>, NoRoutine, src, len, result),
+      ROW(ZIVKS_MinAbs_64f, kNanWatching, Minimum<Magnitude>, NoRoutine, src, len, result),
+      ROW(ZIVKS_ZeroCrossing_32f, kWidening, CountChanges<ProductIsNegative>, NoRoutine, src, len, result,
+          number<0>)
+          .with("kind 0"),
+      ROW(ZIVKS_ZeroCrossing_32f, kWidening, CountChanges<SignBitsDiffer>, NoRoutine, src, len, result,
+          number<1>)
+          .with("kind 1"),
+      ROW(ZIVKS_ZeroCrossing_32f, kWidening, CountChanges<SignDistance>, NoRoutine, src, len, result,
+          number<2>)
+          .with("kind 2"),
+      ROW(ZIVKS_ZeroCrossing_16s32f, kWidening, CountChanges<ProductIsNegative>, NoRoutine, src, len, result,
+          number<0>)
+          .with("kind 0"),
+      ROW(ZIVKS_ZeroCrossing_16s32f, kWidening, CountChanges<SignBitsDiffer>, NoRoutine, src, len, result,
+          number<1>)
+          .with("kind 1"),
+      ROW(ZIVKS_ZeroCrossing_16s32f, kWidening, CountChanges<SignDistance>, NoRoutine, src, len, result,
+          number<2>)
+          .with("kind 2"),
+  };
+}
+
+}  // namespace bench
