@@ -29,7 +29,7 @@ ZIVKS_INLINE State reduce_ends(const T* src, size_t len, State state, Step step)
 // `combine` merges. Elements may be met twice and each state begins with `start`, so the reduction has to be
 // one for which that makes no difference.
 template <class T, class State, class Step, class Combine>
-[[gnu::flatten]] State reduce_registers(const T* src, size_t len, State start, Step step, Combine combine) {
+ZIVKS_INLINE State reduce_registers(const T* src, size_t len, State start, Step step, Combine combine) {
   constexpr size_t kTurn = kTurnRegisters * kRegisterElements<T>;
   if (len <= kTurn) return reduce_ends<kTurnRegisters / 2>(src, len, start, step);
 

@@ -1,8 +1,8 @@
 // Minimum and maximum of an array, or of its absolute values.
 //
-// The integer forms are plain. The floating-point forms examine whole blocks of 32 bytes with operations that
-// pass a NaN on and put -0 below +0, and the rest, the tail, by comparisons that a NaN fails and that take
-// the zeros for equal. What they begin with differs from member to member and can be seen in the result.
+// The integer forms are plain. The floating-point forms examine whole blocks of 32 bytes with operations that pass a
+// NaN on and put -0 below +0, and the rest, the tail, by comparisons that a NaN fails and that take the zeros for
+// equal. What they begin with differs from member to member and can be seen in the result.
 #include <zivks/statistics.h>
 
 #include <cmath>
@@ -10,52 +10,27 @@
 
 #include "core/checks.h"
 #include "core/reduce.h"
+#include "core/vector/range.h"
 
 using namespace zivks;
 
 namespace {
 
-// An order of values. States of a walk are in the order's own form: `enter` brings values into it, `leave`
-// takes them out of it again.
-struct Minimum {
-  template <class R>
-  static R enter(R value) {
-    return value;
-  }
-  template <class R>
-  static R keep(R a, R b) {
-    return minimum(a, b);
-  }
-  template <class R>
-  static auto leave(R state) {
-    return reduce_minimum(state);
+// Which end of a range is asked for.
+struct Smallest {
+  template <class T>
+  static T of(const Range<T>& range) {
+    return range.minimum();
   }
   template <class T>
   static bool beats(T candidate, T current) {
     return candidate < current;
   }
 };
-
-// On x86-64 the maximum of floats is made of sign changes around the minimum; made once on the way in and
-// once on the way out they cost next to nothing.
-struct Maximum {
-  template <class R>
-  static constexpr bool kNegates = kMaximumNegates&& std::is_floating_point_v<ElementOf<R>>;
-
-  template <class R>
-  static R enter(R value) {
-    if constexpr (kNegates<R>) return -value;
-    if constexpr (!kNegates<R>) return value;
-  }
-  template <class R>
-  static R keep(R a, R b) {
-    if constexpr (kNegates<R>) return minimum(a, b);
-    if constexpr (!kNegates<R>) return maximum(a, b);
-  }
-  template <class R>
-  static auto leave(R state) {
-    if constexpr (kNegates<R>) return -reduce_minimum(state);
-    if constexpr (!kNegates<R>) return reduce_maximum(state);
+struct Largest {
+  template <class T>
+  static T of(const Range<T>& range) {
+    return range.maximum();
   }
   template <class T>
   static bool beats(T candidate, T current) {
@@ -65,15 +40,12 @@ struct Maximum {
 
 // What is compared: the elements as they are, or their absolute values.
 struct Value {
-  static constexpr bool kSigned = true;
   template <class R>
   static R of(R a) {
     return a;
   }
 };
-
 struct Magnitude {
-  static constexpr bool kSigned = false;
   template <class R>
   static R of(R a) {
     return absolute(a);
@@ -84,48 +56,21 @@ struct Magnitude {
   static double of(double a) { return std::fabs(a); }
 };
 
-template <class T>
-struct MinMax {
-  T min, max;
-};
-
-// The states of both orders after all elements of an array of at least one register.
-template <class T>
-ZIVKS_INLINE MinMax<Register<T>> walk_both(const T* src, size_t len, Register<T> start) {
-  using State = MinMax<Register<T>>;
+// `start` and an array of at least one register.
+template <class Measure, class T>
+ZIVKS_INLINE Range<T> range_of_registers(const T* src, size_t len, Range<T> start) {
   return reduce_registers(
-      src, len, State{Minimum::enter(start), Maximum::enter(start)},
-      [](State state, auto x) -> State {
-        return {Minimum::keep(state.min, Minimum::enter(x)), Maximum::keep(state.max, Maximum::enter(x))};
-      },
-      [](State a, State b) -> State {
-        return {Minimum::keep(a.min, b.min), Maximum::keep(a.max, b.max)};
-      });
+      src, len, start, [](Range<T> state, auto x) { return state.with(Measure::of(x)); },
+      [](Range<T> a, Range<T> b) { return a.with(b); });
 }
 
 // --- Integers --------------------------------------------------------------------------
 
-template <class Order, class Measure, class T>
-T extreme_of_integers(const T* src, size_t len) {
+template <class Measure, class T>
+ZIVKS_INLINE Range<T> range_of_integers(const T* src, size_t len) {
   constexpr size_t N = kRegisterElements<T>;
-  if (len < N) return Order::leave(Measure::of(load_repeatedly<N / 2>(src, len)));
-  const auto keep = [](auto a, auto b) { return Order::keep(a, b); };
-  return Order::leave(reduce_registers(
-      src, len, Measure::of(load(src)), [=](auto state, auto x) { return keep(state, Measure::of(x)); },
-      keep));
-}
-
-template <class T>
-MinMax<T> extremes_of_integers(const T* src, size_t len) {
-  constexpr size_t N = kRegisterElements<T>;
-  const auto leave = [](MinMax<Register<T>> state) -> MinMax<T> {
-    return {Minimum::leave(state.min), Maximum::leave(state.max)};
-  };
-  if (len < N) {
-    const Register<T> all = load_repeatedly<N / 2>(src, len);
-    return leave({all, all});
-  }
-  return leave(walk_both(src, len, load(src)));
+  if (len < N) return Range<T>::of(Measure::of(load_repeatedly<N / 2>(src, len)));
+  return range_of_registers<Measure>(src, len, Range<T>::of(Measure::of(load(src))));
 }
 
 // --- Floating point --------------------------------------------------------------------
@@ -136,15 +81,8 @@ constexpr size_t kBlock = 32 / sizeof(T);
 template <class T>
 using Block = Lanes<T, kBlock<T>>;
 
-template <class T>
-constexpr auto kTailParts = std::make_index_sequence<Block<T>::kParts>();
-
-// Which NaN the lanes deliver depends on the processor; the result does not.
-template <class T>
-constexpr T kCanonicalNan = std::numeric_limits<T>::quiet_NaN();
-
-// A block that holds all the elements behind the whole blocks of `src`. Its other elements are elements of
-// the last whole block or, in an array shorter than a block, of the tail once more.
+// A block that holds all the elements behind the whole blocks of `src`. Its other elements are elements of the last
+// whole block or, in an array shorter than a block, of the tail once more.
 template <class T>
 ZIVKS_INLINE Block<T> load_tail(const T* src, size_t len) {
   constexpr size_t B = kBlock<T>;
@@ -154,189 +92,176 @@ ZIVKS_INLINE Block<T> load_tail(const T* src, size_t len) {
   if constexpr (N == B) {
     return {{load_repeatedly<N / 2>(src, len)}};
   } else {
-    if (len >= N) return array.template load_ends<B, N>(len);
+    if (len > N) return array.template load_ends<B, N>(len);
     const Register<T> all = load_repeatedly<N / 2>(src, len);
     return {{all, all}};
   }
 }
 
-// The state after the tail. A NaN in the tail is passed over; one in the state stays.
-template <class Order, class Measure, class T, size_t... K>
-ZIVKS_INLINE Register<T> absorb_tail(Register<T> state, Block<T> tail, std::index_sequence<K...>) {
-  const auto number_or_state = [=](auto x) {
-    const auto measure = Order::enter(Measure::of(x));
-    return select(measure == measure, measure, state);
+// The range after the tail, whose NaNs are passed over: `included`, which the range holds already, stands in for them.
+template <class Measure, class T, size_t... K>
+ZIVKS_INLINE Range<T> with_tail(Range<T> range, Block<T> tail, Register<T> included,
+                                std::index_sequence<K...>) {
+  const auto number = [=](auto x) {
+    const auto measure = Measure::of(x);
+    return select(measure == measure, measure, included);
   };
-  Register<T> result = state;
-  ((result = Order::keep(result, number_or_state(tail.part[K]))), ...);
-  return result;
+  ((range = range.with(number(tail.part[K]))), ...);
+  return range;
 }
 
-// Comparisons element by element, from src[first] on. This is what a tail means; it matters where zeros meet,
-// since the first of them counts, and its sign.
-template <class Order, class T>
+// What a tail means: comparisons element by element, from src[first] on.
+template <class End, class T>
 [[gnu::noinline]] T compare_each(T current, const T* src, size_t first, size_t len) {
   for (size_t i = first; i < len; ++i) {
-    if (Order::beats(src[i], current)) current = src[i];
+    if (End::beats(src[i], current)) current = src[i];
   }
   return current;
 }
 
-// The result of a walk that found a zero, if there is a tail: the extreme of the `count` elements of whole blocks, or
-// the first element if there are none, and what the tail makes of it.
-template <class Order, class T>
-T resolve_zero(Register<T> blocks, size_t count, const T* src, size_t len) {
-  return compare_each<Order>(count > 0 ? T(Order::leave(blocks)) : src[0], src, count, len);
-}
-
-// `block_seed` begins the examination of whole blocks, `short_seed` that of an array shorter than one.
-template <class Order, class Measure, class T>
-T extreme_of_floats(const T* src, size_t len, T block_seed, T short_seed) {
-  const size_t count = len & ~(kBlock<T> - 1);
-  Register<T> blocks;
-  if (count > 0) {
-    const auto keep = [](auto a, auto b) { return Order::keep(a, b); };
-    blocks = reduce_registers(
-        src, count, Order::enter(broadcast(block_seed)),
-        [=](auto state, auto x) { return keep(state, Order::enter(Measure::of(x))); }, keep);
-  } else {
-    if (short_seed != short_seed) return short_seed;
-    blocks = Order::enter(broadcast(short_seed));
-  }
-  Register<T> all = blocks;
-  if (count < len) all = absorb_tail<Order, Measure, T>(blocks, load_tail(src, len), kTailParts<T>);
-  const T result = Order::leave(all);
-  if (result != result) return kCanonicalNan<T>;
-  if (Measure::kSigned && result == 0 && count < len) return resolve_zero<Order>(blocks, count, src, len);
-  return result;
-}
-
+// What a walk over an array of floats has found.
 template <class T>
-MinMax<T> extremes_of_floats(const T* src, size_t len) {
+struct FloatWalk {
+  size_t count;     // elements in whole blocks
+  T short_seed;     // what an array shorter than a block began with
+  Range<T> blocks;  // of the whole blocks, or of the short seed if there are none
+  Range<T> all;     // with the tail
+};
+
+template <class Measure, class T>
+ZIVKS_INLINE FloatWalk<T> walk_floats(const T* src, size_t len, T block_seed, T short_seed) {
   const size_t count = len & ~(kBlock<T> - 1);
-  MinMax<Register<T>> blocks;
-  if (count > 0) {
-    blocks = walk_both(src, count, load(src));
-  } else {
-    if (src[0] != src[0]) return {src[0], src[0]};
-    blocks = {Minimum::enter(broadcast(src[0])), Maximum::enter(broadcast(src[0]))};
-  }
-  MinMax<Register<T>> all = blocks;
-  if (count < len) {
-    const Block<T> tail = load_tail(src, len);
-    all = {absorb_tail<Minimum, Value, T>(blocks.min, tail, kTailParts<T>),
-           absorb_tail<Maximum, Value, T>(blocks.max, tail, kTailParts<T>)};
-  }
-  MinMax<T> result = {Minimum::leave(all.min), Maximum::leave(all.max)};
-  if (result.min != result.min) return {kCanonicalNan<T>, kCanonicalNan<T>};
-  if (count < len) {
-    if (result.min == 0) result.min = resolve_zero<Minimum>(blocks.min, count, src, len);
-    if (result.max == 0) result.max = resolve_zero<Maximum>(blocks.max, count, src, len);
+  const Register<T> included = broadcast(short_seed);
+  const Range<T> blocks = count > 0
+                              ? range_of_registers<Measure>(src, count, Range<T>::of(broadcast(block_seed)))
+                              : Range<T>::of(included);
+  if (count == len) return {count, short_seed, blocks, blocks};
+  constexpr auto parts = std::make_index_sequence<Block<T>::kParts>();
+  return {count, short_seed, blocks, with_tail<Measure>(blocks, load_tail(src, len), included, parts)};
+}
+
+// The asked end of the range. Where zeros meet in a tail the first of them counts, and its sign; of absolute values
+// there is but one zero.
+template <class End, class Measure, class T>
+ZIVKS_INLINE T extreme_of(FloatWalk<T> walk, const T* src, size_t len) {
+  if (walk.count == 0 && walk.short_seed != walk.short_seed) return walk.short_seed;
+  const T result = End::of(walk.all);
+  if (std::is_same_v<Measure, Value> && result == 0 && walk.count < len) {
+    return compare_each<End>(walk.count > 0 ? End::of(walk.blocks) : walk.short_seed, src, walk.count, len);
   }
   return result;
 }
 
 // --- Shapes of the exported functions --------------------------------------------------
 
-template <class Order, class Measure, class T>
-ZIVKStatus find_integer(const T* src, int32_t len, T* result) {
+template <class End, class Measure, class T>
+[[gnu::flatten]] ZIVKStatus find_integer(const T* src, int32_t len, T* result) {
   if (ZIVKStatus status = check_arrays(len, src, result)) return status;
-  *result = extreme_of_integers<Order, Measure>(src, static_cast<size_t>(len));
+  *result = End::of(range_of_integers<Measure>(src, static_cast<size_t>(len)));
   return ZIVK_STS_NO_ERR;
 }
 
-template <class Order, class T>
-ZIVKStatus find_float(const T* src, int32_t len, T* result) {
-  if (ZIVKStatus status = check_arrays(len, src, result)) return status;
-  *result = extreme_of_floats<Order, Value>(src, static_cast<size_t>(len), src[0], src[0]);
+template <class T>
+[[gnu::flatten]] ZIVKStatus find_both_integers(const T* src, int32_t len, T* pMin, T* pMax) {
+  if (ZIVKStatus status = check_arrays(len, src, pMin, pMax)) return status;
+  const Range<T> range = range_of_integers<Value>(src, static_cast<size_t>(len));
+  *pMin = range.minimum();
+  *pMax = range.maximum();
   return ZIVK_STS_NO_ERR;
+}
+
+template <class End, class Measure, class T>
+ZIVKS_INLINE ZIVKStatus find_float(const T* src, int32_t len, T* result, T block_seed, T short_seed) {
+  const auto count = static_cast<size_t>(len);
+  *result = extreme_of<End, Measure>(walk_floats<Measure>(src, count, block_seed, short_seed), src, count);
+  return ZIVK_STS_NO_ERR;
+}
+
+template <class End, class T>
+[[gnu::flatten]] ZIVKStatus find_value(const T* src, int32_t len, T* result) {
+  if (ZIVKStatus status = check_arrays(len, src, result)) return status;
+  return find_float<End, Value>(src, len, result, src[0], src[0]);
 }
 
 // The smallest normal number begins the blocks, and stays if all else is below it.
 template <class T>
-ZIVKStatus find_largest_magnitude(const T* src, int32_t len, T* result) {
+[[gnu::flatten]] ZIVKStatus find_largest_magnitude(const T* src, int32_t len, T* result) {
   if (ZIVKStatus status = check_arrays(len, src, result)) return status;
-  *result = extreme_of_floats<Maximum, Magnitude>(src, static_cast<size_t>(len),
-                                                  std::numeric_limits<T>::min(), std::fabs(src[0]));
-  return ZIVK_STS_NO_ERR;
+  return find_float<Largest, Magnitude>(src, len, result, std::numeric_limits<T>::min(), std::fabs(src[0]));
 }
 
-// The largest finite number begins arrays of every length, so that infinities and, in a short array, a NaN in
-// front leave no trace.
+// The largest finite number begins arrays of every length, so that infinities and, in a short array, NaNs leave no
+// trace.
 template <class T>
-ZIVKStatus find_smallest_magnitude(const T* src, int32_t len, T* result) {
+[[gnu::flatten]] ZIVKStatus find_smallest_magnitude(const T* src, int32_t len, T* result) {
   if (ZIVKStatus status = check_arrays(len, src, result)) return status;
   constexpr T kSeed = std::numeric_limits<T>::max();
-  *result = extreme_of_floats<Minimum, Magnitude>(src, static_cast<size_t>(len), kSeed, kSeed);
-  return ZIVK_STS_NO_ERR;
+  return find_float<Smallest, Magnitude>(src, len, result, kSeed, kSeed);
 }
 
 template <class T>
-ZIVKStatus find_both(const T* src, int32_t len, T* pMin, T* pMax) {
+[[gnu::flatten]] ZIVKStatus find_both_floats(const T* src, int32_t len, T* pMin, T* pMax) {
   if (ZIVKStatus status = check_arrays(len, src, pMin, pMax)) return status;
-  MinMax<T> extremes;
-  if constexpr (std::is_floating_point_v<T>) {
-    extremes = extremes_of_floats(src, static_cast<size_t>(len));
-  } else {
-    extremes = extremes_of_integers(src, static_cast<size_t>(len));
-  }
-  *pMin = extremes.min;
-  *pMax = extremes.max;
+  const auto count = static_cast<size_t>(len);
+  const FloatWalk<T> walk = walk_floats<Value>(src, count, src[0], src[0]);
+  const T smallest = extreme_of<Smallest, Value>(walk, src, count);
+  *pMax = extreme_of<Largest, Value>(walk, src, count);
+  *pMin = smallest;
   return ZIVK_STS_NO_ERR;
 }
 
 }  // namespace
 
 ZIVKStatus ZIVKS_Max_16s(const int16_t* src, int32_t len, int16_t* pMax) {
-  return find_integer<Maximum, Value>(src, len, pMax);
+  return find_integer<Largest, Value>(src, len, pMax);
 }
 ZIVKStatus ZIVKS_Max_32s(const int32_t* src, int32_t len, int32_t* pMax) {
-  return find_integer<Maximum, Value>(src, len, pMax);
+  return find_integer<Largest, Value>(src, len, pMax);
 }
 ZIVKStatus ZIVKS_Max_32f(const float* src, int32_t len, float* pMax) {
-  return find_float<Maximum>(src, len, pMax);
+  return find_value<Largest>(src, len, pMax);
 }
 ZIVKStatus ZIVKS_Max_64f(const double* src, int32_t len, double* pMax) {
-  return find_float<Maximum>(src, len, pMax);
+  return find_value<Largest>(src, len, pMax);
 }
 
 ZIVKStatus ZIVKS_Min_16s(const int16_t* src, int32_t len, int16_t* pMin) {
-  return find_integer<Minimum, Value>(src, len, pMin);
+  return find_integer<Smallest, Value>(src, len, pMin);
 }
 ZIVKStatus ZIVKS_Min_32s(const int32_t* src, int32_t len, int32_t* pMin) {
-  return find_integer<Minimum, Value>(src, len, pMin);
+  return find_integer<Smallest, Value>(src, len, pMin);
 }
 ZIVKStatus ZIVKS_Min_32f(const float* src, int32_t len, float* pMin) {
-  return find_float<Minimum>(src, len, pMin);
+  return find_value<Smallest>(src, len, pMin);
 }
 ZIVKStatus ZIVKS_Min_64f(const double* src, int32_t len, double* pMin) {
-  return find_float<Minimum>(src, len, pMin);
+  return find_value<Smallest>(src, len, pMin);
 }
 
 ZIVKStatus ZIVKS_MinMax_8u(const uint8_t* src, int32_t len, uint8_t* pMin, uint8_t* pMax) {
-  return find_both(src, len, pMin, pMax);
+  return find_both_integers(src, len, pMin, pMax);
 }
 ZIVKStatus ZIVKS_MinMax_16u(const uint16_t* src, int32_t len, uint16_t* pMin, uint16_t* pMax) {
-  return find_both(src, len, pMin, pMax);
+  return find_both_integers(src, len, pMin, pMax);
 }
 ZIVKStatus ZIVKS_MinMax_32u(const uint32_t* src, int32_t len, uint32_t* pMin, uint32_t* pMax) {
-  return find_both(src, len, pMin, pMax);
+  return find_both_integers(src, len, pMin, pMax);
 }
 ZIVKStatus ZIVKS_MinMax_16s(const int16_t* src, int32_t len, int16_t* pMin, int16_t* pMax) {
-  return find_both(src, len, pMin, pMax);
+  return find_both_integers(src, len, pMin, pMax);
 }
 ZIVKStatus ZIVKS_MinMax_32s(const int32_t* src, int32_t len, int32_t* pMin, int32_t* pMax) {
-  return find_both(src, len, pMin, pMax);
+  return find_both_integers(src, len, pMin, pMax);
 }
 ZIVKStatus ZIVKS_MinMax_32f(const float* src, int32_t len, float* pMin, float* pMax) {
-  return find_both(src, len, pMin, pMax);
+  return find_both_floats(src, len, pMin, pMax);
 }
 ZIVKStatus ZIVKS_MinMax_64f(const double* src, int32_t len, double* pMin, double* pMax) {
-  return find_both(src, len, pMin, pMax);
+  return find_both_floats(src, len, pMin, pMax);
 }
 
 ZIVKStatus ZIVKS_MaxAbs_16s(const int16_t* src, int32_t len, int16_t* pMaxAbs) {
-  return find_integer<Maximum, Magnitude>(src, len, pMaxAbs);
+  return find_integer<Largest, Magnitude>(src, len, pMaxAbs);
 }
 
 // From 8 elements on the first block is not examined: src[0] takes part as it is, with its sign, and of the
@@ -344,12 +269,13 @@ ZIVKStatus ZIVKS_MaxAbs_16s(const int16_t* src, int32_t len, int16_t* pMaxAbs) {
 ZIVKStatus ZIVKS_MaxAbs_32s(const int32_t* src, int32_t len, int32_t* pMaxAbs) {
   constexpr int32_t kSkipped = 8;
   if (src == nullptr || pMaxAbs == nullptr || len < kSkipped) {
-    return find_integer<Maximum, Magnitude>(src, len, pMaxAbs);
+    return find_integer<Largest, Magnitude>(src, len, pMaxAbs);
   }
   int32_t largest = src[0];
   if (len > kSkipped) {
-    const auto rest = static_cast<size_t>(len - kSkipped);
-    largest = std::max(largest, extreme_of_integers<Maximum, Magnitude>(src + kSkipped, rest));
+    int32_t of_rest;
+    find_integer<Largest, Magnitude>(src + kSkipped, len - kSkipped, &of_rest);
+    largest = std::max(largest, of_rest);
   }
   *pMaxAbs = largest;
   return ZIVK_STS_NO_ERR;
@@ -363,10 +289,10 @@ ZIVKStatus ZIVKS_MaxAbs_64f(const double* src, int32_t len, double* pMaxAbs) {
 }
 
 ZIVKStatus ZIVKS_MinAbs_16s(const int16_t* src, int32_t len, int16_t* pMinAbs) {
-  return find_integer<Minimum, Magnitude>(src, len, pMinAbs);
+  return find_integer<Smallest, Magnitude>(src, len, pMinAbs);
 }
 ZIVKStatus ZIVKS_MinAbs_32s(const int32_t* src, int32_t len, int32_t* pMinAbs) {
-  return find_integer<Minimum, Magnitude>(src, len, pMinAbs);
+  return find_integer<Smallest, Magnitude>(src, len, pMinAbs);
 }
 ZIVKStatus ZIVKS_MinAbs_32f(const float* src, int32_t len, float* pMinAbs) {
   return find_smallest_magnitude(src, len, pMinAbs);

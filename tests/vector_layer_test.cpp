@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "core/loops.h"
+#include "core/vector/range.h"
 
 namespace zivks {
 namespace {
@@ -169,6 +170,35 @@ TEST(VectorLayer, MinimumAndMaximum) {
         least = lesser<T>(least, a[k]), most = greater<T>(most, a[k]);
       ASSERT_TRUE(same<T>(reduce_minimum(a), least)) << i;
       ASSERT_TRUE(same<T>(reduce_maximum(a), most)) << i;
+    }
+  });
+}
+
+// Two registers at a time, and of the floats also those without a NaN, of one sign, or nothing but zeros.
+TEST(VectorLayer, Range) {
+  for_types<uint8_t, int8_t, uint16_t, int16_t, uint32_t, int32_t, float, double>([](auto type) {
+    using T = decltype(type);
+    std::vector<std::vector<T>> choices = {telling_values<T>(), {}, {}, {}, {T(0), T(-T(0))}};
+    for (T value : choices[0]) {
+      if (value == value) choices[1].push_back(value);
+      if (value >= 0) choices[2].push_back(value);
+      if (value <= 0) choices[3].push_back(value);
+    }
+    for (const std::vector<T>& values : choices) {
+      for (size_t i = 0; i < values.size(); ++i) {
+        const Register<T> a = register_of(values, i), b = register_of(values, 5 * i + 1);
+        const Range<T> range = Range<T>::of(a).with(b);
+        T least = a[0], most = a[0];
+        for (size_t k = 0; k < 2 * kRegisterElements<T>; ++k) {
+          const T value = k < kRegisterElements<T> ? a[k] : b[k - kRegisterElements<T>];
+          least = lesser<T>(least, value), most = greater<T>(most, value);
+        }
+        const T minimum = range.minimum(), maximum = range.with(range).maximum();
+        ASSERT_EQ(std::memcmp(&minimum, &least, sizeof(T)), 0)
+            << bits_of(minimum) << ", expected " << bits_of(least);
+        ASSERT_EQ(std::memcmp(&maximum, &most, sizeof(T)), 0)
+            << bits_of(maximum) << ", expected " << bits_of(most);
+      }
     }
   });
 }
