@@ -31,6 +31,21 @@ template <size_t distance, size_t bytes = kCacheLineBytes>
   }
 }
 
+inline constexpr size_t kReadAheadBytes = kPrefetches ? 0 : size_t{16} << 10;
+
+// From this size on an array is read with hints at what comes kReadAheadBytes later; in the caches they would cost a
+// little.
+inline constexpr size_t kReadAheadFrom = size_t{1} << 20;
+
+template <size_t bytes>
+[[gnu::always_inline]] inline void read_ahead(const void* from) {
+  if constexpr (kReadAheadBytes == 0) return;
+  const uintptr_t start = reinterpret_cast<uintptr_t>(from) + kReadAheadBytes;
+  for (size_t line = 0; line < bytes; line += kCacheLineBytes) {
+    __builtin_prefetch(reinterpret_cast<const void*>(start + line));
+  }
+}
+
 }  // namespace zivks
 
 #endif

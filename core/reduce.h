@@ -42,7 +42,17 @@ ZIVKS_INLINE State reduce_registers(const T* src, size_t len, State start, Step 
     fourth = reduce_steps(quarter, from + kTurn / 4 * 3, fourth, step);
   };
   const size_t last_turn = len - kTurn;
-  for (size_t i = 0; i < last_turn; i += kTurn) turn(src + i);
+  const auto walk = [&](auto ahead) {
+    for (size_t i = 0; i < last_turn; i += kTurn) {
+      if constexpr (ahead) read_ahead<kTurn * sizeof(T)>(src + i);
+      turn(src + i);
+    }
+  };
+  if (kReadAheadBytes > 0 && len * sizeof(T) >= kReadAheadFrom) {
+    walk(std::true_type());
+  } else {
+    walk(std::false_type());
+  }
   turn(src + last_turn);
   return combine(combine(first, second), combine(third, fourth));
 }

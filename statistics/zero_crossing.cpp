@@ -5,7 +5,9 @@
 // float32, so short of that all lanes and the tail are added up at once.
 #include <zivks/statistics.h>
 
+#include <algorithm>
 #include <cmath>
+#include <cstring>
 #include <limits>
 
 #include "core/checks.h"
@@ -58,7 +60,7 @@ template <class T>
 using Counts = Lanes<int32_t, kRegisterElements<T>>;
 
 template <class Kind, class T>
-constexpr bool kWatchesNan = Kind::kSumsInFloat&& std::is_floating_point_v<T>;
+constexpr bool kWatchesNan = (Kind::kSumsInFloat && std::is_floating_point_v<T>);
 
 Counts<float> widened(I32 counter) { return {{counter}}; }
 Counts<int16_t> widened(I16 counter) {
@@ -83,7 +85,7 @@ Counter<T> lanes_from(size_t first) {
 
 // Whole blocks of pairs: (src[0], src[1]) and so on. Lane k of the result counts pairs whose index is k modulo the
 // block. `nan`, where it is watched, becomes NaN if one of the second samples is.
-template <class Kind, class T>
+template <class Kind, bool reads_ahead, class T>
 ZIVKS_INLINE Counts<T> count_blocks(const T* src, size_t pairs, Register<T>& nan) {
   constexpr size_t N = kRegisterElements<T>;
   constexpr size_t B = Kind::template kBlock<T>;
@@ -105,6 +107,7 @@ ZIVKS_INLINE Counts<T> count_blocks(const T* src, size_t pairs, Register<T>& nan
     if (end - i >= 4 * N) {
       Counter<T> second = {}, third = {}, fourth = {};
       for (; i + 4 * N <= end; i += 4 * N) {
+        if constexpr (reads_ahead) read_ahead<4 * kRegisterBytes>(src + i);
         first += count_at(i);
         second += count_at(i + N);
         watch(i, i + N);
@@ -142,7 +145,7 @@ ZIVKS_INLINE Counter<T> count_tail(const T* src, size_t pairs) {
   return Kind::count(a, b) & lanes_from<T>(B - pairs);
 }
 
-// Less pairs than a block, by way of the first C and the last C of them, where C < pairs <= 2 * C, or both are 1;
+// Fewer pairs than a block, by way of the first C and the last C of them, where C < pairs <= 2 * C, or both are 1;
 // those that are in both count once.
 template <class Kind, size_t C, class T>
 ZIVKS_INLINE Counter<T> count_few(const T* src, size_t pairs) {
@@ -157,7 +160,7 @@ ZIVKS_INLINE Counter<T> count_few(const T* src, size_t pairs) {
   }
 }
 
-// As many pairs as can be added up in any order.
+// So few pairs that all sums are exact and can be formed in any order.
 template <class Kind, class T>
 [[gnu::flatten]] float count_exactly(const T* src, size_t pairs) {
   constexpr size_t B = Kind::template kBlock<T>;
@@ -165,7 +168,7 @@ template <class Kind, class T>
   Register<T> nan = {};
   Counts<T> counts = {};
   if (blocks > 0) {
-    counts = count_blocks<Kind>(src, blocks, nan);
+    counts = count_blocks<Kind, false>(src, blocks, nan);
     if constexpr (kWatchesNan<Kind, T>) {
       if (src[0] != src[0] || has_nan(nan)) return std::numeric_limits<float>::quiet_NaN();
     }
@@ -186,7 +189,21 @@ void add_lanes(float (&sum)[B], Counts<T> counts) {
   for (size_t k = 0; k < B; ++k) sum[k] += static_cast<float>(total[k]);
 }
 
-// Arrays with so many pairs that a float32 sum may cease to be exact.
+// The sums of float32 lanes that add block by block, where they may not be exact.
+template <class Kind, size_t B, class T>
+[[gnu::flatten]] void add_blocks(float (&sum)[B], const T* src, size_t pairs, Register<T>& nan) {
+  float lanes[kRegisterElements<T>] = {};
+  std::memcpy(lanes, sum, sizeof sum);
+  const Array<float> stored = {lanes};
+  auto sums = stored.load<kRegisterElements<T>>(0);
+  for (size_t i = 0; i < pairs; i += B) {
+    sums = sums - convert<float>(count_blocks<Kind, false>(src + i, B, nan));
+  }
+  stored.store(0, sums);
+  std::memcpy(sum, lanes, sizeof sum);
+}
+
+// Long arrays. With so many pairs a float32 sum may cease to be exact.
 //
 // Lanes that count in integers go to float32 at the end. Lanes that add in float32 do so block by block, which comes to
 // the same as adding a whole stretch at once as long as the sums stay exact.
@@ -199,11 +216,13 @@ template <class Kind, class T>
   Register<T> nan = {};
   float sum[B] = {};
   for (size_t i = 0; i < blocks; i += stretch) {
-    const size_t end = std::min(i + stretch, blocks);
-    const float growth = 2 * static_cast<float>((end - i) / B);
-    const bool exact = !Kind::kSumsInFloat || *std::max_element(sum, sum + B) + growth <= kLargestExact;
-    const size_t step = exact ? end - i : B;
-    for (size_t k = i; k < end; k += step) add_lanes<B, T>(sum, count_blocks<Kind>(src + k, step, nan));
+    const size_t count = std::min(stretch, blocks - i);
+    const float growth = 2 * static_cast<float>(count / B);
+    if (Kind::kSumsInFloat && *std::max_element(sum, sum + B) + growth > kLargestExact) {
+      add_blocks<Kind>(sum, src + i, count, nan);
+    } else {
+      add_lanes<B, T>(sum, count_blocks<Kind, true>(src + i, count, nan));
+    }
   }
   if constexpr (kWatchesNan<Kind, T>) {
     if (src[0] != src[0] || has_nan(nan)) return std::numeric_limits<float>::quiet_NaN();
@@ -221,8 +240,9 @@ template <class Kind, class T>
 
 template <class Kind, class T>
 float count_crossings(const T* src, size_t pairs) {
-  constexpr size_t kExactPairs = size_t{1} << 23;
-  const float count = pairs <= kExactPairs ? count_exactly<Kind>(src, pairs) : count_many<Kind>(src, pairs);
+  static_assert(kReadAheadFrom <= size_t{1} << 23, "of so few pairs every sum is exact in float32");
+  const bool few = pairs * sizeof(T) < kReadAheadFrom;
+  const float count = few ? count_exactly<Kind>(src, pairs) : count_many<Kind>(src, pairs);
   return count * Kind::kWeight;
 }
 
