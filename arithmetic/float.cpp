@@ -5,6 +5,7 @@
 #include <zivks/arithmetic.h>
 
 #include "core/checks.h"
+#include "core/complex.h"
 
 using namespace zivks;
 
@@ -13,41 +14,6 @@ namespace {
 constexpr auto add = [](auto a, auto b) { return a + b; };
 constexpr auto subtract_second = [](auto a, auto b) { return a - b; };
 constexpr auto subtract_from_second = [](auto a, auto b) { return b - a; };
-
-// An element seen as kParts values of a real type, and a register that repeats them.
-template <class T>
-struct PartsOf {
-  using Part = T;
-  static constexpr size_t kParts = 1;
-};
-template <>
-struct PartsOf<ZIVK32fc> {
-  using Part = float;
-  static constexpr size_t kParts = 2;
-};
-template <>
-struct PartsOf<ZIVK64fc> {
-  using Part = double;
-  static constexpr size_t kParts = 2;
-};
-
-F32 repeat(float val) { return broadcast(val); }
-F64 repeat(double val) { return broadcast(val); }
-F32 repeat(ZIVK32fc val) { return F32(broadcast(read<uint64_t>(&val))); }
-F64 repeat(ZIVK64fc val) { return interleave(broadcast(val.re), broadcast(val.im)).first; }
-
-template <class T>
-const typename PartsOf<T>::Part* parts_of(const T* elements) {
-  return reinterpret_cast<const typename PartsOf<T>::Part*>(elements);
-}
-template <class T>
-typename PartsOf<T>::Part* parts_of(T* elements) {
-  return reinterpret_cast<typename PartsOf<T>::Part*>(elements);
-}
-template <class T>
-size_t count_parts(int32_t len) {
-  return PartsOf<T>::kParts * static_cast<size_t>(len);
-}
 
 template <size_t prefetch_distance = 0, class T, class Kernel>
 ZIVKStatus combine_arrays(const T* src1, const T* src2, T* dst, int32_t len, Kernel kernel) {
@@ -59,7 +25,7 @@ ZIVKStatus combine_arrays(const T* src1, const T* src2, T* dst, int32_t len, Ker
 template <size_t prefetch_distance = 0, class T, class Kernel>
 ZIVKStatus combine_constant(const T* src, T val, T* dst, int32_t len, Kernel kernel) {
   if (ZIVKStatus status = check_arrays(len, src, dst)) return status;
-  const auto constant = repeat(val);
+  const auto constant = repeat_parts(val);
   return map(
       parts_of(dst), count_parts<T>(len), [=](auto a) { return kernel(a, constant); },
       prefetched<prefetch_distance>(parts_of(src)));

@@ -116,7 +116,7 @@ struct NoArray {
 template <int index, int moves>
 struct Array {
   template <class Parameter>
-  static constexpr int kBytesMoved = moves* int{sizeof(Element<Parameter>)};
+  static constexpr int kBytesMoved = (moves * int{sizeof(Element<Parameter>)});
   template <class Parameter>
   static Parameter get(const Arrays& arrays, int32_t) {
     return static_cast<Parameter>(arrays.array(index));

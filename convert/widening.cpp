@@ -9,9 +9,11 @@ using namespace zivks;
 
 namespace {
 
-// Integers of 8 and 16 bits reach a float by way of 32 bits.
-constexpr auto to_float = [](auto a) { return convert<float>(widen<int32_t>(a)); };
+constexpr auto to_float = [](auto a) { return convert<float>(a); };
 constexpr auto to_double = [](auto a) { return convert<double>(a); };
+
+// Integers of 8 and 16 bits reach a float by way of 32 bits.
+constexpr auto narrow_to_float = [](auto a) { return convert<float>(widen<int32_t>(a)); };
 
 // `kernel` followed by the multiplication that `scale` selects, in the precision of the destination. It is
 // made for a multiplier of 1 as well.
@@ -37,20 +39,19 @@ ZIVKStatus ZIVKS_Convert_16s32s(const int16_t* src, int32_t* dst, int32_t len) {
 }
 
 ZIVKStatus ZIVKS_Convert_8u32f(const uint8_t* src, float* dst, int32_t len) {
-  return map_arrays(dst, len, to_float, src);
+  return map_arrays(dst, len, narrow_to_float, src);
 }
 ZIVKStatus ZIVKS_Convert_8s32f(const int8_t* src, float* dst, int32_t len) {
-  return map_arrays(dst, len, to_float, src);
+  return map_arrays(dst, len, narrow_to_float, src);
 }
 ZIVKStatus ZIVKS_Convert_16u32f(const uint16_t* src, float* dst, int32_t len) {
-  return map_arrays(dst, len, to_float, src);
+  return map_arrays(dst, len, narrow_to_float, src);
 }
 ZIVKStatus ZIVKS_Convert_16s32f(const int16_t* src, float* dst, int32_t len) {
-  return map_arrays(dst, len, to_float, src);
+  return map_arrays(dst, len, narrow_to_float, src);
 }
 ZIVKStatus ZIVKS_Convert_32s32f(const int32_t* src, float* dst, int32_t len) {
-  return map_arrays(
-      dst, len, [](auto a) { return convert<float>(a); }, src);
+  return map_arrays(dst, len, to_float, src);
 }
 
 ZIVKStatus ZIVKS_Convert_32s64f(const int32_t* src, double* dst, int32_t len) {
@@ -63,15 +64,14 @@ ZIVKStatus ZIVKS_Convert_32f64f(const float* src, double* dst, int32_t len) {
   return map_arrays(dst, len, to_double, src);
 }
 ZIVKStatus ZIVKS_Convert_64f32f(const double* src, float* dst, int32_t len) {
-  return map_arrays(
-      dst, len, [](auto a) { return convert<float>(a); }, src);
+  return map_arrays(dst, len, to_float, src);
 }
 
 ZIVKStatus ZIVKS_Convert_16s32f_S(const int16_t* src, float* dst, int32_t len, double scale) {
-  return map_scaled(src, dst, len, scale, to_float);
+  return map_scaled(src, dst, len, scale, narrow_to_float);
 }
 ZIVKStatus ZIVKS_Convert_32s32f_S(const int32_t* src, float* dst, int32_t len, double scale) {
-  return map_scaled(src, dst, len, scale, [](auto a) { return convert<float>(a); });
+  return map_scaled(src, dst, len, scale, to_float);
 }
 ZIVKStatus ZIVKS_Convert_16s64f_S(const int16_t* src, double* dst, int32_t len, double scale) {
   return map_scaled(src, dst, len, scale, [](auto a) { return convert<double>(widen<int32_t>(a)); });

@@ -10,25 +10,25 @@ namespace zivks {
 
 // Whether an operand of a loop is missing.
 template <class T>
-[[gnu::always_inline]] inline bool is_null(const T* array) {
+ZIVKS_INLINE bool is_null(const T* array) {
   return array == nullptr;
 }
 template <class T, size_t distance>
-[[gnu::always_inline]] inline bool is_null(Array<T, distance> array) {
+ZIVKS_INLINE bool is_null(Array<T, distance> array) {
   return array.data == nullptr;
 }
 template <class T, size_t distance>
-[[gnu::always_inline]] inline bool is_null(ComplexArray<T, distance> array) {
+ZIVKS_INLINE bool is_null(ComplexArray<T, distance> array) {
   return array.parts == nullptr;
 }
 template <class T>
-[[gnu::always_inline]] inline bool is_null(SplitArrays<T> arrays) {
+ZIVKS_INLINE bool is_null(SplitArrays<T> arrays) {
   return is_null(arrays.re) || is_null(arrays.im);
 }
 
 // The checks of every function with arrays and a length, in their order: pointers, then length.
 template <class... Operands>
-[[gnu::always_inline]] inline ZIVKStatus check_arrays(int32_t len, Operands... operand) {
+ZIVKS_INLINE ZIVKStatus check_arrays(int32_t len, Operands... operand) {
   if ((is_null(operand) || ...)) return ZIVK_STS_NULL_PTR_ERR;
   if (len < 1) return ZIVK_STS_SIZE_ERR;
   return ZIVK_STS_NO_ERR;
@@ -36,8 +36,7 @@ template <class... Operands>
 
 // What most element-wise functions do: check, then map.
 template <class Destination, class Kernel, class... Sources>
-[[gnu::always_inline]] inline ZIVKStatus map_arrays(Destination dst, int32_t len, Kernel kernel,
-                                                    Sources... src) {
+ZIVKS_INLINE ZIVKStatus map_arrays(Destination dst, int32_t len, Kernel kernel, Sources... src) {
   if (ZIVKStatus status = check_arrays(len, src..., dst)) return status;
   return map(dst, static_cast<size_t>(len), kernel, src...);
 }

@@ -223,25 +223,24 @@ ZIVKS_INLINE Array<const T, distance> prefetched(const T* data) {
   return {data};
 }
 
+// The kernel of a move.
+inline constexpr auto unchanged = [](auto a) { return a; };
+
 // --- Element-wise functions ------------------------------------------------------------
 
-// Elements that one step of a kernel treats. On Arm it fills a register of the narrowest type, since widening
-// takes the upper half of a register as easily as the lower. On x86-64 it fills a register of the
-// destination: widening loads read just as much memory as they need, and taking a register apart costs an
-// instruction.
+// Elements that one step of a kernel treats: they fill a register of the narrowest type. Where loads widen,
+// they fill one of the destination, since then sources that are narrower are loaded in just the pieces that
+// are wanted.
 template <class Destination, class... Sources>
 constexpr size_t step_elements() {
-#if defined(__aarch64__)
+  constexpr size_t kDestination = sizeof(typename Destination::Element);
   return kRegisterBytes /
-         std::min({sizeof(typename Destination::Element), sizeof(typename Sources::Element)...});
-#else
-  return kRegisterBytes / sizeof(typename Destination::Element);
-#endif
+         (kWidensFromMemory ? kDestination : std::min({kDestination, sizeof(typename Sources::Element)...}));
 }
 
 template <class Operand, size_t N>
-inline constexpr size_t kRegistersPerStep =
-    Operand::kStepRegisters* Lanes<typename Operand::Element, N>::kParts;
+inline constexpr size_t kRegistersPerStep = (Operand::kStepRegisters *
+                                             Lanes<typename Operand::Element, N>::kParts);
 
 // Steps in a turn of the main loop: as many as fill kTurnRegisters of the operand that takes most of them.
 template <size_t N, class Destination, class... Sources>

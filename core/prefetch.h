@@ -6,23 +6,16 @@
 #ifndef ZIVKS_CORE_PREFETCH_H
 #define ZIVKS_CORE_PREFETCH_H
 
-#include <cstddef>
-#include <cstdint>
+#include "core/vector/register.h"
 
 namespace zivks {
-
-#if defined(__aarch64__)
-inline constexpr bool kPrefetches = true;
-#else
-inline constexpr bool kPrefetches = false;
-#endif
 
 inline constexpr size_t kCacheLineBytes = 64;
 
 // Hints at the `bytes` of memory that lie `distance` bytes ahead of `from`, as data that is read once. The
 // address may lie outside of any array: a hint does not fault.
 template <size_t distance, size_t bytes = kCacheLineBytes>
-[[gnu::always_inline]] inline void prefetch_ahead(const void* from) {
+ZIVKS_INLINE void prefetch_ahead(const void* from) {
   if constexpr (kPrefetches && distance > 0) {
     const uintptr_t start = reinterpret_cast<uintptr_t>(from) + distance;
     for (size_t line = 0; line < bytes; line += kCacheLineBytes) {
@@ -33,12 +26,12 @@ template <size_t distance, size_t bytes = kCacheLineBytes>
 
 inline constexpr size_t kReadAheadBytes = kPrefetches ? 0 : size_t{16} << 10;
 
-// From this size on an array is read with hints at what comes kReadAheadBytes later; in the caches they would cost a
-// little.
+// From this size on an array is read with hints at what comes kReadAheadBytes later; in the caches they
+// would cost a little.
 inline constexpr size_t kReadAheadFrom = size_t{1} << 20;
 
 template <size_t bytes>
-[[gnu::always_inline]] inline void read_ahead(const void* from) {
+ZIVKS_INLINE void read_ahead(const void* from) {
   if constexpr (kReadAheadBytes == 0) return;
   const uintptr_t start = reinterpret_cast<uintptr_t>(from) + kReadAheadBytes;
   for (size_t line = 0; line < bytes; line += kCacheLineBytes) {

@@ -2,6 +2,7 @@
 #include <zivks/movement.h>
 
 #include "core/checks.h"
+#include "core/complex.h"
 
 using namespace zivks;
 
@@ -9,26 +10,10 @@ namespace {
 
 constexpr auto real_part = [](auto z) { return z.re; };
 constexpr auto imaginary_part = [](auto z) { return z.im; };
-constexpr auto both_parts = [](auto z) { return z; };
-
-template <class T>
-struct PartOf;
-template <>
-struct PartOf<ZIVK16sc> {
-  using Type = int16_t;
-};
-template <>
-struct PartOf<ZIVK32fc> {
-  using Type = float;
-};
-template <>
-struct PartOf<ZIVK64fc> {
-  using Type = double;
-};
 
 template <size_t prefetch_distance = 0, class T>
-ComplexArray<const typename PartOf<T>::Type, prefetch_distance> complex_source(const T* elements) {
-  return {reinterpret_cast<const typename PartOf<T>::Type*>(elements)};
+ComplexArray<const Part<T>, prefetch_distance> complex_source(const T* elements) {
+  return {parts_of(elements)};
 }
 
 template <class T>
@@ -41,7 +26,7 @@ template <size_t prefetch_distance, class T, class Complex>
 ZIVKStatus merge(const T* re, const T* im, Complex* dst, int32_t len) {
   if (re == nullptr && im == nullptr) return ZIVK_STS_NULL_PTR_ERR;
   if (ZIVKStatus status = check_arrays(len, dst)) return status;
-  const ComplexArray<T> complex = {reinterpret_cast<T*>(dst)};
+  const ComplexArray<T> complex = {parts_of(dst)};
   // A zero that the compiler knows would be inserted part by part.
   const Repeated<T> zeros = {kept_in_register(Register<T>{})};
   const auto merge_parts = [](auto a, auto b) { return make_complex(a, b); };
@@ -62,9 +47,7 @@ Register<T> in_imaginary(T bits) {
 template <size_t prefetch_distance, class T, class Kernel>
 ZIVKStatus map_parts(const T* src, T* dst, int32_t len, Kernel kernel) {
   if (ZIVKStatus status = check_arrays(len, src, dst)) return status;
-  using Part = typename PartOf<T>::Type;
-  return map(reinterpret_cast<Part*>(dst), 2 * static_cast<size_t>(len), kernel,
-             prefetched<prefetch_distance>(reinterpret_cast<const Part*>(src)));
+  return map(parts_of(dst), count_parts<T>(len), kernel, prefetched<prefetch_distance>(parts_of(src)));
 }
 
 // -x is ~x + 1, that is (x ^ -1) - (-1), and x is (x ^ 0) - 0; the subtraction saturates.
@@ -78,7 +61,7 @@ ZIVKStatus conjugate_clamped(const ZIVK16sc* src, ZIVK16sc* dst, int32_t len) {
 // Turns the sign bits of the imaginary parts, whatever these are.
 template <size_t prefetch_distance, class T>
 ZIVKStatus conjugate_float(const T* src, T* dst, int32_t len) {
-  const auto sign = in_imaginary(static_cast<typename PartOf<T>::Type>(-0.0));
+  const auto sign = in_imaginary(static_cast<Part<T>>(-0.0));
   return map_parts<prefetch_distance>(src, dst, len, [=](auto x) { return x ^ sign; });
 }
 
@@ -107,13 +90,13 @@ ZIVKStatus ZIVKS_Imag_64fc(const ZIVK64fc* src, double* dst, int32_t len) {
 }
 
 ZIVKStatus ZIVKS_CplxToReal_16sc(const ZIVK16sc* src, int16_t* dstRe, int16_t* dstIm, int32_t len) {
-  return map_arrays(split_into(dstRe, dstIm), len, both_parts, complex_source(src));
+  return map_arrays(split_into(dstRe, dstIm), len, unchanged, complex_source(src));
 }
 ZIVKStatus ZIVKS_CplxToReal_32fc(const ZIVK32fc* src, float* dstRe, float* dstIm, int32_t len) {
-  return map_arrays(split_into(dstRe, dstIm), len, both_parts, complex_source(src));
+  return map_arrays(split_into(dstRe, dstIm), len, unchanged, complex_source(src));
 }
 ZIVKStatus ZIVKS_CplxToReal_64fc(const ZIVK64fc* src, double* dstRe, double* dstIm, int32_t len) {
-  return map_arrays(split_into(dstRe, dstIm), len, both_parts, complex_source<8192>(src));
+  return map_arrays(split_into(dstRe, dstIm), len, unchanged, complex_source<8192>(src));
 }
 
 // --- Merge -----------------------------------------------------------------------------

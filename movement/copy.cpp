@@ -4,6 +4,9 @@
 // own: they carry the hints, and they take about half of memmove's instructions.
 #include <zivks/movement.h>
 
+#include <cstring>
+#include <functional>
+
 #include "core/checks.h"
 
 using namespace zivks;
@@ -62,7 +65,8 @@ ZIVKStatus copy(const T* src, T* dst, int32_t len) {
 template <size_t upward_distance = 0, size_t downward_distance = 0, class T>
 ZIVKStatus move(const T* src, T* dst, int32_t len) {
   if (ZIVKStatus status = check_arrays(len, src, dst)) return status;
-  const auto move_bytes = src > dst ? move_upward<upward_distance> : move_downward<downward_distance>;
+  const auto move_bytes =
+      std::greater<const T*>()(src, dst) ? move_upward<upward_distance> : move_downward<downward_distance>;
   move_bytes(reinterpret_cast<const uint8_t*>(src), reinterpret_cast<uint8_t*>(dst),
              static_cast<size_t>(len) * sizeof(T));
   return ZIVK_STS_NO_ERR;

@@ -1,6 +1,8 @@
 // Set and Zero.
 #include <zivks/movement.h>
 
+#include <cstring>
+
 #include "core/checks.h"
 
 using namespace zivks;
@@ -29,9 +31,8 @@ ZIVKStatus set(T val, T* dst, int32_t len) {
       interleave(broadcast(read<Word>(bytes)), broadcast(read<Word>(bytes + sizeof(T) - sizeof(Word)))).first;
   const size_t bytes_in_all = static_cast<size_t>(len) * sizeof(T);
   if (fill_past_caches(dst, bytes_in_all, U64(pattern), sizeof(T))) return ZIVK_STS_NO_ERR;
-  return map(
-      reinterpret_cast<Word*>(dst), kWords * static_cast<size_t>(len), [](auto words) { return words; },
-      Repeated<Word>{pattern});
+  return map(reinterpret_cast<Word*>(dst), kWords * static_cast<size_t>(len), unchanged,
+             Repeated<Word>{pattern});
 }
 
 }  // namespace

@@ -1,10 +1,12 @@
 // Minimum and maximum of an array, or of its absolute values.
 //
-// The integer forms are plain. The floating-point forms examine whole blocks of 32 bytes with operations that pass a
-// NaN on and put -0 below +0, and the rest, the tail, by comparisons that a NaN fails and that take the zeros for
-// equal. What they begin with differs from member to member and can be seen in the result.
+// The integer forms are plain. The floating-point forms examine whole blocks of 32 bytes with operations
+// that pass a NaN on and put -0 below +0, and the rest, the tail, by comparisons that a NaN fails and that
+// take the zeros for equal. What they begin with differs from member to member and can be seen in the
+// result.
 #include <zivks/statistics.h>
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 
@@ -81,8 +83,8 @@ constexpr size_t kBlock = 32 / sizeof(T);
 template <class T>
 using Block = Lanes<T, kBlock<T>>;
 
-// A block that holds all the elements behind the whole blocks of `src`. Its other elements are elements of the last
-// whole block or, in an array shorter than a block, of the tail once more.
+// A block that holds all the elements behind the whole blocks of `src`. Its other elements are elements of
+// the last whole block or, in an array shorter than a block, of the tail once more.
 template <class T>
 ZIVKS_INLINE Block<T> load_tail(const T* src, size_t len) {
   constexpr size_t B = kBlock<T>;
@@ -98,7 +100,8 @@ ZIVKS_INLINE Block<T> load_tail(const T* src, size_t len) {
   }
 }
 
-// The range after the tail, whose NaNs are passed over: `included`, which the range holds already, stands in for them.
+// The range after the tail, whose NaNs are passed over: `included`, which the range holds already, stands in
+// for them.
 template <class Measure, class T, size_t... K>
 ZIVKS_INLINE Range<T> with_tail(Range<T> range, Block<T> tail, Register<T> included,
                                 std::index_sequence<K...>) {
@@ -140,8 +143,8 @@ ZIVKS_INLINE FloatWalk<T> walk_floats(const T* src, size_t len, T block_seed, T 
   return {count, short_seed, blocks, with_tail<Measure>(blocks, load_tail(src, len), included, parts)};
 }
 
-// The asked end of the range. Where zeros meet in a tail the first of them counts, and its sign; of absolute values
-// there is but one zero.
+// The asked end of the range. Where zeros meet in a tail the first of them counts, and its sign; of absolute
+// values there is but one zero.
 template <class End, class Measure, class T>
 ZIVKS_INLINE T extreme_of(FloatWalk<T> walk, const T* src, size_t len) {
   if (walk.count == 0 && walk.short_seed != walk.short_seed) return walk.short_seed;
@@ -190,8 +193,8 @@ template <class T>
   return find_float<Largest, Magnitude>(src, len, result, std::numeric_limits<T>::min(), std::fabs(src[0]));
 }
 
-// The largest finite number begins arrays of every length, so that infinities and, in a short array, NaNs leave no
-// trace.
+// The largest finite number begins arrays of every length, so that infinities and, in a short array, NaNs
+// leave no trace.
 template <class T>
 [[gnu::flatten]] ZIVKStatus find_smallest_magnitude(const T* src, int32_t len, T* result) {
   if (ZIVKStatus status = check_arrays(len, src, result)) return status;

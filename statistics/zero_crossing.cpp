@@ -83,14 +83,14 @@ Counter<T> lanes_from(size_t first) {
          broadcast(static_cast<SignedOf<T>>(first));
 }
 
-// Whole blocks of pairs: (src[0], src[1]) and so on. Lane k of the result counts pairs whose index is k modulo the
-// block. `nan`, where it is watched, becomes NaN if one of the second samples is.
+// Whole blocks of pairs: (src[0], src[1]) and so on. Lane k of the result counts pairs whose index is k
+// modulo the block. `nan`, where it is watched, becomes NaN if one of the second samples is.
 template <class Kind, bool reads_ahead, class T>
 ZIVKS_INLINE Counts<T> count_blocks(const T* src, size_t pairs, Register<T>& nan) {
   constexpr size_t N = kRegisterElements<T>;
   constexpr size_t B = Kind::template kBlock<T>;
-  // A counter grows by up to 2 a step. Four of them take turns, and one takes up to three steps more. Counters of 32 bits
-  // have room for the longest array.
+  // A counter grows by up to 2 a step. Four of them take turns, and one takes up to three steps more.
+  // Counters of 32 bits have room for the longest array.
   constexpr size_t kStretch = sizeof(T) < 4 ? 4 * N * ((size_t{1} << (8 * sizeof(T) - 2)) - 4) : SIZE_MAX / 2;
 
   const auto watch = [&](size_t i, size_t k) {
@@ -145,8 +145,8 @@ ZIVKS_INLINE Counter<T> count_tail(const T* src, size_t pairs) {
   return Kind::count(a, b) & lanes_from<T>(B - pairs);
 }
 
-// Fewer pairs than a block, by way of the first C and the last C of them, where C < pairs <= 2 * C, or both are 1;
-// those that are in both count once.
+// Fewer pairs than a block, by way of the first C and the last C of them, where C < pairs <= 2 * C, or both
+// are 1; those that are in both count once.
 template <class Kind, size_t C, class T>
 ZIVKS_INLINE Counter<T> count_few(const T* src, size_t pairs) {
   if (C == 1 || pairs > C) {
@@ -205,8 +205,8 @@ template <class Kind, size_t B, class T>
 
 // Long arrays. With so many pairs a float32 sum may cease to be exact.
 //
-// Lanes that count in integers go to float32 at the end. Lanes that add in float32 do so block by block, which comes to
-// the same as adding a whole stretch at once as long as the sums stay exact.
+// Lanes that count in integers go to float32 at the end. Lanes that add in float32 do so block by block,
+// which comes to the same as adding a whole stretch at once as long as the sums stay exact.
 template <class Kind, class T>
 [[gnu::flatten]] float count_many(const T* src, size_t pairs) {
   constexpr size_t B = Kind::template kBlock<T>;

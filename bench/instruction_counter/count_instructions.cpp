@@ -1,6 +1,6 @@
-// Counts the instructions that the rows execute under the user-mode emulator with counter_plugin.c, exactly and
-// repeatably. Prints a table; with --check, prints the rows that are neither as required nor as known_misses.h
-// says, and fails if there are any.
+// Counts the instructions that the rows execute under the user-mode emulator with counter_plugin.c, exactly
+// and repeatably. Prints a table; with --check, prints the rows that are neither as required nor as
+// known_misses.h says, and fails if there are any.
 //
 //   qemu-aarch64 ... -plugin counter_plugin.so count_instructions [--check] [REGEX]
 #include <fcntl.h>
@@ -109,8 +109,8 @@ const KnownMiss* known_miss(const Row& row) {
   return nullptr;
 }
 
-// Whether the row takes what it is allowed: what is required of it, or exactly of a known miss in both respects that it
-// is no worse than known and still a miss.
+// Whether the row takes what it is allowed: what is required of it, or exactly of a known miss in both
+// respects that it is no worse than known and still a miss.
 bool as_expected(const Row& row, bool share_misses, double share, bool short_call_misses, int short_call) {
   const KnownMiss* known = known_miss(row);
   if (known == nullptr) return !share_misses && !short_call_misses;
@@ -130,8 +130,8 @@ void print_reasons() {
   }
 }
 
-// Prints the tables, with a mark at what misses a requirement, or only the rows that are not as expected. Returns how
-// many these are.
+// Prints the tables, with a mark at what misses a requirement, or only the rows that are not as expected.
+// Returns how many these are.
 int print_tables(const std::regex& selection, bool only_unexpected) {
   InstructionCounter counter;
   int rows = 0;

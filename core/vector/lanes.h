@@ -107,7 +107,8 @@ ZIVKS_INLINE ComplexLanes<T, N> make_complex(Lanes<T, N> re, Lanes<T, N> im) {
   return {re, im};
 }
 
-// The operation of a register's K-th part, for every part of the result.
+// The parts of a wider result: `operation` gets a register and the number of the part that it is to make of
+// it.
 template <class To, class T, size_t N, class Operation, size_t... I>
 ZIVKS_INLINE Lanes<To, N> spread_over(std::index_sequence<I...>, Lanes<T, N> a, Operation operation) {
   constexpr size_t factor = sizeof(To) / sizeof(T);

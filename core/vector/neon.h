@@ -8,13 +8,14 @@
 
 namespace zivks {
 
-// Registers that a turn of a loop takes of one operand. There are thirty-two.
+// There are thirty-two registers.
 inline constexpr size_t kTurnRegisters = 8;
 
-// Whether loads, and stores, of neighbouring registers become one instruction.
 inline constexpr bool kAccessesPair = true;
+inline constexpr bool kWidensFromMemory = false;
+inline constexpr bool kExactFloatExtremesAreCostly = false;
+inline constexpr bool kPrefetches = true;
 
-// The value, of which the compiler no longer knows where it came from: it is neither loaded again nor folded.
 template <class R>
 ZIVKS_INLINE R kept_in_register(R value) {
   asm("" : "+w"(value));
@@ -43,8 +44,6 @@ ZIVKS_INLINE F32 absolute(F32 a) { return F32(vabsq_f32(a)); }
 ZIVKS_INLINE F64 absolute(F64 a) { return F64(vabsq_f64(a)); }
 
 // --- Minimum and maximum ---------------------------------------------------------------
-
-inline constexpr bool kMaximumNegates = false;
 
 ZIVKS_INLINE U8 minimum(U8 a, U8 b) { return U8(vminq_u8(a, b)); }
 ZIVKS_INLINE I8 minimum(I8 a, I8 b) { return I8(vminq_s8(a, b)); }
@@ -284,7 +283,7 @@ ZIVKS_INLINE void store_halves(void* low, void* high, U64 value) {
 
 // --- Memory larger than the caches ---------------------------------------------------------
 
-// The processors see by themselves that a stream of stores overwrites whole lines.
+// Not measured here: plain stores.
 inline bool fill_past_caches(void*, size_t, U64, size_t) { return false; }
 
 }  // namespace zivks

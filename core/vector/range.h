@@ -1,5 +1,5 @@
-// The least and the greatest of many values: the state of a walk that looks for either or for both. What a walk does
-// not ask for in the end costs nothing, since the compiler drops it.
+// The least and the greatest of many values: the state of a walk that looks for either or for both. What a
+// walk does not ask for in the end costs nothing, since the compiler drops it.
 #ifndef ZIVKS_CORE_VECTOR_RANGE_H
 #define ZIVKS_CORE_VECTOR_RANGE_H
 
@@ -9,8 +9,8 @@
 
 namespace zivks {
 
-// The result for floats is the canonical quiet NaN if there is a NaN among the values: which NaN arithmetic passes on
-// depends on the processor.
+// The result for floats is the canonical quiet NaN if there is a NaN among the values: which NaN arithmetic
+// passes on depends on the processor.
 template <class T>
 ZIVKS_INLINE T with_canonical_nan(T value) {
   return value == value ? value : std::numeric_limits<T>::quiet_NaN();
@@ -31,14 +31,15 @@ struct Range {
   ZIVKS_INLINE T maximum() const { return with_canonical_nan<T>(reduce_maximum(greatest)); }
 };
 
-// Where the exact minimum of floats takes several instructions, and the maximum more, there are cheaper forms.
+// Where exact extremes of floats take several instructions, there are cheaper forms.
 //
-// The bits of float32 values, taken as integers, need one instruction for an extreme. Signed, the greatest are those of
-// the greatest value unless all values are negative, and then the least unsigned ones are. The greatest unsigned bits
-// are those of the least value if any value is negative, and else the least unsigned ones are. NaNs lie beyond the
-// infinities: positive ones above all signed bits, negative ones above all unsigned bits.
+// The bits of float32 values, taken as integers, need one instruction for an extreme. Signed, the greatest
+// are those of the greatest value unless all values are negative, and then the least unsigned ones are. The
+// greatest unsigned bits are those of the least value if any value is negative, and else the least unsigned
+// ones are. NaNs lie beyond the infinities: positive ones above all signed bits, negative ones above all
+// unsigned bits.
 template <class T>
-struct Range<T, std::enable_if_t<kMaximumNegates && std::is_same_v<T, float>>> {
+struct Range<T, std::enable_if_t<kExactFloatExtremesAreCostly && std::is_same_v<T, float>>> {
   U32 least, greatest;
   I32 greatest_signed;
 
@@ -70,7 +71,7 @@ struct Range<T, std::enable_if_t<kMaximumNegates && std::is_same_v<T, float>>> {
 
 // float64 values change sign for the maximum, once on their way in and once on the way out.
 template <class T>
-struct Range<T, std::enable_if_t<kMaximumNegates && std::is_same_v<T, double>>> {
+struct Range<T, std::enable_if_t<kExactFloatExtremesAreCostly && std::is_same_v<T, double>>> {
   F64 least, greatest_negated;
 
   ZIVKS_INLINE static Range of(F64 x) { return {x, -x}; }

@@ -1,39 +1,44 @@
 // One register of the processor's vector unit.
 //
 // Register<T> is the compiler's own vector type, as wide as the widest register that the target has at its
-// baseline: 16 bytes on 64-bit Arm, 32 bytes on x86-64-v3. The compiler's operators work on it (+ - * & | ^ ~
-// <<
-// >>, comparisons, which give lanes of all ones or all zeros) and nothing wraps them. What C++ has no
-// operator for stands in neon.h and x86.h: the same overloads with the same meaning, bit for bit, on both.
+// baseline: 16 bytes on 64-bit Arm, 32 bytes on x86-64-v3. The compiler's operators work on it (+ - * & | ^
+// ~ << >> and the comparisons, which give lanes of all ones or all zeros) and nothing wraps them. What C++
+// has no operator for stands in neon.h and x86.h: the same overloads with the same meaning, bit for bit, on
+// both. A NaN that arithmetic makes or passes on is a NaN; which one is the processor's choice.
 //
 //   add_saturating, subtract_saturating   clamp at the bounds of the type
 //   absolute_saturating                   the most negative integer gives the largest one
 //   absolute                              floats: the sign bit cleared, whatever the value is
 //   minimum, maximum                      floats: a NaN in either operand gives a NaN; -0 is below +0
-//                                         (kMaximumNegates: the maximum is made of changes of sign around the
-//                                         minimum, which a reduction can make just once)
-//   reduce_minimum, reduce_maximum        the same over all lanes; lanes are combined in no stated order
+//   reduce_minimum, reduce_maximum        the same over all lanes, combined in no stated order
 //   reduce_add                            sum of all lanes, modulo 2^n
-//   watch_nan(watch, a, b)                a watch begins at zero; becomes NaN in lanes where any of the three is
+//   watch_nan(watch, a, b)                a watch, zero at first, becomes NaN in lanes where any is
 //   has_nan                               whether any lane is NaN
 //   negative_product                      all ones in lanes where the exact product is negative
-//   widen_part<To, K>                     K-th part of a register's integer elements, in a wider type
+//   widen_part<To, K>                     K-th part of a register's integers, in a wider type
 //   convert_part<To, K>                   the same, to a floating-point type; rounds in the current mode
-//   narrow (two registers)                float64 to float32, first register in the low half
-//   narrow_saturating (two registers)     to integers of half the width, clamped, first register in the low
-//   half round_nearest                         float32 to int32, ties to even whatever the current rounding
-//   mode is;
-//                                         clamps at the bounds, NaN gives 0
+//   narrow                                two registers of float64 to one of float32
+//   narrow_saturating<To>                 two registers to one of integers half as wide, clamped
+//   round_nearest                         float32 to int32, ties to even in every rounding mode; clamps at
+//                                         the bounds, NaN gives 0
 //   fused_multiply_add(a, b, c)           a * b + c with one rounding
+//   multiply_low                          64-bit integers, product modulo 2^64
 //   deinterleave, interleave              even and odd elements of two registers, and back
-//   load_deinterleaved, store_interleaved the same from and to memory; kLoadsDeinterleave<T> tells whether
-//   the load
-//                                         does it by itself
+//   load_deinterleaved                    even and odd elements of two registers' length of memory
 //   reverse                               last element first
-//   shuffle_bytes(bytes, index)           within each 16 bytes: byte index[i] of the same 16, 0 from index
-//   128 up multiply_low                          64-bit integers, product modulo 2^64
+//   shuffle_bytes(bytes, index)           in each 16 bytes: byte index[i] of the same 16, 0 from index 128 up
+//   load_bottom_half, load_halves, store_halves, repeat_bottom_half
+//                                         half a register, from, to and between memory
+//   kept_in_register                      the value, of which the compiler no longer knows where it came from
+//   fill_past_caches                      fills memory larger than the caches, where plain stores are slow
 //
-// A NaN that arithmetic makes or passes on is a NaN; which one is the processor's choice.
+// and what the drivers have to know of the processor:
+//
+//   kTurnRegisters                        registers that a turn of a loop takes of one operand
+//   kAccessesPair                         loads, and stores, of neighbouring registers become one instruction
+//   kWidensFromMemory                     loads widen: taking a register apart costs more than loading less
+//   kExactFloatExtremesAreCostly          minimum and maximum of floats take several instructions
+//   kPrefetches                           hints are worth while in loops that write
 #ifndef ZIVKS_CORE_VECTOR_REGISTER_H
 #define ZIVKS_CORE_VECTOR_REGISTER_H
 
