@@ -1,11 +1,7 @@
 // Reductions: what single values do at single places, and counts beyond what float32 counts.
-#include <sys/mman.h>
-#include <unistd.h>
-
-#include <cstdlib>
-
 #include "reference/against_reference.h"
 #include "reference/zero_crossing.h"
+#include "repeated_samples.h"
 
 namespace zivks_test {
 namespace {
@@ -135,35 +131,16 @@ TEST(ZeroCrossing, TailStopsCountingAboveTwoToThe24) {
   EXPECT_EQ(alternating_crossings(ZIVKS_ZeroCrossing_16s32f, 2), 16777216.0F);
 }
 
+// A negative length is no fault that any other check could come after.
+TEST(ZeroCrossing, NegativeLengthIsNoFault) {
+  const float samples[] = {1, -1};
+  float crossings = 5;
+  EXPECT_EQ(ZIVKS_ZeroCrossing_32f(samples, -1, &crossings, 3), ZIVK_STS_ZC_TYPE_ERR);
+  EXPECT_EQ(ZIVKS_ZeroCrossing_32f(nullptr, -1, &crossings, 0), ZIVK_STS_NULL_PTR_ERR);
+  EXPECT_EQ(crossings, 5);
+}
+
 #ifdef __x86_64__  // so many samples take too long under emulation
-
-// Samples without end: a chunk of memory mapped again and again.
-template <class T>
-class RepeatedSamples {
- public:
-  static constexpr size_t kChunk = size_t{1} << 20;
-
-  explicit RepeatedSamples(size_t count) : bytes_((count / kChunk + 1) * kChunkBytes) {
-    const int file = memfd_create("samples", 0);
-    mapping_ = static_cast<char*>(
-        mmap(nullptr, bytes_, PROT_NONE, MAP_PRIVATE | MAP_ANONYMOUS | MAP_NORESERVE, -1, 0));
-    if (file < 0 || ftruncate(file, kChunkBytes) != 0 || mapping_ == MAP_FAILED) std::abort();
-    for (char* place = mapping_; place < mapping_ + bytes_; place += kChunkBytes) {
-      if (mmap(place, kChunkBytes, PROT_READ | PROT_WRITE, MAP_SHARED | MAP_FIXED, file, 0) != place)
-        std::abort();
-    }
-    close(file);
-  }
-  ~RepeatedSamples() { munmap(mapping_, bytes_); }
-  RepeatedSamples(const RepeatedSamples&) = delete;
-  RepeatedSamples& operator=(const RepeatedSamples&) = delete;
-  T* data() const { return reinterpret_cast<T*>(mapping_); }
-
- private:
-  static constexpr size_t kChunkBytes = kChunk * sizeof(T);
-  size_t bytes_;
-  char* mapping_;
-};
 
 // So many that `len` is negative; its magnitude is a good deal less. Each lane counts more than 2^24
 // crossings, which float32 rounds.
