@@ -34,7 +34,7 @@ ZIVKS_API void* ZIVK_Malloc(int32_t size);
  */
 ZIVKS_API void ZIVK_Free(void* ptr);
 
-/** @return the version record, which stays valid for the life of the process. */
+/** @return the version of the library that supplies the services; the record stays valid. */
 ZIVKS_API const ZIVKLibVersion* ZIVK_GetLibVersion(void);
 
 /**

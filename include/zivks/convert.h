@@ -15,8 +15,8 @@ extern "C" {
  * @defgroup convert_widening Exact and widening conversions
  *
  * Nothing here saturates or takes a rounding mode: where a value has no exact counterpart it becomes the
- * nearest one, ties to even. Source and destination may be the same array only if their elements have the
- * same width.
+ * nearest one, ties to even (in a program that changes the processor's rounding mode, the one of that mode).
+ * Source and destination may be the same array only if their elements have the same width.
  *
  * The scaled forms always multiply. Where M is too large for the type of `dst` it is infinite, so that a
  * non-zero element gives an infinity of its sign and a zero element NaN; where it is too small it is 0.

@@ -128,7 +128,7 @@ ZIVKS_API ZIVKStatus ZIVKS_Zero_64fc(ZIVK64fc* dst, int32_t len);
  * @defgroup movement_complex Complex split, merge and conjugate
  *
  * Between arrays of complex records and separate arrays of real and imaginary parts. `len` counts complex
- * elements. Float parts are moved as raw bits. But for Conj, no array may overlap another.
+ * elements. Float parts are moved as raw bits. But for Conj, no destination may overlap another array.
  *
  * @{
  */

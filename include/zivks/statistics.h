@@ -22,7 +22,8 @@ extern "C" {
  * float forms it decides about NaN and zeros:
  *
  * - A block is 8 elements of `float` and 4 of `double`.
- * - Blocks propagate NaN, as the canonical quiet NaN, and order -0 below +0.
+ * - Blocks propagate NaN, as the canonical quiet NaN, and order -0 below +0. In an array shorter than a
+ *   block a NaN that is passed on keeps its bits.
  * - The tail compares: a NaN never replaces the running value, nothing replaces a running NaN, and the two
  *   zeros are equal, so that the earlier one stays.
  *
@@ -185,10 +186,13 @@ ZIVKS_API ZIVKStatus ZIVKS_MinAbs_64f(const double* src, int32_t len, double* pM
  * - 0: 1 if their product is negative. A pair with a zero sample never counts.
  * - 1: 1 if their sign bits differ.
  * - 2: half the difference of their signs, taken as -1, 0 and 1: a jump across zero counts 1, a step onto
- * zero or off it one half.
+ *   zero or off it one half.
  *
- * The checks are, in this order: null pointers, `len`, `kind`. The result is a `float` and stops growing by
- * ones at 16777216.
+ * The checks are, in this order: null pointers, `len`, `kind`.
+ *
+ * The count is made in `float` and may be inexact above 16777216: it is the sum of four lanes (eight in
+ * kind 2 of the 16-bit form), pair i going to lane i modulo their number, to which the last pairs that fill
+ * no lane are added one by one. In kind 2 the lanes themselves are `float` sums of doubled contributions.
  *
  * @{
  */
