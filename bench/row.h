@@ -38,18 +38,17 @@ inline constexpr Requirement kSaturating = {1.5, 0.5};
 inline constexpr Requirement kExtreme = {1.0, 0.5};
 inline constexpr Requirement kNanWatching = {1.5, 0.5};  // extremes of floats
 
-// The memory that rows work on, all of it touched beforehand. The arrays start at different offsets within a
-// page, since on some processors a load waits for an earlier store at the same offset.
+// The memory that rows work on, all of it touched beforehand. The arrays follow one another in memory, so that a
+// move from a source to a destination always goes the same way, and start at different offsets within a page, since
+// on some processors a load waits for an earlier store at the same offset.
 class Arrays {
  public:
   static constexpr int kCount = 4;
 
   explicit Arrays(std::size_t bytes_each) : bytes_each_(bytes_each) {
-    for (std::size_t i = 0; i < kCount; ++i) {
-      const std::size_t offset = i * 1088;
-      storage_[i].reset(static_cast<std::byte*>(::operator new(bytes_each + offset, kPage)));
-      arrays_[i] = storage_[i].get() + offset;
-    }
+    const std::size_t distance = (bytes_each + 4095) / 4096 * 4096 + 1088;
+    storage_.reset(static_cast<std::byte*>(::operator new(kCount * distance, kPage)));
+    for (std::size_t i = 0; i < kCount; ++i) arrays_[i] = storage_.get() + i * distance;
     clear();
   }
 
@@ -74,7 +73,7 @@ class Arrays {
   struct Release {
     void operator()(std::byte* memory) const { ::operator delete(memory, kPage); }
   };
-  std::unique_ptr<std::byte, Release> storage_[kCount];
+  std::unique_ptr<std::byte, Release> storage_;
   std::size_t bytes_each_;
   void* arrays_[kCount];
   mutable std::max_align_t results_[2];
