@@ -216,6 +216,39 @@ struct Fill {
   }
 };
 
+// Order of elements and of bytes.
+
+struct Reverse {
+  template <class T>
+  PLAIN_LOOP void operator()(const T* src, T* dst, int32_t len) const {
+    for (int32_t i = 0; i < len; ++i) dst[len - 1 - i] = src[i];
+  }
+  template <class T>
+  PLAIN_LOOP void operator()(T* srcDst, int32_t len) const {
+    for (int32_t i = 0; i < len / 2; ++i) std::swap(srcDst[i], srcDst[len - 1 - i]);
+  }
+};
+
+struct SwapBytes {
+  uint16_t operator()(uint16_t a) const { return __builtin_bswap16(a); }
+  uint32_t operator()(uint32_t a) const { return __builtin_bswap32(a); }
+  uint64_t operator()(uint64_t a) const { return __builtin_bswap64(a); }
+};
+
+struct SwapOuterBytes {
+  PLAIN_LOOP void operator()(const uint8_t* src, uint8_t* dst, int32_t len) const {
+    for (int32_t i = 0; i < len; ++i) {
+      const uint8_t first = src[3 * i];
+      dst[3 * i] = src[3 * i + 2];
+      dst[3 * i + 1] = src[3 * i + 1];
+      dst[3 * i + 2] = first;
+    }
+  }
+  PLAIN_LOOP void operator()(uint8_t* srcDst, int32_t len) const {
+    for (int32_t i = 0; i < len; ++i) std::swap(srcDst[3 * i], srcDst[3 * i + 2]);
+  }
+};
+
 // Complex layout.
 
 struct Split {
@@ -374,6 +407,22 @@ struct Memset {
   template <class T>
   void operator()(T* dst, int32_t len) const {
     std::memset(dst, 0, static_cast<std::size_t>(len) * sizeof(T));
+  }
+};
+
+struct ReverseCopy {
+  static constexpr const char* kName = "reverse_copy";
+  template <class T>
+  void operator()(const T* src, T* dst, int32_t len) const {
+    std::reverse_copy(src, src + len, dst);
+  }
+};
+
+struct ReverseInPlace {
+  static constexpr const char* kName = "reverse";
+  template <class T>
+  void operator()(T* srcDst, int32_t len) const {
+    std::reverse(srcDst, srcDst + len);
   }
 };
 

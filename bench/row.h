@@ -112,10 +112,11 @@ struct NoArray {
   static void fill(const Arrays&, int32_t) {}
 };
 
-template <int index, int moves>
+// Of what the pointer points to, `packed` make up an element.
+template <int index, int moves, int packed = 1>
 struct Array {
   template <class Parameter>
-  static constexpr int kBytesMoved = (moves * int{sizeof(Element<Parameter>)});
+  static constexpr int kBytesMoved = (moves * packed * int{sizeof(Element<Parameter>)});
   template <class Parameter>
   static Parameter get(const Arrays& arrays, int32_t) {
     return static_cast<Parameter>(arrays.array(index));
@@ -124,7 +125,7 @@ struct Array {
   static void fill(const Arrays& arrays, int32_t len) {
     using Part = PartOf<Element<Parameter>>;
     constexpr int32_t kParts = int32_t{sizeof(Element<Parameter>) / sizeof(Part)};
-    fill_at_random<Part>(arrays.array(index), kParts * len, index);
+    fill_at_random<Part>(arrays.array(index), packed * kParts * len, index);
   }
 };
 
@@ -167,6 +168,10 @@ inline constexpr Array<1, 1> src2, srcIm;
 inline constexpr Array<2, 1> dst, dstRe;
 inline constexpr Array<3, 1> dstIm;
 inline constexpr Array<2, 2> srcDst;
+template <int index, int moves>
+constexpr Array<index, moves, 3> triples(Array<index, moves>) {
+  return {};
+}
 inline constexpr NullArray null;
 inline constexpr Result<0> result, pMin;
 inline constexpr Result<1> pMax;
@@ -241,7 +246,7 @@ std::vector<Row> statistics_rows();
 
 // All rows, or those that the selection is found in.
 inline std::vector<Section> sections(const std::regex& selection = std::regex("")) {
-  std::vector<Section> result = {{"Copies, fills and complex layout", movement_rows()},
+  std::vector<Section> result = {{"Copies, fills, order of elements and complex layout", movement_rows()},
                                  {"Arithmetic", arithmetic_rows()},
                                  {"Conversions", conversion_rows()},
                                  {"Statistics", statistics_rows()}};

@@ -372,6 +372,46 @@ TEST(VectorLayer, OrderOfElements) {
       });
 }
 
+template <size_t element, size_t bytes>
+void expect_reversal() {
+  const U8 before = register_of(telling_values<uint8_t>(), 0), after = reverse_bottom<element, bytes>(before);
+  for (size_t i = 0; i < bytes; ++i) {
+    ASSERT_EQ(after[i], before[bytes - element - i / element * element + i % element]) << element << bytes;
+  }
+}
+template <size_t element>
+void expect_reversals() {
+  expect_reversal<element, element>();
+  if constexpr (2 * element <= kRegisterBytes) expect_reversal<element, 2 * element>();
+  if constexpr (4 * element <= kRegisterBytes / 2) expect_reversal<element, 4 * element>();
+  expect_reversal<element, kRegisterBytes>();
+}
+
+TEST(VectorLayer, ReversalOfElementsAtTheBottom) {
+  expect_reversals<1>();
+  expect_reversals<2>();
+  expect_reversals<4>();
+  expect_reversals<8>();
+  expect_reversals<16>();
+}
+
+TEST(VectorLayer, OrderOfBytes) {
+  for_types<uint16_t, uint32_t, uint64_t>([](auto type) {
+    using T = decltype(type);
+    expect_unary<T>(
+        "swapped", [](auto a) { return swap_bytes(a); },
+        [](T a) {
+          T swapped = 0;
+          for (size_t i = 0; i < sizeof(T); ++i) swapped = T(swapped << 8 | (a >> 8 * i & 0xFF));
+          return swapped;
+        });
+  });
+  uint8_t triples[3 * kRegisterBytes], swapped[3 * kRegisterBytes];
+  for (size_t i = 0; i < sizeof triples; ++i) triples[i] = uint8_t(i);
+  store_triples(swapped, load_triples_reversed(triples));
+  for (size_t i = 0; i < sizeof triples; ++i) ASSERT_EQ(swapped[i], i / 3 * 3 + 2 - i % 3);
+}
+
 TEST(VectorLayer, ShuffleOfBytes) {
   const std::vector<uint8_t> values = telling_values<uint8_t>();
   for (size_t i = 0; i < values.size(); ++i) {

@@ -19,6 +19,8 @@ inline constexpr char kHints[] =
     "two prefetch hints a turn, which the plain loop has not; and elements of 16 bytes";
 inline constexpr char kScale[] = "finding the multiplier takes some fifteen instructions before the loop";
 inline constexpr char kTailRules[] = "whole blocks and tail have different rules, and a short array has both";
+inline constexpr char kKeptAroundTheMiddle[] =
+    "of 14 elements in blocks of 8, six on either side of the middle are put back one by one";
 inline constexpr char kTwoComparisons[] =
     "a load and two comparisons a register are half of the plain loop's five already";
 inline constexpr char kTwoOperations[] = "two operations a register to leave the real parts alone";
@@ -31,6 +33,7 @@ inline constexpr KnownMiss kKnownMisses[] = {
     {"ZIVKS_Move_64fc", kNoMiss, 78, kWideElements},
     {"ZIVKS_Set_64sc", kNoMiss, 74, kWideElements},
     {"ZIVKS_Set_64fc", kNoMiss, 75, kWideElements},
+    {"ZIVKS_Flip_64fc", kNoMiss, 84, kWideElements},
     {"ZIVKS_CplxToReal_64fc", kNoMiss, 96, kWideElements},
     {"ZIVKS_RealToCplx_64f", kNoMiss, 97, kWideElements},
     {"ZIVKS_RealToCplx_64f re", kNoMiss, 91, kWideElements},
@@ -65,6 +68,7 @@ inline constexpr KnownMiss kKnownMisses[] = {
     {"ZIVKS_ZeroCrossing_16s32f kind 0", kNoMiss, 104, kTailRules},
     {"ZIVKS_ZeroCrossing_16s32f kind 1", kNoMiss, 101, kTailRules},
     {"ZIVKS_ZeroCrossing_16s32f kind 2", kNoMiss, 98, kTailRules},
+    {"ZIVKS_Flip_8u_I", kNoMiss, 82, kKeptAroundTheMiddle},
     {"ZIVKS_MinMax_8u", 0.58, kNoMiss, kTwoComparisons},
     {"ZIVKS_MinMax_16u", 0.58, kNoMiss, kTwoComparisons},
     {"ZIVKS_MinMax_32u", 0.58, kNoMiss, kTwoComparisons},

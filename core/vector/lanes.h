@@ -103,6 +103,11 @@ ZIVKS_INLINE Lanes<T, N> absolute(Lanes<T, N> a) {
 }
 
 template <class T, size_t N>
+ZIVKS_INLINE Lanes<T, N> swap_bytes(Lanes<T, N> a) {
+  return lift<T>([](auto x) { return swap_bytes(x); }, a);
+}
+
+template <class T, size_t N>
 ZIVKS_INLINE ComplexLanes<T, N> make_complex(Lanes<T, N> re, Lanes<T, N> im) {
   return {re, im};
 }

@@ -268,6 +268,20 @@ ZIVKS_INLINE R reverse(R a) {
   if constexpr (bytes == 1) halves = U64(vrev64q_u8(U8(a)));
   return R(vextq_u64(halves, halves, 1));
 }
+ZIVKS_INLINE U64 reverse_pairs(U64 a) { return a; }
+
+ZIVKS_INLINE U16 swap_bytes(U16 a) { return U16(vrev16q_u8(U8(a))); }
+ZIVKS_INLINE U32 swap_bytes(U32 a) { return U32(vrev32q_u8(U8(a))); }
+ZIVKS_INLINE U64 swap_bytes(U64 a) { return U64(vrev64q_u8(U8(a))); }
+
+// First, second and third bytes stand in registers of their own.
+ZIVKS_INLINE RegisterTriple<U8> load_triples_reversed(const uint8_t* from) {
+  const uint8x16x3_t bytes = vld3q_u8(from);
+  return {U8(bytes.val[2]), U8(bytes.val[1]), U8(bytes.val[0])};
+}
+ZIVKS_INLINE void store_triples(uint8_t* to, RegisterTriple<U8> triples) {
+  vst3q_u8(to, {{triples.first, triples.second, triples.third}});
+}
 
 // --- Half a register in memory ---------------------------------------------------------
 

@@ -26,6 +26,11 @@
 //   deinterleave, interleave              even and odd elements of two registers, and back
 //   load_deinterleaved                    even and odd elements of two registers' length of memory
 //   reverse                               last element first
+//   reverse_pairs                         64-bit integers: last pair first, each pair in its order
+//   reverse_bottom<element, bytes>        elements of so many bytes each in the lowest `bytes`: last one first
+//   swap_bytes                            last byte of each element first
+//   load_triples_reversed, store_triples  as many elements of three bytes as a register has bytes, the bytes of
+//                                         each in reverse order; how they stand in registers is the processor's
 //   shuffle_bytes(bytes, index)           in each 16 bytes: byte index[i] of the same 16, 0 from index 128 up
 //   load_bottom_half, load_halves, store_halves, repeat_bottom_half
 //                                         half a register, from, to and between memory
@@ -90,6 +95,11 @@ using ElementOf = std::decay_t<decltype(std::declval<R>()[0])>;
 template <class R>
 struct RegisterPair {
   R first, second;
+};
+
+template <class R>
+struct RegisterTriple {
+  R first, second, third;
 };
 
 template <class T>
@@ -183,6 +193,24 @@ ZIVKS_INLINE U64 repeat_bottom(U64 a) {
     return U64(broadcast<Piece>(Register<Piece>(a)[0]));
   }
 }
+
+template <size_t element, size_t... I>
+ZIVKS_INLINE U8 reversed_order(std::index_sequence<I...>) {
+  return U8{static_cast<uint8_t>(sizeof...(I) - element - I + 2 * (I % element))...};
+}
+template <size_t element, size_t bytes, class R>
+ZIVKS_INLINE R reverse_bottom(R a) {
+  if constexpr (element == bytes) {
+    return a;
+  } else if constexpr (bytes < kRegisterBytes) {
+    return R(shuffle_bytes(U8(a), reversed_order<element>(std::make_index_sequence<bytes>())));
+  } else if constexpr (element == sizeof(RegisterPair<uint64_t>)) {
+    return R(reverse_pairs(U64(a)));
+  } else {
+    return R(reverse(Register<UnsignedOf<element>>(a)));
+  }
+}
+
 template <size_t bytes>
 ZIVKS_INLINE void store_two(void* first, void* second, U64 value) {
   if constexpr (bytes == kRegisterBytes / 2) {

@@ -314,6 +314,20 @@ ZIVKS_INLINE R reverse(R a) {
     return R(_mm256_permute4x64_epi64(_mm256_shuffle_epi8(M(a), _mm256_broadcastsi128_si256(index)), 0x4E));
   }
 }
+ZIVKS_INLINE U64 reverse_pairs(U64 a) { return U64(_mm256_permute4x64_epi64(M(a), 0x4E)); }
+
+ZIVKS_INLINE U16 swap_bytes(U16 a) {
+  const __m128i index = _mm_setr_epi8(1, 0, 3, 2, 5, 4, 7, 6, 9, 8, 11, 10, 13, 12, 15, 14);
+  return U16(_mm256_shuffle_epi8(M(a), _mm256_broadcastsi128_si256(index)));
+}
+ZIVKS_INLINE U32 swap_bytes(U32 a) {
+  const __m128i index = _mm_setr_epi8(3, 2, 1, 0, 7, 6, 5, 4, 11, 10, 9, 8, 15, 14, 13, 12);
+  return U32(_mm256_shuffle_epi8(M(a), _mm256_broadcastsi128_si256(index)));
+}
+ZIVKS_INLINE U64 swap_bytes(U64 a) {
+  const __m128i index = _mm_setr_epi8(7, 6, 5, 4, 3, 2, 1, 0, 15, 14, 13, 12, 11, 10, 9, 8);
+  return U64(_mm256_shuffle_epi8(M(a), _mm256_broadcastsi128_si256(index)));
+}
 
 // --- Half a register in memory ---------------------------------------------------------
 
@@ -328,6 +342,35 @@ ZIVKS_INLINE U64 repeat_bottom_half(U64 a) { return U64(_mm256_permute4x64_epi64
 ZIVKS_INLINE void store_halves(void* low, void* high, U64 value) {
   _mm_storeu_si128(static_cast<__m128i_u*>(low), _mm256_castsi256_si128(M(value)));
   _mm_storeu_si128(static_cast<__m128i_u*>(high), _mm256_extracti128_si256(M(value), 1));
+}
+
+// --- Elements of three bytes -----------------------------------------------------------
+
+// Sixteen of them take three half registers and cross from one to the next at bytes 15 and 30. Halves that are 48 bytes
+// apart share a register, so that they all cross alike.
+ZIVKS_INLINE RegisterTriple<U8> load_triples_reversed(const uint8_t* from) {
+  const M low = M(load(from)), middle = M(load(from + 32)), high = M(load(from + 64));
+  const M first = _mm256_blend_epi32(low, middle, 0xF0), second = _mm256_permute2x128_si256(low, high, 0x21),
+          third = _mm256_blend_epi32(middle, high, 0xF0);
+  const auto shuffle = [](M bytes, __m128i index) {
+    return _mm256_shuffle_epi8(bytes, _mm256_broadcastsi128_si256(index));
+  };
+  constexpr char z = -1;  // leaves a zero for the byte that comes from a neighbour
+  const M first_within = shuffle(first, _mm_setr_epi8(2, 1, 0, 5, 4, 3, 8, 7, 6, 11, 10, 9, 14, 13, 12, z));
+  const M second_within = shuffle(second, _mm_setr_epi8(0, z, 4, 3, 2, 7, 6, 5, 10, 9, 8, 13, 12, 11, z, 15));
+  const M third_within = shuffle(third, _mm_setr_epi8(z, 3, 2, 1, 6, 5, 4, 9, 8, 7, 12, 11, 10, 15, 14, 13));
+  const M second_to_first = shuffle(second, _mm_setr_epi8(z, z, z, z, z, z, z, z, z, z, z, z, z, z, z, 1));
+  const M second_to_third = shuffle(second, _mm_setr_epi8(14, z, z, z, z, z, z, z, z, z, z, z, z, z, z, z));
+  const M to_second = shuffle(_mm256_blend_epi16(first, third, 0x01),
+                              _mm_setr_epi8(z, 15, z, z, z, z, z, z, z, z, z, z, z, z, 0, z));
+  return {U8(first_within | second_to_first), U8(second_within | to_second),
+          U8(third_within | second_to_third)};
+}
+ZIVKS_INLINE void store_triples(uint8_t* to, RegisterTriple<U8> triples) {
+  const M first = M(triples.first), second = M(triples.second), third = M(triples.third);
+  store(to, U8(_mm256_permute2x128_si256(first, second, 0x20)));
+  store(to + 32, U8(_mm256_blend_epi32(third, first, 0xF0)));
+  store(to + 64, U8(_mm256_permute2x128_si256(second, third, 0x31)));
 }
 
 // --- Memory larger than the caches ---------------------------------------------------------

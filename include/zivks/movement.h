@@ -1,6 +1,7 @@
 /**
  * @file
- * Copies and fills of arrays; splitting, merging and conjugating complex ones.
+ * Copies and fills of arrays; reversing the order of elements or of their bytes; splitting, merging and
+ * conjugating complex arrays.
  */
 #ifndef ZIVKS_MOVEMENT_H
 #define ZIVKS_MOVEMENT_H
@@ -119,6 +120,136 @@ ZIVKS_API ZIVKStatus ZIVKS_Zero_32sc(ZIVK32sc* dst, int32_t len);
 ZIVKS_API ZIVKStatus ZIVKS_Zero_32fc(ZIVK32fc* dst, int32_t len);
 ZIVKS_API ZIVKStatus ZIVKS_Zero_64sc(ZIVK64sc* dst, int32_t len);
 ZIVKS_API ZIVKStatus ZIVKS_Zero_64fc(ZIVK64fc* dst, int32_t len);
+
+/** @} */
+
+/** @} */
+
+/**
+ * @defgroup movement_order Flip and byte swapping
+ *
+ * Elements are moved as raw bits.
+ *
+ * @{
+ */
+
+/** @name Flip
+ *  @{ */
+
+/**
+ * Reverses the order of the elements: `dst[len - 1 - i] = src[i]`. The parts of a complex element keep their order.
+ *
+ * `dst` must not overlap `src`.
+ *
+ * @param src  source array
+ * @param dst  destination array
+ * @param len  number of elements
+ * @return #ZIVK_STS_NO_ERR, #ZIVK_STS_NULL_PTR_ERR or #ZIVK_STS_SIZE_ERR
+ */
+ZIVKS_API ZIVKStatus ZIVKS_Flip_8u(const uint8_t* src, uint8_t* dst, int32_t len);
+ZIVKS_API ZIVKStatus ZIVKS_Flip_16u(const uint16_t* src, uint16_t* dst, int32_t len);
+ZIVKS_API ZIVKStatus ZIVKS_Flip_32f(const float* src, float* dst, int32_t len);
+ZIVKS_API ZIVKStatus ZIVKS_Flip_64f(const double* src, double* dst, int32_t len);
+ZIVKS_API ZIVKStatus ZIVKS_Flip_32fc(const ZIVK32fc* src, ZIVK32fc* dst, int32_t len);
+ZIVKS_API ZIVKStatus ZIVKS_Flip_64fc(const ZIVK64fc* src, ZIVK64fc* dst, int32_t len);
+
+/** @} */
+
+/** @name Flip, in place
+ *  @{ */
+
+/**
+ * Reverses the order of the elements in place, except around the middle of some lengths.
+ *
+ * Blocks of 8 elements are exchanged from the two ends. Where `len` modulo 16 is 8 + r with r from 1 to 6, the
+ * result is not the reversed array: r elements on either side of the 8 - r in the middle keep their places. No status
+ * tells this. ZIVKS_Flip_8u() reverses at every length.
+ *
+ * @param srcDst  array, read and written
+ * @param len     number of elements
+ * @return #ZIVK_STS_NO_ERR, #ZIVK_STS_NULL_PTR_ERR or #ZIVK_STS_SIZE_ERR
+ */
+ZIVKS_API ZIVKStatus ZIVKS_Flip_8u_I(uint8_t* srcDst, int32_t len);
+
+/**
+ * Reverses the order of the elements in place, except around the middle of some lengths.
+ *
+ * Blocks of 4 elements are exchanged from the two ends. Where `len` modulo 8 is 4 + r with r equal to 1 or 2, the
+ * result is not the reversed array: r elements on either side of the 4 - r in the middle keep their places. No status
+ * tells this. ZIVKS_Flip_16u() reverses at every length.
+ *
+ * @param srcDst  array, read and written
+ * @param len     number of elements
+ * @return #ZIVK_STS_NO_ERR, #ZIVK_STS_NULL_PTR_ERR or #ZIVK_STS_SIZE_ERR
+ */
+ZIVKS_API ZIVKStatus ZIVKS_Flip_16u_I(uint16_t* srcDst, int32_t len);
+
+/**
+ * Reverses the order of the elements in place. The parts of a complex element keep their order.
+ *
+ * @param srcDst  array, read and written
+ * @param len     number of elements
+ * @return #ZIVK_STS_NO_ERR, #ZIVK_STS_NULL_PTR_ERR or #ZIVK_STS_SIZE_ERR
+ */
+ZIVKS_API ZIVKStatus ZIVKS_Flip_32f_I(float* srcDst, int32_t len);
+
+/** @copydoc ZIVKS_Flip_32f_I */
+ZIVKS_API ZIVKStatus ZIVKS_Flip_64f_I(double* srcDst, int32_t len);
+
+/** @copydoc ZIVKS_Flip_32f_I */
+ZIVKS_API ZIVKStatus ZIVKS_Flip_32fc_I(ZIVK32fc* srcDst, int32_t len);
+
+/** @copydoc ZIVKS_Flip_32f_I */
+ZIVKS_API ZIVKStatus ZIVKS_Flip_64fc_I(ZIVK64fc* srcDst, int32_t len);
+
+/** @} */
+
+/** @name SwapBytes
+ *  @{ */
+
+/**
+ * Reverses the bytes of each element, from one byte order to the other. `dst` may be `src`.
+ *
+ * @param src  source array
+ * @param dst  destination array
+ * @param len  number of elements
+ * @return #ZIVK_STS_NO_ERR, #ZIVK_STS_NULL_PTR_ERR or #ZIVK_STS_SIZE_ERR
+ */
+ZIVKS_API ZIVKStatus ZIVKS_SwapBytes_16u(const uint16_t* src, uint16_t* dst, int32_t len);
+
+/** @copydoc ZIVKS_SwapBytes_16u */
+ZIVKS_API ZIVKStatus ZIVKS_SwapBytes_32u(const uint32_t* src, uint32_t* dst, int32_t len);
+
+/** @copydoc ZIVKS_SwapBytes_16u */
+ZIVKS_API ZIVKStatus ZIVKS_SwapBytes_64u(const uint64_t* src, uint64_t* dst, int32_t len);
+
+/**
+ * Reverses the bytes of packed samples of 24 bits: the first and the third byte of every three change places.
+ * `dst` may be `src`.
+ *
+ * @param src  source samples, three bytes each
+ * @param dst  destination samples, three bytes each
+ * @param len  number of samples
+ * @return #ZIVK_STS_NO_ERR, #ZIVK_STS_NULL_PTR_ERR or #ZIVK_STS_SIZE_ERR
+ */
+ZIVKS_API ZIVKStatus ZIVKS_SwapBytes_24u(const uint8_t* src, uint8_t* dst, int32_t len);
+
+/** @} */
+
+/** @name SwapBytes, in place
+ *  @{ */
+
+/**
+ * Reverses in place the bytes of each element.
+ *
+ * @param srcDst  array, read and written; three bytes a sample in the form for 24 bits
+ * @param len     number of elements
+ * @return #ZIVK_STS_NO_ERR, #ZIVK_STS_NULL_PTR_ERR or #ZIVK_STS_SIZE_ERR
+ */
+ZIVKS_API ZIVKStatus ZIVKS_SwapBytes_16u_I(uint16_t* srcDst, int32_t len);
+ZIVKS_API ZIVKStatus ZIVKS_SwapBytes_24u_I(uint8_t* srcDst, int32_t len);
+ZIVKS_API ZIVKStatus ZIVKS_SwapBytes_32u_I(uint32_t* srcDst, int32_t len);
+ZIVKS_API ZIVKStatus ZIVKS_SwapBytes_64u_I(uint64_t* srcDst, int32_t len);
 
 /** @} */
 

@@ -16,7 +16,7 @@ struct Fault {
   std::string what;
 };
 
-constexpr int kPointerRank = 0, kLengthRank = 1, kKindRank = 2, kScaleRank = 3;
+constexpr int kPointerRank = 0, kLengthRank = 1, kKindRank = 2, kShiftRank = 2, kScaleRank = 3;
 
 std::vector<Fault> faults_of(const Function& function) {
   constexpr int32_t kMostNegative = std::numeric_limits<int32_t>::min();
@@ -35,6 +35,8 @@ std::vector<Fault> faults_of(const Function& function) {
       for (int32_t value : {-1, kMostNegative}) add(ZIVK_STS_SIZE_ERR, kLengthRank, value);
     } else if (argument.role == Role::kKind) {
       for (int32_t value : {3, -1, kMostNegative}) add(ZIVK_STS_ZC_TYPE_ERR, kKindRank, value);
+    } else if (argument.role == Role::kShift) {
+      for (int32_t value : {-1, kMostNegative}) add(ZIVK_STS_SHIFT_ERR, kShiftRank, value);
     } else if (argument.role == Role::kScale) {
       for (double value : {0.0, -0.0, -1.0, -infinity, infinity, std::nan("")}) {
         add(ZIVK_STS_SCALE_ERR, kScaleRank, value);

@@ -44,6 +44,7 @@ enum class Role {
   kLength,
   kScale,
   kKind,
+  kShift,
   kOther
 };
 
@@ -52,15 +53,17 @@ struct Argument {
   Role role;
   bool nullable;
   const ElementType* element;  // what a pointer points to, or the type of a value
+  size_t packed;               // what is pointed to, this many times, makes up an element of an array
 
   bool is_array() const {
     return role == Role::kSource || role == Role::kDestination || role == Role::kSourceDestination;
   }
+  size_t array_element_bytes() const { return packed * element->bytes; }
   bool is_pointer() const { return is_array() || role == Role::kResult; }
   bool is_read() const { return role == Role::kSource || role == Role::kSourceDestination; }
   bool is_written() const { return is_pointer() && role != Role::kSource; }
   bool is_input_value() const {
-    return role == Role::kConstant || role == Role::kScale || role == Role::kKind;
+    return role == Role::kConstant || role == Role::kScale || role == Role::kKind || role == Role::kShift;
   }
 };
 
@@ -98,7 +101,7 @@ struct Function {
   mutable size_t calls = 0;
 
   bool returns_status() const { return family != "Memory"; }
-  // The out-of-place form of an `_I` or `_IS` form; null if there is none.
+  // The out-of-place form of an `_I` or `_IS` form, which gives the same result; null if there is none.
   const Function* out_of_place_twin() const;
   Slot call(const std::vector<Slot>& slots) const {
     ++calls;
