@@ -44,6 +44,8 @@ enum class Role {
   kLength,
   kScale,
   kKind,
+  kShift,
+  kRoundMode,
   kOther
 };
 
@@ -52,15 +54,18 @@ struct Argument {
   Role role;
   bool nullable;
   const ElementType* element;  // what a pointer points to, or the type of a value
+  size_t packed;               // what is pointed to, this many times, makes up an element of an array
 
   bool is_array() const {
     return role == Role::kSource || role == Role::kDestination || role == Role::kSourceDestination;
   }
+  size_t array_element_bytes() const { return packed * element->bytes; }
   bool is_pointer() const { return is_array() || role == Role::kResult; }
   bool is_read() const { return role == Role::kSource || role == Role::kSourceDestination; }
   bool is_written() const { return is_pointer() && role != Role::kSource; }
   bool is_input_value() const {
-    return role == Role::kConstant || role == Role::kScale || role == Role::kKind;
+    return role == Role::kConstant || role == Role::kScale || role == Role::kKind || role == Role::kShift ||
+           role == Role::kRoundMode;
   }
 };
 
@@ -91,7 +96,8 @@ struct Function {
   Overlap overlap;
   Outside outside;
   Results results;
-  bool accepts_negative_length;
+  bool accepts_negative_length, accepts_every_mode;
+  int32_t least_length;
   std::string fault;  // what is wrong with the row, if anything
   void (*address)();
   Slot (*invoke)(void (*address)(), const Slot* slots);

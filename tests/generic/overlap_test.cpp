@@ -18,7 +18,7 @@ std::vector<Alias> aliases_of(const Function& function) {
     if (!written.is_array() || !written.is_written()) continue;
     for (size_t source = 0; source < function.arguments.size(); ++source) {
       const Argument& read = function.arguments[source];
-      if (read.role == Role::kSource && read.element->bytes == written.element->bytes) {
+      if (read.role == Role::kSource && read.array_element_bytes() == written.array_element_bytes()) {
         aliases.push_back({destination, source});
       }
     }
