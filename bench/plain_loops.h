@@ -185,6 +185,47 @@ struct ConvertScaled {
   }
 };
 
+struct TowardZero {
+  template <class F>
+  F operator()(F a) const {
+    return std::trunc(a);
+  }
+};
+struct ToNearest {
+  template <class F>
+  F operator()(F a) const {
+    return std::nearbyint(a);
+  }
+};
+struct AwayFromZero {
+  template <class F>
+  F operator()(F a) const {
+    return std::round(a);
+  }
+};
+
+// Of a whole number.
+template <class T, class F>
+T clamp_whole(F value) {
+  using Limits = std::numeric_limits<T>;
+  if constexpr (Limits::digits <= std::numeric_limits<F>::digits) {
+    return static_cast<T>(std::clamp(value, F{Limits::min()}, F{Limits::max()}));
+  } else {
+    if (value >= -static_cast<F>(Limits::min())) return Limits::max();
+    if (value <= static_cast<F>(Limits::min())) return Limits::min();
+    return static_cast<T>(value);
+  }
+}
+
+template <class Rounding>
+struct RoundScaled {
+  template <class A, class T>
+  PLAIN_LOOP void operator()(const A* src, T* dst, int32_t len, ZIVKRoundMode, double scale) const {
+    const A factor = static_cast<A>(1.0 / scale);
+    for (int32_t i = 0; i < len; ++i) dst[i] = clamp_whole<T>(Rounding{}(src[i] * factor));
+  }
+};
+
 // Copies and fills.
 
 struct CopyForward {

@@ -34,6 +34,7 @@ struct Requirement {
 };
 inline constexpr Requirement kPlain = {1.0, 1.0};
 inline constexpr Requirement kWidening = {1.5, 1.0};  // also rounding
+inline constexpr Requirement kRounding = {2.0, 0.5};  // to saturated integers
 inline constexpr Requirement kSaturating = {1.5, 0.5};
 inline constexpr Requirement kExtreme = {1.0, 0.5};
 inline constexpr Requirement kNanWatching = {1.5, 0.5};  // extremes of floats

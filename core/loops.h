@@ -69,6 +69,10 @@ struct Array {
   ZIVKS_INLINE void prefetch(size_t i) const {
     prefetch_ahead<distance, elements * sizeof(Element)>(data + i);
   }
+  template <size_t elements>
+  ZIVKS_INLINE void read_ahead(size_t i, size_t bytes_ahead) const {
+    zivks::read_ahead<elements * sizeof(Element)>(data + i, bytes_ahead);
+  }
 
  private:
   static constexpr size_t kElements = kRegisterElements<Element>;
@@ -248,6 +252,12 @@ inline constexpr size_t kStepsPerTurn = std::max(size_t{1}, kTurnRegisters /
                                                                 std::max({kRegistersPerStep<Destination, N>,
                                                                           kRegistersPerStep<Sources, N>...}));
 
+// Loops that read more than they write gain from reading ahead in long arrays, others do not. In short arrays
+// they hint at what they are about to load.
+template <class Destination, class... Sources>
+inline constexpr bool kNarrows =
+    ((sizeof(typename Sources::Element) > sizeof(typename Destination::Element)) && ...);
+
 // An array of at most N elements. The largest power of two C below `len` is found; the first C and the last C
 // elements, which together are the whole array, go through the kernel side by side, all of them loaded before
 // any is stored.
@@ -311,9 +321,12 @@ template <class Destination, class Kernel, class... Sources>
   const size_t last = len - N;
   const auto last_result = kernel(src.template load<N>(last)...);
   const size_t last_turn = len - kTurn;
+  const bool is_long = len * sizeof(typename Destination::Element) >= kReadAheadFrom;
+  const size_t bytes_ahead = is_long ? kReadAheadBytes : 0;
   size_t i = 0;
   do {
     (src.template prefetch<kTurn>(i), ...);
+    if constexpr (kNarrows<Destination, Sources...>) (src.template read_ahead<kTurn>(i, bytes_ahead), ...);
     map_steps<N>(std::make_index_sequence<kSteps>(), dst, i, kernel, src...);
     i += kTurn;
   } while (i <= last_turn);

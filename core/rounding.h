@@ -1,29 +1,53 @@
-// Rounding of a scaled value in the scalar tails.
+// Rounding of a scaled value in the scalar tails, and the choice of a rounding mode.
 #ifndef ZIVKS_CORE_ROUNDING_H
 #define ZIVKS_CORE_ROUNDING_H
+
+#include <zivks/types.h>
 
 #include <cmath>
 #include <cstdint>
 #include <limits>
+#include <type_traits>
+
+#include "core/vector/register.h"
 
 namespace zivks {
 
-// To the nearest T, ties to even, clamped at T's bounds; NaN gives 0. The bounds are met before the rounding,
-// which gives the same as after it, since they are whole numbers.
+// To the nearest T, ties to even, clamped at T's bounds; NaN gives 0. The bounds are met before the
+// rounding, which gives the same as after it, since they are whole numbers.
 //
-// A value that is no tie is rounded by adding one half and truncating, in float64. For every product of an
-// integer and a power of two that is exact; of the other values it takes 0.49999999999999994 up to 1, and the
-// conversions of float64 samples rely on just that.
+// A value that is no tie is rounded by adding one half and truncating, in float64. For every float32 and
+// every product of a 32-bit integer and a power of two that is exact. Of the other values it takes
+// 0.49999999999999994 up to 1, and odd numbers of 53 bits to an even neighbour, and the conversions of
+// float64 samples rely on just that.
 template <class T, class F>
-T round_nearest_saturate(F product) {
+ZIVKS_INLINE T round_nearest_saturate(F product) {
   using Limits = std::numeric_limits<T>;
-  if (product >= static_cast<F>(Limits::max())) return Limits::max();
-  if (product <= static_cast<F>(Limits::min())) return Limits::min();
-  if (product != product) return 0;
-  double whole;
-  const double fraction = std::modf(static_cast<double>(product), &whole);
-  if (std::fabs(fraction) == 0.5 && static_cast<int64_t>(whole) % 2 == 0) return static_cast<T>(whole);
-  return static_cast<T>(static_cast<double>(product) + (product >= 0 ? 0.5 : -0.5));
+  double value = static_cast<double>(product);
+  if (value != value) return 0;
+  if constexpr (sizeof(T) == sizeof(double)) {
+    if (value >= -static_cast<double>(Limits::min())) return Limits::max();
+    if (value <= static_cast<double>(Limits::min())) return Limits::min();
+  } else {
+    // Of constants the compiler would make branches.
+    const double low = kept_in_register(double{Limits::min()}),
+                 high = kept_in_register(double{Limits::max()});
+    value = value > low ? value : low;
+    value = value < high ? value : high;
+  }
+  const double magnitude = std::fabs(value);
+  const int64_t rounded = static_cast<int64_t>(magnitude + 0.5);
+  const bool is_tie = magnitude - (static_cast<double>(rounded) - 1) == 0.5;
+  const int64_t even = rounded - (static_cast<int64_t>(is_tie) & rounded);
+  return static_cast<T>(value < 0 ? -even : even);
+}
+
+// Calls `body` with the rounding mode as a compile-time constant.
+template <class Body>
+void with_rounding_mode(ZIVKRoundMode mode, Body body) {
+  if (mode == ZIVK_RND_ZERO) return body(std::integral_constant<ZIVKRoundMode, ZIVK_RND_ZERO>());
+  if (mode == ZIVK_RND_NEAR) return body(std::integral_constant<ZIVKRoundMode, ZIVK_RND_NEAR>());
+  return body(std::integral_constant<ZIVKRoundMode, ZIVK_RND_AWAY>());
 }
 
 }  // namespace zivks

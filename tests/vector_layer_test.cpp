@@ -41,9 +41,34 @@ std::vector<T> telling_values() {
   std::mt19937_64 random(7);
   std::vector<T> values;
   if constexpr (std::is_floating_point_v<T>) {
-    for (T magnitude : {T(0), Limits::denorm_min(), Limits::min(), T(0.25), T(0.5), T(1), T(1.5), T(2.5),
-                        T(3.5), T(0x1p23), T(0x1p23) - T(0.5), T(0x1p24) + T(2), T(0x1p31) - T(128),
-                        T(0x1p31), T(0x1p32), Limits::max(), Limits::infinity()}) {
+    for (T magnitude : {T(0),
+                        Limits::denorm_min(),
+                        Limits::min(),
+                        T(0.25),
+                        T(0.5),
+                        T(1),
+                        T(1.5),
+                        T(2.5),
+                        T(3.5),
+                        std::nextafter(T(0.5), T(0)),
+                        T(127.5),
+                        T(128),
+                        T(255.5),
+                        T(32767.5),
+                        T(65535.5),
+                        T(0x1p23),
+                        T(0x1p23) - T(0.5),
+                        T(0x1p24) + T(2),
+                        T(0x1p31) - T(128),
+                        T(0x1p31),
+                        T(0x1p31) - T(0.5),
+                        T(0x1p32),
+                        T(0x1p52) + T(1),
+                        T(0x1p53) - T(1),
+                        T(0x1p63),
+                        T(0x1p63) - T(1024),
+                        Limits::max(),
+                        Limits::infinity()}) {
       values.push_back(magnitude);
       values.push_back(-magnitude);
     }
@@ -312,7 +337,7 @@ TEST(VectorLayer, Widths) {
   expect_widening<int32_t, int64_t>();
   expect_narrowing<int16_t, int8_t, uint8_t>();
   expect_narrowing<uint16_t, int8_t, uint8_t>();
-  expect_narrowing<int32_t, int16_t, uint16_t>();
+  expect_narrowing<int32_t, int16_t, uint16_t, int8_t, uint8_t>();
   expect_narrowing<uint32_t, int16_t, uint16_t>();
 }
 
@@ -324,17 +349,51 @@ TEST(VectorLayer, ConversionsToFloatingPoint) {
   expect_conversion<double, float>();
 }
 
+// Rounded in exact steps and clamped; NaN gives 0.
+template <ZIVKRoundMode mode>
+int64_t rounded_between(double low, double value, double high) {
+  if (value != value) return 0;
+  const double whole = std::trunc(value), rest = std::fabs(value - whole);
+  const bool up = mode != ZIVK_RND_ZERO &&
+                  (rest > 0.5 || (rest == 0.5 && (mode == ZIVK_RND_AWAY || std::fmod(whole, 2.0) != 0)));
+  const double rounded = up ? whole + std::copysign(1.0, value) : whole;
+  if (rounded <= low) return int64_t(low);
+  if (rounded < high) return int64_t(rounded);
+  return high >= 0x1p63 ? INT64_MAX : int64_t(high);
+}
+
+template <class From, ZIVKRoundMode mode, class... To>
+void expect_rounding() {
+  (expect_lanes<From, To>(
+       "rounded", [](auto a) { return round_saturating<To, mode>(a); },
+       [](From a) {
+         using Limits = std::numeric_limits<To>;
+         return rounded_between<mode>(double(Limits::min()), double(a), double(Limits::max()));
+       }),
+   ...);
+}
+template <ZIVKRoundMode mode>
+void expect_rounding_below_limit() {
+  expect_unary<float>(
+      "rounded below a limit", [](auto a) { return round_at_most<int32_t, mode>(a, 200); },
+      [](float a) { return int32_t(rounded_between<mode>(INT32_MIN, double(a), 200)); });
+  expect_unary<float>(
+      "rounded below a limit", [](auto a) { return round_at_most<uint32_t, mode>(a, 200); },
+      [](float a) { return uint32_t(rounded_between<mode>(0, double(a), 200)); });
+}
+template <ZIVKRoundMode mode>
+void expect_rounding_to_all_types() {
+  expect_rounding<float, mode, uint8_t, int8_t, uint16_t, int16_t, int32_t>();
+  expect_rounding<double, mode, uint8_t, int8_t, uint16_t, int16_t, int32_t, int64_t>();
+  expect_rounding_below_limit<mode>();
+}
+
 TEST(VectorLayer, RoundingToIntegersIgnoresTheCurrentMode) {
   for (int mode : {FE_TONEAREST, FE_UPWARD, FE_DOWNWARD, FE_TOWARDZERO}) {
     std::fesetround(mode);
-    expect_unary<float>(
-        "rounded", [](auto a) { return round_nearest(a); },
-        [](float a) -> int32_t {
-          if (a != a) return 0;
-          const double floor = std::floor(double(a)), above = double(a) - floor;
-          const bool up = above > 0.5 || (above == 0.5 && std::fmod(floor, 2.0) != 0);
-          return clamped<int32_t>(up ? floor + 1 : floor);
-        });
+    expect_rounding_to_all_types<ZIVK_RND_ZERO>();
+    expect_rounding_to_all_types<ZIVK_RND_NEAR>();
+    expect_rounding_to_all_types<ZIVK_RND_AWAY>();
   }
   std::fesetround(FE_TONEAREST);
 }

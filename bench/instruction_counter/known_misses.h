@@ -18,6 +18,9 @@ inline constexpr char kWideElements[] = "sixteen elements of 16 bytes fill sixte
 inline constexpr char kHints[] =
     "two prefetch hints a turn, which the plain loop has not; and elements of 16 bytes";
 inline constexpr char kScale[] = "finding the multiplier takes some fifteen instructions before the loop";
+inline constexpr char kScaleAndMode[] =
+    "checks, finding the multiplier and choosing the rounding mode take some forty instructions";
+inline constexpr char kScaleAndTail[] = "and up to seven elements of the tail are rounded one by one";
 inline constexpr char kTailRules[] = "whole blocks and tail have different rules, and a short array has both";
 inline constexpr char kKeptAroundTheMiddle[] =
     "of 14 elements in blocks of 8, six on either side of the middle are put back one by one";
@@ -56,6 +59,39 @@ inline constexpr KnownMiss kKnownMisses[] = {
     {"ZIVKS_Convert_16s64f_S", kNoMiss, 83, kScale},
     {"ZIVKS_Convert_32s32f_S", kNoMiss, 64, kScale},
     {"ZIVKS_Convert_32s64f_S", kNoMiss, 80, kScale},
+    {"ZIVKS_Convert_32f8u_S zero", kNoMiss, 85, kScaleAndMode},
+    {"ZIVKS_Convert_32f8u_S near", kNoMiss, 87, kScaleAndMode},
+    {"ZIVKS_Convert_32f8u_S away", kNoMiss, 85, kScaleAndMode},
+    {"ZIVKS_Convert_32f16u_S zero", kNoMiss, 80, kScaleAndMode},
+    {"ZIVKS_Convert_32f16u_S near", kNoMiss, 82, kScaleAndMode},
+    {"ZIVKS_Convert_32f16u_S away", kNoMiss, 82, kScaleAndMode},
+    {"ZIVKS_Convert_64f8u_S zero", kNoMiss, 95, kScaleAndMode},
+    {"ZIVKS_Convert_64f8u_S away", kNoMiss, 97, kScaleAndMode},
+    {"ZIVKS_Convert_64f16u_S zero", kNoMiss, 93, kScaleAndMode},
+    {"ZIVKS_Convert_64f16u_S away", kNoMiss, 95, kScaleAndMode},
+    {"ZIVKS_Convert_32f8s_S zero", kNoMiss, 85, kScaleAndMode},
+    {"ZIVKS_Convert_32f8s_S near", kNoMiss, 87, kScaleAndMode},
+    {"ZIVKS_Convert_32f8s_S away", kNoMiss, 85, kScaleAndMode},
+    {"ZIVKS_Convert_32f16s_S zero", kNoMiss, 77, kScaleAndMode},
+    {"ZIVKS_Convert_32f16s_S near", kNoMiss, 79, kScaleAndMode},
+    {"ZIVKS_Convert_32f16s_S away", kNoMiss, 79, kScaleAndMode},
+    {"ZIVKS_Convert_32f32s_S zero", kNoMiss, 69, kScaleAndMode},
+    {"ZIVKS_Convert_32f32s_S near", kNoMiss, 71, kScaleAndMode},
+    {"ZIVKS_Convert_32f32s_S away", kNoMiss, 71, kScaleAndMode},
+    {"ZIVKS_Convert_64f8s_S zero", kNoMiss, 92, kScaleAndMode},
+    {"ZIVKS_Convert_64f8s_S away", kNoMiss, 93, kScaleAndMode},
+    {"ZIVKS_Convert_64f16s_S zero", kNoMiss, 90, kScaleAndMode},
+    {"ZIVKS_Convert_64f16s_S away", kNoMiss, 91, kScaleAndMode},
+    {"ZIVKS_Convert_64f32s_S zero", kNoMiss, 86, kScaleAndMode},
+    {"ZIVKS_Convert_64f32s_S away", kNoMiss, 87, kScaleAndMode},
+    {"ZIVKS_Convert_64f64s_S zero", kNoMiss, 81, kScaleAndMode},
+    {"ZIVKS_Convert_64f64s_S away", kNoMiss, 82, kScaleAndMode},
+    {"ZIVKS_Convert_64f8u_S near", kNoMiss, 308, kScaleAndTail},
+    {"ZIVKS_Convert_64f16u_S near", kNoMiss, 197, kScaleAndTail},
+    {"ZIVKS_Convert_64f8s_S near", kNoMiss, 319, kScaleAndTail},
+    {"ZIVKS_Convert_64f16s_S near", kNoMiss, 201, kScaleAndTail},
+    {"ZIVKS_Convert_64f32s_S near", kNoMiss, 188, kScaleAndTail},
+    {"ZIVKS_Convert_64f64s_S near", kNoMiss, 179, kScaleAndTail},
     {"ZIVKS_Max_64f", kNoMiss, 62, kTailRules},
     {"ZIVKS_Min_64f", kNoMiss, 62, kTailRules},
     {"ZIVKS_MinMax_32f", kNoMiss, 74, kTailRules},

@@ -21,6 +21,106 @@ std::vector<Row> conversion_rows() {
       ROW(ZIVKS_Convert_16s64f_S, kWidening, ConvertScaled, NoRoutine, src, dst, len, number<4>),
       ROW(ZIVKS_Convert_32s32f_S, kWidening, ConvertScaled, NoRoutine, src, dst, len, number<4>),
       ROW(ZIVKS_Convert_32s64f_S, kWidening, ConvertScaled, NoRoutine, src, dst, len, number<4>),
+
+      ROW(ZIVKS_Convert_32f8u_S, kRounding, RoundScaled<TowardZero>, NoRoutine, src, dst, len,
+          number<ZIVK_RND_ZERO>, number<4>)
+          .with("zero"),
+      ROW(ZIVKS_Convert_32f8u_S, kRounding, RoundScaled<ToNearest>, NoRoutine, src, dst, len,
+          number<ZIVK_RND_NEAR>, number<4>)
+          .with("near"),
+      ROW(ZIVKS_Convert_32f8u_S, kRounding, RoundScaled<AwayFromZero>, NoRoutine, src, dst, len,
+          number<ZIVK_RND_AWAY>, number<4>)
+          .with("away"),
+      ROW(ZIVKS_Convert_32f16u_S, kRounding, RoundScaled<TowardZero>, NoRoutine, src, dst, len,
+          number<ZIVK_RND_ZERO>, number<4>)
+          .with("zero"),
+      ROW(ZIVKS_Convert_32f16u_S, kRounding, RoundScaled<ToNearest>, NoRoutine, src, dst, len,
+          number<ZIVK_RND_NEAR>, number<4>)
+          .with("near"),
+      ROW(ZIVKS_Convert_32f16u_S, kRounding, RoundScaled<AwayFromZero>, NoRoutine, src, dst, len,
+          number<ZIVK_RND_AWAY>, number<4>)
+          .with("away"),
+      ROW(ZIVKS_Convert_64f8u_S, kRounding, RoundScaled<TowardZero>, NoRoutine, src, dst, len,
+          number<ZIVK_RND_ZERO>, number<4>)
+          .with("zero"),
+      ROW(ZIVKS_Convert_64f8u_S, kRounding, RoundScaled<ToNearest>, NoRoutine, src, dst, len,
+          number<ZIVK_RND_NEAR>, number<4>)
+          .with("near"),
+      ROW(ZIVKS_Convert_64f8u_S, kRounding, RoundScaled<AwayFromZero>, NoRoutine, src, dst, len,
+          number<ZIVK_RND_AWAY>, number<4>)
+          .with("away"),
+      ROW(ZIVKS_Convert_64f16u_S, kRounding, RoundScaled<TowardZero>, NoRoutine, src, dst, len,
+          number<ZIVK_RND_ZERO>, number<4>)
+          .with("zero"),
+      ROW(ZIVKS_Convert_64f16u_S, kRounding, RoundScaled<ToNearest>, NoRoutine, src, dst, len,
+          number<ZIVK_RND_NEAR>, number<4>)
+          .with("near"),
+      ROW(ZIVKS_Convert_64f16u_S, kRounding, RoundScaled<AwayFromZero>, NoRoutine, src, dst, len,
+          number<ZIVK_RND_AWAY>, number<4>)
+          .with("away"),
+      ROW(ZIVKS_Convert_32f8s_S, kRounding, RoundScaled<TowardZero>, NoRoutine, src, dst, len,
+          number<ZIVK_RND_ZERO>, number<4>)
+          .with("zero"),
+      ROW(ZIVKS_Convert_32f8s_S, kRounding, RoundScaled<ToNearest>, NoRoutine, src, dst, len,
+          number<ZIVK_RND_NEAR>, number<4>)
+          .with("near"),
+      ROW(ZIVKS_Convert_32f8s_S, kRounding, RoundScaled<AwayFromZero>, NoRoutine, src, dst, len,
+          number<ZIVK_RND_AWAY>, number<4>)
+          .with("away"),
+      ROW(ZIVKS_Convert_32f16s_S, kRounding, RoundScaled<TowardZero>, NoRoutine, src, dst, len,
+          number<ZIVK_RND_ZERO>, number<4>)
+          .with("zero"),
+      ROW(ZIVKS_Convert_32f16s_S, kRounding, RoundScaled<ToNearest>, NoRoutine, src, dst, len,
+          number<ZIVK_RND_NEAR>, number<4>)
+          .with("near"),
+      ROW(ZIVKS_Convert_32f16s_S, kRounding, RoundScaled<AwayFromZero>, NoRoutine, src, dst, len,
+          number<ZIVK_RND_AWAY>, number<4>)
+          .with("away"),
+      ROW(ZIVKS_Convert_32f32s_S, kRounding, RoundScaled<TowardZero>, NoRoutine, src, dst, len,
+          number<ZIVK_RND_ZERO>, number<4>)
+          .with("zero"),
+      ROW(ZIVKS_Convert_32f32s_S, kRounding, RoundScaled<ToNearest>, NoRoutine, src, dst, len,
+          number<ZIVK_RND_NEAR>, number<4>)
+          .with("near"),
+      ROW(ZIVKS_Convert_32f32s_S, kRounding, RoundScaled<AwayFromZero>, NoRoutine, src, dst, len,
+          number<ZIVK_RND_AWAY>, number<4>)
+          .with("away"),
+      ROW(ZIVKS_Convert_64f8s_S, kRounding, RoundScaled<TowardZero>, NoRoutine, src, dst, len,
+          number<ZIVK_RND_ZERO>, number<4>)
+          .with("zero"),
+      ROW(ZIVKS_Convert_64f8s_S, kRounding, RoundScaled<ToNearest>, NoRoutine, src, dst, len,
+          number<ZIVK_RND_NEAR>, number<4>)
+          .with("near"),
+      ROW(ZIVKS_Convert_64f8s_S, kRounding, RoundScaled<AwayFromZero>, NoRoutine, src, dst, len,
+          number<ZIVK_RND_AWAY>, number<4>)
+          .with("away"),
+      ROW(ZIVKS_Convert_64f16s_S, kRounding, RoundScaled<TowardZero>, NoRoutine, src, dst, len,
+          number<ZIVK_RND_ZERO>, number<4>)
+          .with("zero"),
+      ROW(ZIVKS_Convert_64f16s_S, kRounding, RoundScaled<ToNearest>, NoRoutine, src, dst, len,
+          number<ZIVK_RND_NEAR>, number<4>)
+          .with("near"),
+      ROW(ZIVKS_Convert_64f16s_S, kRounding, RoundScaled<AwayFromZero>, NoRoutine, src, dst, len,
+          number<ZIVK_RND_AWAY>, number<4>)
+          .with("away"),
+      ROW(ZIVKS_Convert_64f32s_S, kRounding, RoundScaled<TowardZero>, NoRoutine, src, dst, len,
+          number<ZIVK_RND_ZERO>, number<4>)
+          .with("zero"),
+      ROW(ZIVKS_Convert_64f32s_S, kRounding, RoundScaled<ToNearest>, NoRoutine, src, dst, len,
+          number<ZIVK_RND_NEAR>, number<4>)
+          .with("near"),
+      ROW(ZIVKS_Convert_64f32s_S, kRounding, RoundScaled<AwayFromZero>, NoRoutine, src, dst, len,
+          number<ZIVK_RND_AWAY>, number<4>)
+          .with("away"),
+      ROW(ZIVKS_Convert_64f64s_S, kRounding, RoundScaled<TowardZero>, NoRoutine, src, dst, len,
+          number<ZIVK_RND_ZERO>, number<4>)
+          .with("zero"),
+      ROW(ZIVKS_Convert_64f64s_S, kRounding, RoundScaled<ToNearest>, NoRoutine, src, dst, len,
+          number<ZIVK_RND_NEAR>, number<4>)
+          .with("near"),
+      ROW(ZIVKS_Convert_64f64s_S, kRounding, RoundScaled<AwayFromZero>, NoRoutine, src, dst, len,
+          number<ZIVK_RND_AWAY>, number<4>)
+          .with("away"),
   };
 }
 

@@ -145,18 +145,41 @@ ZIVKS_INLINE Lanes<To, N> convert(Lanes<T, N> a) {
 
 template <class To, class T, size_t N, size_t... I>
 ZIVKS_INLINE Lanes<To, N> narrow_saturating_over(std::index_sequence<I...>, Lanes<T, N> a) {
-  return {{narrow_saturating<To>(a.part[2 * I], a.part[2 * I + 1])...}};
+  if constexpr (2 * sizeof(To) == sizeof(T)) {
+    return {{narrow_saturating<To>(a.part[2 * I], a.part[2 * I + 1])...}};
+  } else {
+    return {
+        {narrow_saturating<To>(a.part[4 * I], a.part[4 * I + 1], a.part[4 * I + 2], a.part[4 * I + 3])...}};
+  }
 }
-// To an integer type of half the width, clamped at its bounds.
+// To an integer type of half the width, or from int32 of a quarter, clamped at its bounds.
 template <class To, class T, size_t N>
 ZIVKS_INLINE Lanes<To, N> narrow_saturating(Lanes<T, N> a) {
-  static_assert(2 * sizeof(To) == sizeof(T));
   return narrow_saturating_over<To>(std::make_index_sequence<Lanes<To, N>::kParts>(), a);
 }
 
-template <size_t N>
-ZIVKS_INLINE Lanes<int32_t, N> round_nearest(Lanes<float, N> a) {
-  return lift<int32_t>([](auto x) { return round_nearest(x); }, a);
+template <class To, ZIVKRoundMode mode, size_t N, size_t... I>
+ZIVKS_INLINE Lanes<int32_t, N> round_pairs_over(std::index_sequence<I...>, Lanes<double, N> a) {
+  return {{round_for<To, mode>(a.part[2 * I], a.part[2 * I + 1])...}};
+}
+template <class To, ZIVKRoundMode mode, size_t N>
+ZIVKS_INLINE Lanes<int32_t, N> round_to_int32(Lanes<float, N> a) {
+  return lift<int32_t>([](auto x) { return round_for<To, mode>(x); }, a);
+}
+template <class To, ZIVKRoundMode mode, size_t N>
+ZIVKS_INLINE Lanes<int32_t, N> round_to_int32(Lanes<double, N> a) {
+  return round_pairs_over<To, mode>(std::make_index_sequence<Lanes<int32_t, N>::kParts>(), a);
+}
+// To an integer type no wider than the floats, rounded in `mode` and clamped at its bounds; NaN gives 0.
+template <class To, ZIVKRoundMode mode, class F, size_t N>
+ZIVKS_INLINE Lanes<To, N> round_saturating(Lanes<F, N> a) {
+  if constexpr (sizeof(To) == 8) {
+    return lift<To>([](auto x) { return round_for<To, mode>(x); }, a);
+  } else if constexpr (sizeof(To) == 4) {
+    return round_to_int32<To, mode>(a);
+  } else {
+    return narrow_saturating<To>(round_to_int32<To, mode>(a));
+  }
 }
 
 }  // namespace zivks

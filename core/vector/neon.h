@@ -190,12 +190,56 @@ ZIVKS_INLINE Register<To> narrow_saturating(U32 a, U32 b) {
   }
 }
 
-ZIVKS_INLINE I32 round_nearest(F32 a) { return I32(vcvtnq_s32_f32(a)); }
+template <class To>
+ZIVKS_INLINE Register<To> narrow_saturating(I32 a, I32 b, I32 c, I32 d) {
+  return narrow_saturating<To>(narrow_saturating<int16_t>(a, b), narrow_saturating<int16_t>(c, d));
+}
 
 ZIVKS_INLINE F32 fused_multiply_add(F32 a, F32 b, F32 c) { return F32(vfmaq_f32(c, a, b)); }
 ZIVKS_INLINE F64 fused_multiply_add(F64 a, F64 b, F64 c) { return F64(vfmaq_f64(c, a, b)); }
 
 ZIVKS_INLINE U64 multiply_low(U64 a, U64 b) { return a * b; }
+
+// --- Rounding to integers --------------------------------------------------------------
+
+template <ZIVKRoundMode mode>
+ZIVKS_INLINE I32 round_signed(F32 a) {
+  if constexpr (mode == ZIVK_RND_ZERO) return I32(vcvtq_s32_f32(a));
+  if constexpr (mode == ZIVK_RND_NEAR) return I32(vcvtnq_s32_f32(a));
+  if constexpr (mode == ZIVK_RND_AWAY) return I32(vcvtaq_s32_f32(a));
+}
+template <ZIVKRoundMode mode>
+ZIVKS_INLINE I64 round_signed(F64 a) {
+  if constexpr (mode == ZIVK_RND_ZERO) return I64(vcvtq_s64_f64(a));
+  if constexpr (mode == ZIVK_RND_NEAR) return I64(vcvtnq_s64_f64(a));
+  if constexpr (mode == ZIVK_RND_AWAY) return I64(vcvtaq_s64_f64(a));
+}
+template <ZIVKRoundMode mode>
+ZIVKS_INLINE U32 round_unsigned(F32 a) {
+  if constexpr (mode == ZIVK_RND_ZERO) return U32(vcvtq_u32_f32(a));
+  if constexpr (mode == ZIVK_RND_NEAR) return U32(vcvtnq_u32_f32(a));
+  if constexpr (mode == ZIVK_RND_AWAY) return U32(vcvtaq_u32_f32(a));
+}
+
+template <class To, ZIVKRoundMode mode>
+ZIVKS_INLINE Register<To> round_at_most(F32 a, float limit) {
+  const auto most = broadcast(static_cast<To>(limit));
+  if constexpr (std::is_signed_v<To>) return minimum(round_signed<mode>(a), most);
+  if constexpr (!std::is_signed_v<To>) return minimum(round_unsigned<mode>(a), most);
+}
+
+template <class To, ZIVKRoundMode mode>
+ZIVKS_INLINE I32 round_for(F32 a) {
+  return round_signed<mode>(a);
+}
+template <class To, ZIVKRoundMode mode>
+ZIVKS_INLINE I32 round_for(F64 a, F64 b) {
+  return I32(vqmovn_high_s64(vqmovn_s64(round_signed<mode>(a)), round_signed<mode>(b)));
+}
+template <class To, ZIVKRoundMode mode>
+ZIVKS_INLINE I64 round_for(F64 a) {
+  return round_signed<mode>(a);
+}
 
 // --- Order of elements -----------------------------------------------------------------
 

@@ -18,9 +18,14 @@
 //   widen_part<To, K>                     K-th part of a register's integers, in a wider type
 //   convert_part<To, K>                   the same, to a floating-point type; rounds in the current mode
 //   narrow                                two registers of float64 to one of float32
-//   narrow_saturating<To>                 two registers to one of integers half as wide, clamped
-//   round_nearest                         float32 to int32, ties to even in every rounding mode; clamps at
-//                                         the bounds, NaN gives 0
+//   narrow_saturating<To>                 two registers to one of integers half as wide, clamped; four of
+//                                         int32 to one of integers a quarter as wide
+//   round_for<To, mode>                   floats to integers in the rounding `mode`, in every mode of the
+//                                         processor; NaN gives 0. float64 to int64, clamped at the bounds;
+//                                         on the way to a smaller To a register of float32, or two of
+//                                         float64, to int32, of which narrow_saturating then makes what is
+//                                         clamped at the bounds of To
+//   round_at_most<To, mode>(a, limit)     the same of float32 to int32 or uint32, but not above `limit`
 //   fused_multiply_add(a, b, c)           a * b + c with one rounding
 //   multiply_low                          64-bit integers, product modulo 2^64
 //   deinterleave, interleave              even and odd elements of two registers, and back
@@ -46,6 +51,8 @@
 //   kPrefetches                           hints are worth while in loops that write
 #ifndef ZIVKS_CORE_VECTOR_REGISTER_H
 #define ZIVKS_CORE_VECTOR_REGISTER_H
+
+#include <zivks/types.h>
 
 #include <cstddef>
 #include <cstdint>

@@ -7,6 +7,8 @@
 
 #include <immintrin.h>
 
+#include <limits>
+
 #include "core/vector/register.h"
 
 namespace zivks {
@@ -49,6 +51,9 @@ ZIVKS_INLINE I32 bound_toward(I32 a) { return (a >> 31) ^ broadcast(int32_t{INT3
 // `value`, or `bound` in lanes where the sign bit of `overflow` is set.
 ZIVKS_INLINE I32 replace_overflow(I32 value, I32 bound, I32 overflow) {
   return I32(_mm256_blendv_ps(__m256(value), __m256(bound), __m256(overflow)));
+}
+ZIVKS_INLINE I64 replace_overflow(I64 value, I64 bound, I64 overflow) {
+  return I64(_mm256_blendv_pd(__m256d(value), __m256d(bound), __m256d(overflow)));
 }
 
 // An overflow has happened where the sum's sign differs from those of both operands. The compiler's integers
@@ -236,12 +241,11 @@ ZIVKS_INLINE Register<To> narrow_saturating(U32 a, U32 b) {
   return Register<To>(order_quarters(_mm256_packus_epi32(M(minimum(a, limit)), M(minimum(b, limit)))));
 }
 
-// Out of range and for NaN the conversion gives 0x80000000. That is right below the range; from 2^31 up all
-// its bits have to be turned, and for NaN to be cleared.
-ZIVKS_INLINE I32 round_nearest(F32 a) {
-  const __m256 value = _mm256_round_ps(__m256(a), _MM_FROUND_TO_NEAREST_INT | _MM_FROUND_NO_EXC);
-  const I32 converted = I32(_mm256_cvttps_epi32(value));
-  return (converted ^ I32(a >= broadcast(0x1p31f))) & I32(a == a);
+template <class To>
+ZIVKS_INLINE Register<To> narrow_saturating(I32 a, I32 b, I32 c, I32 d) {
+  const M low = _mm256_packs_epi32(M(a), M(b)), high = _mm256_packs_epi32(M(c), M(d));
+  const M all = std::is_signed_v<To> ? _mm256_packs_epi16(low, high) : _mm256_packus_epi16(low, high);
+  return Register<To>(_mm256_permutevar8x32_epi32(all, _mm256_setr_epi32(0, 4, 1, 5, 2, 6, 3, 7)));
 }
 
 ZIVKS_INLINE F32 fused_multiply_add(F32 a, F32 b, F32 c) {
@@ -252,6 +256,91 @@ ZIVKS_INLINE F64 fused_multiply_add(F64 a, F64 b, F64 c) {
 }
 
 ZIVKS_INLINE U64 multiply_low(U64 a, U64 b) { return a * b; }
+
+// --- Rounding to integers --------------------------------------------------------------
+
+template <int direction>
+ZIVKS_INLINE F32 round_whole(F32 a) {
+  return F32(_mm256_round_ps(__m256(a), direction | _MM_FROUND_NO_EXC));
+}
+template <int direction>
+ZIVKS_INLINE F64 round_whole(F64 a) {
+  return F64(_mm256_round_pd(__m256d(a), direction | _MM_FROUND_NO_EXC));
+}
+
+// A value whose whole part is `a` rounded. For ties away from zero that is twice the value less its whole
+// part: what lies beyond the whole part reaches 1 from one half on. The fused operation is exact.
+template <ZIVKRoundMode mode, class R>
+ZIVKS_INLINE R ready_to_truncate(R a) {
+  if constexpr (mode == ZIVK_RND_ZERO) return a;
+  if constexpr (mode == ZIVK_RND_NEAR) return round_whole<_MM_FROUND_TO_NEAREST_INT>(a);
+  if constexpr (mode == ZIVK_RND_AWAY)
+    return fused_multiply_add(a, broadcast(ElementOf<R>{2}), -round_whole<_MM_FROUND_TO_ZERO>(a));
+}
+
+// 0 in lanes where `value` is NaN.
+template <class R, class F>
+ZIVKS_INLINE R clear_nan(R a, F value) {
+  using Mask = decltype(value == value);
+  return R(Mask(a) & (value == value));
+}
+
+// The processor's minimum and maximum, which return their second operand if one is a NaN.
+ZIVKS_INLINE F32 lesser(F32 a, F32 b) { return F32(_mm256_min_ps(__m256(a), __m256(b))); }
+ZIVKS_INLINE F64 lesser(F64 a, F64 b) { return F64(_mm256_min_pd(__m256d(a), __m256d(b))); }
+ZIVKS_INLINE F32 greater(F32 a, F32 b) { return F32(_mm256_max_ps(__m256(a), __m256(b))); }
+ZIVKS_INLINE F64 greater(F64 a, F64 b) { return F64(_mm256_max_pd(__m256d(a), __m256d(b))); }
+
+// What a conversion to int32 has to be spared: NaN, values above `limit`, and on the way to an unsigned To
+// those below 0. Below its range it gives the lowest int32, which is right.
+template <class To, class R>
+ZIVKS_INLINE R bounded_for(R a, ElementOf<R> limit) {
+  if constexpr (std::is_signed_v<To>) return lesser(clear_nan(a, a), broadcast(limit));
+  if constexpr (!std::is_signed_v<To>) return lesser(greater(a, R{}), broadcast(limit));
+}
+
+template <class To, ZIVKRoundMode mode>
+ZIVKS_INLINE Register<To> round_at_most(F32 a, float limit) {
+  return Register<To>(_mm256_cvttps_epi32(__m256(ready_to_truncate<mode>(bounded_for<To>(a, limit)))));
+}
+
+// The bound of int32 is no float32. Above its range the conversion gives the lowest int32, of which all
+// bits have to be turned.
+template <class To, ZIVKRoundMode mode>
+ZIVKS_INLINE I32 round_for(F32 a) {
+  if constexpr (sizeof(To) == 4) {
+    const I32 converted = I32(_mm256_cvttps_epi32(__m256(ready_to_truncate<mode>(a))));
+    return clear_nan(converted ^ I32(a >= broadcast(0x1p31f)), a);
+  } else {
+    using To32 = std::conditional_t<std::is_signed_v<To>, int32_t, uint32_t>;
+    return I32(round_at_most<To32, mode>(a, std::numeric_limits<To>::max()));
+  }
+}
+
+template <class To, ZIVKRoundMode mode>
+ZIVKS_INLINE I32 round_for(F64 a, F64 b) {
+  const auto half = [](F64 x) {
+    const F64 ready = ready_to_truncate<mode>(bounded_for<To>(x, std::numeric_limits<To>::max()));
+    return _mm256_cvttpd_epi32(__m256d(ready));
+  };
+  return I32(_mm256_set_m128i(half(b), half(a)));
+}
+
+// There is no such instruction at this level. Added to 1.5 * 2^52, a whole number of up to 51 bits stands in
+// the low bits of the sum. So the number of units of 2^32 is taken from one such sum, rounded in whatever
+// way, and what is left or too much from another. Their bits are added as integers; that the exponent bits of
+// the second cancel out is seen to by a surplus in the first. 2^64, which NaN becomes, gives 0.
+template <class To, ZIVKRoundMode mode>
+ZIVKS_INLINE I64 round_for(F64 a) {
+  static_assert(std::is_same_v<To, int64_t>);
+  const F64 in_mantissa = broadcast(0x1.8p52), with_surplus = broadcast(0x1.8p52 - 0x43380000);
+  F64 whole = ready_to_truncate<mode>(greater(lesser(a, broadcast(0x1p64)), broadcast(-0x1p63)));
+  if constexpr (mode != ZIVK_RND_NEAR) whole = round_whole<_MM_FROUND_TO_ZERO>(whole);
+  const F64 upper = fused_multiply_add(whole, broadcast(0x1p-32), with_surplus);
+  const F64 lower = fused_multiply_add(upper - with_surplus, broadcast(-0x1p32), whole) + in_mantissa;
+  const U64 joined = (U64(upper) << 32) + U64(lower);
+  return replace_overflow(I64(joined), broadcast(int64_t{INT64_MAX}), I64(a >= broadcast(0x1p63)));
+}
 
 // --- Order of elements -----------------------------------------------------------------
 

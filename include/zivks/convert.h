@@ -121,6 +121,100 @@ ZIVKS_API ZIVKStatus ZIVKS_Convert_32s32f_S(const int32_t* src, float* dst, int3
 
 /** @} */
 
+/**
+ * @defgroup convert_rounded Floating point to integers
+ *
+ * `dst[i]` is `src[i] * M`, rounded as `rndMode` tells and then clamped at the bounds of its type. M is
+ * the power of two that `scale` selects, a number of the type of `src`, and the product is rounded to that
+ * type. NaN gives 0, and so does zero times an infinite M. No element value is an error.
+ *
+ * `rndMode` is compared as an unsigned number. One above #ZIVK_RND_AWAY gives #ZIVK_STS_ROUND_MODE_ERR if the
+ * destination's type is signed and #ZIVK_STS_ROUND_RANGE_ERR if it is unsigned, before `scale` is looked at.
+ *
+ * Blocks and tails agree but for `double` and #ZIVK_RND_NEAR. There the tail, up to 7 elements for 8-bit
+ * destinations and up to 3 for others, rounds a product that is no tie by adding 0.5 to its magnitude and
+ * truncating the sum. So 0.49999999999999994, the number just below one half, becomes 1, and in
+ * ZIVKS_Convert_64f64s_S() an odd product between 2^52 and 2^53 becomes its even neighbour away from zero.
+ *
+ * @{
+ */
+
+/** @name To unsigned integers
+ *  @{ */
+
+/**
+ * Converts each element to an unsigned integer; negative values give 0.
+ *
+ * @param src      source array
+ * @param dst      converted array
+ * @param len      number of elements
+ * @param rndMode  one of the `ZIVK_RND_` values
+ * @param scale    divisor, of which only a power of two takes effect: see @ref scale
+ * @return #ZIVK_STS_NO_ERR, #ZIVK_STS_NULL_PTR_ERR, #ZIVK_STS_SIZE_ERR, #ZIVK_STS_ROUND_RANGE_ERR or
+ *         #ZIVK_STS_SCALE_ERR
+ */
+ZIVKS_API ZIVKStatus ZIVKS_Convert_32f8u_S(const float* src, uint8_t* dst, int32_t len, ZIVKRoundMode rndMode,
+                                           double scale);
+
+/** @copydoc ZIVKS_Convert_32f8u_S */
+ZIVKS_API ZIVKStatus ZIVKS_Convert_32f16u_S(const float* src, uint16_t* dst, int32_t len,
+                                            ZIVKRoundMode rndMode, double scale);
+
+/** @copydoc ZIVKS_Convert_32f8u_S */
+ZIVKS_API ZIVKStatus ZIVKS_Convert_64f8u_S(const double* src, uint8_t* dst, int32_t len,
+                                           ZIVKRoundMode rndMode, double scale);
+
+/** @copydoc ZIVKS_Convert_32f8u_S */
+ZIVKS_API ZIVKStatus ZIVKS_Convert_64f16u_S(const double* src, uint16_t* dst, int32_t len,
+                                            ZIVKRoundMode rndMode, double scale);
+
+/** @} */
+
+/** @name To signed integers
+ *  @{ */
+
+/**
+ * Converts each element to a signed integer.
+ *
+ * @param src      source array
+ * @param dst      converted array
+ * @param len      number of elements
+ * @param rndMode  one of the `ZIVK_RND_` values
+ * @param scale    divisor, of which only a power of two takes effect: see @ref scale
+ * @return #ZIVK_STS_NO_ERR, #ZIVK_STS_NULL_PTR_ERR, #ZIVK_STS_SIZE_ERR, #ZIVK_STS_ROUND_MODE_ERR or
+ *         #ZIVK_STS_SCALE_ERR
+ */
+ZIVKS_API ZIVKStatus ZIVKS_Convert_32f8s_S(const float* src, int8_t* dst, int32_t len, ZIVKRoundMode rndMode,
+                                           double scale);
+
+/** @copydoc ZIVKS_Convert_32f8s_S */
+ZIVKS_API ZIVKStatus ZIVKS_Convert_32f16s_S(const float* src, int16_t* dst, int32_t len,
+                                            ZIVKRoundMode rndMode, double scale);
+
+/** @copydoc ZIVKS_Convert_32f8s_S */
+ZIVKS_API ZIVKStatus ZIVKS_Convert_32f32s_S(const float* src, int32_t* dst, int32_t len,
+                                            ZIVKRoundMode rndMode, double scale);
+
+/** @copydoc ZIVKS_Convert_32f8s_S */
+ZIVKS_API ZIVKStatus ZIVKS_Convert_64f8s_S(const double* src, int8_t* dst, int32_t len, ZIVKRoundMode rndMode,
+                                           double scale);
+
+/** @copydoc ZIVKS_Convert_32f8s_S */
+ZIVKS_API ZIVKStatus ZIVKS_Convert_64f16s_S(const double* src, int16_t* dst, int32_t len,
+                                            ZIVKRoundMode rndMode, double scale);
+
+/** @copydoc ZIVKS_Convert_32f8s_S */
+ZIVKS_API ZIVKStatus ZIVKS_Convert_64f32s_S(const double* src, int32_t* dst, int32_t len,
+                                            ZIVKRoundMode rndMode, double scale);
+
+/** @copydoc ZIVKS_Convert_32f8s_S */
+ZIVKS_API ZIVKStatus ZIVKS_Convert_64f64s_S(const double* src, int64_t* dst, int32_t len,
+                                            ZIVKRoundMode rndMode, double scale);
+
+/** @} */
+
+/** @} */
+
 #ifdef __cplusplus
 }
 #endif

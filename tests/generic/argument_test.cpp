@@ -1,5 +1,6 @@
 // Every fault of the arguments, alone and in pairs: the status, the order of the checks, and untouched
 // outputs.
+#include <algorithm>
 #include <cmath>
 #include <limits>
 
@@ -16,7 +17,15 @@ struct Fault {
   std::string what;
 };
 
-constexpr int kPointerRank = 0, kLengthRank = 1, kKindRank = 2, kShiftRank = 2, kScaleRank = 3;
+constexpr int kPointerRank = 0, kLengthRank = 1, kKindRank = 2, kShiftRank = 2, kRoundModeRank = 2,
+              kScaleRank = 3;
+
+bool writes_unsigned(const Function& function) {
+  return std::any_of(function.arguments.begin(), function.arguments.end(), [](const Argument& argument) {
+    return argument.is_written() &&
+           (*argument.element->type == typeid(uint8_t) || *argument.element->type == typeid(uint16_t));
+  });
+}
 
 std::vector<Fault> faults_of(const Function& function) {
   constexpr int32_t kMostNegative = std::numeric_limits<int32_t>::min();
@@ -30,13 +39,18 @@ std::vector<Fault> faults_of(const Function& function) {
     if (argument.is_pointer() && !argument.nullable) {
       faults.push_back({i, ZIVK_STS_NULL_PTR_ERR, kPointerRank, Slot(), argument.name + " null"});
     } else if (argument.role == Role::kLength) {
-      add(ZIVK_STS_SIZE_ERR, kLengthRank, 0);
+      for (int32_t value = 0; value < function.least_length; ++value)
+        add(ZIVK_STS_SIZE_ERR, kLengthRank, value);
       if (function.accepts_negative_length) continue;
       for (int32_t value : {-1, kMostNegative}) add(ZIVK_STS_SIZE_ERR, kLengthRank, value);
     } else if (argument.role == Role::kKind) {
       for (int32_t value : {3, -1, kMostNegative}) add(ZIVK_STS_ZC_TYPE_ERR, kKindRank, value);
     } else if (argument.role == Role::kShift) {
       for (int32_t value : {-1, kMostNegative}) add(ZIVK_STS_SHIFT_ERR, kShiftRank, value);
+    } else if (argument.role == Role::kRoundMode && !function.accepts_every_mode) {
+      const ZIVKStatus status =
+          writes_unsigned(function) ? ZIVK_STS_ROUND_RANGE_ERR : ZIVK_STS_ROUND_MODE_ERR;
+      for (int32_t value : {3, -1, kMostNegative}) add(status, kRoundModeRank, value);
     } else if (argument.role == Role::kScale) {
       for (double value : {0.0, -0.0, -1.0, -infinity, infinity, std::nan("")}) {
         add(ZIVK_STS_SCALE_ERR, kScaleRank, value);

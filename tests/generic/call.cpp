@@ -27,11 +27,13 @@ std::vector<Slot> slots_of(std::initializer_list<T> values) {
 const std::vector<Slot>& parameter_values(Role role) {
   static const std::vector<Slot> none,
       scales = slots_of({1.0, 8.0, 0.3, 0x1p-130, 0x1p+140}), kinds = slots_of<int32_t>({0, 1, 2}),
-      shifts = slots_of<int32_t>({0, 1, 3, 7, 8, 9, 15, 16, 17, 31, 32, 33, 255, 256, INT32_MAX});
+      shifts = slots_of<int32_t>({0, 1, 3, 7, 8, 9, 15, 16, 17, 31, 32, 33, 255, 256, INT32_MAX}),
+      rounding_modes = slots_of<int32_t>({ZIVK_RND_ZERO, ZIVK_RND_NEAR, ZIVK_RND_AWAY});
   switch (role) {
     case Role::kScale: return scales;
     case Role::kKind: return kinds;
     case Role::kShift: return shifts;
+    case Role::kRoundMode: return rounding_modes;
     default: return none;
   }
 }
@@ -121,7 +123,8 @@ std::vector<int32_t> shape_lengths(const Function& function) {
   }
   const size_t last = std::max<size_t>(70, 3 * function.block + 5 + 2 * (4 * 32 / narrowest));
   std::vector<int32_t> lengths;
-  for (size_t length = 1; length <= last; ++length) lengths.push_back(static_cast<int32_t>(length));
+  for (auto length = static_cast<size_t>(function.least_length); length <= last; ++length)
+    lengths.push_back(static_cast<int32_t>(length));
   lengths.insert(lengths.end(), {511, 1000, 1025, 4099});
   return lengths;
 }

@@ -61,6 +61,7 @@ Role role_of(const std::string& word) {
   if (word == "scale") return Role::kScale;
   if (word == "kind") return Role::kKind;
   if (word == "shift") return Role::kShift;
+  if (word == "rndMode") return Role::kRoundMode;
   if (word == "srcDst") return Role::kSourceDestination;
   if (word == "src" || word == "src1" || word == "src2" || word == "srcRe" || word == "srcIm")
     return Role::kSource;
@@ -76,6 +77,7 @@ Argument describe_argument(std::string word) {
   const char mark = word.empty() ? '\0' : word.back();
   if (mark == '?' || mark == '-') word.pop_back();
   size_t packed = 1;
+  if (const size_t above = word.find('>'); above != std::string::npos) word.resize(above);
   if (const size_t star = word.find('*'); star != std::string::npos) {
     packed = std::stoul(word.substr(star + 1));
     word.resize(star);
@@ -90,7 +92,8 @@ bool matches(const Argument& argument) {
     return std::is_pointer_v<T> && argument.element != nullptr &&
            std::is_const_v<std::remove_pointer_t<T>> == (argument.role == Role::kSource);
   }
-  if (argument.role == Role::kLength || argument.role == Role::kKind || argument.role == Role::kShift) {
+  if (argument.role == Role::kLength || argument.role == Role::kKind || argument.role == Role::kShift ||
+      argument.role == Role::kRoundMode) {
     return std::is_same_v<T, int32_t>;
   }
   if (argument.role == Role::kScale) return std::is_same_v<T, double>;
@@ -123,7 +126,12 @@ Function describe(const char* name, const char* family, const char* arguments, s
   row.overlap = overlap;
   row.outside = outside;
   row.results = results;
-  row.accepts_negative_length = std::find(words.begin(), words.end(), "len-") != words.end();
+  const auto has_word = [&](const char* word) {
+    return std::find(words.begin(), words.end(), word) != words.end();
+  };
+  row.accepts_negative_length = has_word("len-");
+  row.accepts_every_mode = has_word("rndMode-");
+  row.least_length = has_word("len>2") ? 3 : 1;
   row.address = reinterpret_cast<void (*)()>(address);
   row.invoke = [](void (*untyped)(), [[maybe_unused]] const Slot* slots) {
     return invoke<Result, Parameters...>(untyped, slots, std::index_sequence_for<Parameters...>());

@@ -45,6 +45,7 @@ enum class Role {
   kScale,
   kKind,
   kShift,
+  kRoundMode,
   kOther
 };
 
@@ -63,7 +64,8 @@ struct Argument {
   bool is_read() const { return role == Role::kSource || role == Role::kSourceDestination; }
   bool is_written() const { return is_pointer() && role != Role::kSource; }
   bool is_input_value() const {
-    return role == Role::kConstant || role == Role::kScale || role == Role::kKind || role == Role::kShift;
+    return role == Role::kConstant || role == Role::kScale || role == Role::kKind || role == Role::kShift ||
+           role == Role::kRoundMode;
   }
 };
 
@@ -94,7 +96,8 @@ struct Function {
   Overlap overlap;
   Outside outside;
   Results results;
-  bool accepts_negative_length;
+  bool accepts_negative_length, accepts_every_mode;
+  int32_t least_length;
   std::string fault;  // what is wrong with the row, if anything
   void (*address)();
   Slot (*invoke)(void (*address)(), const Slot* slots);

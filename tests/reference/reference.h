@@ -8,6 +8,7 @@
 #include <stdexcept>
 #include <string>
 #include <tuple>
+#include <type_traits>
 #include <typeinfo>
 #include <utility>
 #include <vector>
@@ -28,6 +29,17 @@ References conversion_references();
 References extremes_references();
 References zero_crossing_references();
 
+// An element of three bytes.
+struct PackedSample {
+  uint8_t bytes[3];
+};
+
+template <class T>
+bool holds_elements_of(const Argument& argument) {
+  if (argument.packed == 3) return std::is_same_v<T, PackedSample>;
+  return *argument.element->type == typeid(T);
+}
+
 // Inputs in the order in which references take them: arrays, then values.
 inline std::vector<size_t> inputs_of(const Function& function) {
   std::vector<size_t> inputs;
@@ -43,7 +55,7 @@ inline std::vector<size_t> inputs_of(const Function& function) {
 // Element `index` of an array, or a value.
 template <class T>
 T input_element(const Function& function, const Operands& operands, size_t argument, size_t index) {
-  if (*function.arguments[argument].element->type != typeid(T)) {
+  if (!holds_elements_of<T>(function.arguments[argument])) {
     throw std::logic_error("reference of " + function.name + " takes another type for " +
                            function.arguments[argument].name);
   }
@@ -75,7 +87,7 @@ class Outputs {
   template <class T>
   void set(size_t output, size_t index, const T& value) {
     const size_t argument = written_.at(output);
-    if (*function_.arguments[argument].element->type != typeid(T)) {
+    if (!holds_elements_of<T>(function_.arguments[argument])) {
       throw std::logic_error("reference of " + function_.name + " gives another type");
     }
     std::memcpy(&arrays_[argument][index * sizeof(T)], &value, sizeof value);
@@ -93,20 +105,38 @@ class Outputs {
   std::vector<size_t> written_;
 };
 
-// A reference from a function of one element of each array, and of the values.
-template <class Result, class... Inputs>
-Reference elementwise(Result (*operation)(Inputs...)) {
+// Where block and tail have different rules.
+enum class Place { kBlock, kTail };
+
+// A reference from a function of the place and of one element of each array, and of the values.
+template <class... Inputs, class Operation>
+Reference at_each_place(Operation operation) {
   return [operation](const Function& function, const Operands& operands) {
     const std::vector<size_t> inputs = inputs_of(function);
     if (inputs.size() != sizeof...(Inputs)) throw std::logic_error(function.name + " takes other inputs");
+    const size_t length = static_cast<size_t>(operands.length),
+                 tail = length / function.block * function.block;
     Outputs outputs(function, operands);
-    for (size_t i = 0; i < static_cast<size_t>(operands.length); ++i) {
+    for (size_t i = 0; i < length; ++i) {
+      const Place place = i < tail ? Place::kBlock : Place::kTail;
       outputs.set(0, i,
-                  std::apply(operation, input_elements<Inputs...>(function, operands, inputs.data(), i,
-                                                                  std::index_sequence_for<Inputs...>())));
+                  std::apply([&](Inputs... input) { return operation(place, input...); },
+                             input_elements<Inputs...>(function, operands, inputs.data(), i,
+                                                       std::index_sequence_for<Inputs...>())));
     }
     return outputs.take();
   };
+}
+
+template <class Result, class... Inputs>
+Reference elementwise(Result (*operation)(Place, Inputs...)) {
+  return at_each_place<Inputs...>(operation);
+}
+
+// The same where the place makes no difference.
+template <class Result, class... Inputs>
+Reference elementwise(Result (*operation)(Inputs...)) {
+  return at_each_place<Inputs...>([operation](Place, Inputs... input) { return operation(input...); });
 }
 
 // A reference from a function of a whole array, and of the values.

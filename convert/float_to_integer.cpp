@@ -1,0 +1,96 @@
+// Floating point to integers: scaled, rounded in the mode that the caller selects, and clamped at the
+// bounds of the destination's type.
+#include <zivks/convert.h>
+
+#include "core/checks.h"
+#include "core/rounding.h"
+#include "core/scale.h"
+
+using namespace zivks;
+
+namespace {
+
+// The loops of the rounding mode, one with the multiplication and, where `skips_one`, one without.
+enum MultiplierOfOne : bool { kMultiplies, kSkips };
+
+// Blocks of B elements and the tail differ only for float64 rounded to nearest: the tail adds one half,
+// and that sum is not always exact.
+template <ZIVKRoundMode mode, size_t B, class F, class T, class Product>
+void round_products(const F* src, T* dst, size_t len, Product product) {
+  const auto round = [product](auto a) { return round_saturating<T, mode>(product(a)); };
+  if constexpr (mode == ZIVK_RND_NEAR && sizeof(F) == sizeof(double)) {
+    map_blocks<B>(
+        dst, len, round, [product](F a) { return round_nearest_saturate<T>(product(a)); }, src);
+  } else {
+    map(dst, len, round, src);
+  }
+}
+
+template <size_t B, MultiplierOfOne one, class F, class T>
+ZIVKStatus convert_rounded(const F* src, T* dst, int32_t len, ZIVKRoundMode rndMode, double scale) {
+  if (ZIVKStatus status = check_arrays(len, src, dst)) return status;
+  if (static_cast<uint32_t>(rndMode) > ZIVK_RND_AWAY) {
+    return std::is_signed_v<T> ? ZIVK_STS_ROUND_MODE_ERR : ZIVK_STS_ROUND_RANGE_ERR;
+  }
+  const double factor = scale_multiplier(scale);
+  if (factor != factor) return ZIVK_STS_SCALE_ERR;
+
+  const auto count = static_cast<size_t>(len);
+  with_rounding_mode(rndMode, [&](auto mode) {
+    if constexpr (one == kSkips) {
+      if (factor == 1) return round_products<mode, B>(src, dst, count, [](auto a) { return a; });
+    }
+    round_products<mode, B>(src, dst, count, [m = static_cast<F>(factor)](auto a) {
+      if constexpr (std::is_same_v<decltype(a), F>) return a * m;
+      if constexpr (!std::is_same_v<decltype(a), F>) return a * broadcast(m);
+    });
+  });
+  return ZIVK_STS_NO_ERR;
+}
+
+}  // namespace
+
+ZIVKStatus ZIVKS_Convert_32f8u_S(const float* src, uint8_t* dst, int32_t len, ZIVKRoundMode rndMode,
+                                 double scale) {
+  return convert_rounded<8, kSkips>(src, dst, len, rndMode, scale);
+}
+ZIVKStatus ZIVKS_Convert_32f16u_S(const float* src, uint16_t* dst, int32_t len, ZIVKRoundMode rndMode,
+                                  double scale) {
+  return convert_rounded<8, kSkips>(src, dst, len, rndMode, scale);
+}
+ZIVKStatus ZIVKS_Convert_64f8u_S(const double* src, uint8_t* dst, int32_t len, ZIVKRoundMode rndMode,
+                                 double scale) {
+  return convert_rounded<8, kSkips>(src, dst, len, rndMode, scale);
+}
+ZIVKStatus ZIVKS_Convert_64f16u_S(const double* src, uint16_t* dst, int32_t len, ZIVKRoundMode rndMode,
+                                  double scale) {
+  return convert_rounded<4, kSkips>(src, dst, len, rndMode, scale);
+}
+ZIVKStatus ZIVKS_Convert_32f8s_S(const float* src, int8_t* dst, int32_t len, ZIVKRoundMode rndMode,
+                                 double scale) {
+  return convert_rounded<8, kSkips>(src, dst, len, rndMode, scale);
+}
+ZIVKStatus ZIVKS_Convert_32f16s_S(const float* src, int16_t* dst, int32_t len, ZIVKRoundMode rndMode,
+                                  double scale) {
+  return convert_rounded<4, kMultiplies>(src, dst, len, rndMode, scale);
+}
+ZIVKStatus ZIVKS_Convert_32f32s_S(const float* src, int32_t* dst, int32_t len, ZIVKRoundMode rndMode,
+                                  double scale) {
+  return convert_rounded<4, kMultiplies>(src, dst, len, rndMode, scale);
+}
+ZIVKStatus ZIVKS_Convert_64f8s_S(const double* src, int8_t* dst, int32_t len, ZIVKRoundMode rndMode,
+                                 double scale) {
+  return convert_rounded<8, kMultiplies>(src, dst, len, rndMode, scale);
+}
+ZIVKStatus ZIVKS_Convert_64f16s_S(const double* src, int16_t* dst, int32_t len, ZIVKRoundMode rndMode,
+                                  double scale) {
+  return convert_rounded<4, kMultiplies>(src, dst, len, rndMode, scale);
+}
+ZIVKStatus ZIVKS_Convert_64f32s_S(const double* src, int32_t* dst, int32_t len, ZIVKRoundMode rndMode,
+                                  double scale) {
+  return convert_rounded<4, kMultiplies>(src, dst, len, rndMode, scale);
+}
+ZIVKStatus ZIVKS_Convert_64f64s_S(const double* src, int64_t* dst, int32_t len, ZIVKRoundMode rndMode,
+                                  double scale) {
+  return convert_rounded<4, kMultiplies>(src, dst, len, rndMode, scale);
+}
