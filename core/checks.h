@@ -13,8 +13,8 @@ template <class T>
 [[gnu::always_inline]] inline bool is_null(const T* array) {
   return array == nullptr;
 }
-template <class T, size_t distance>
-[[gnu::always_inline]] inline bool is_null(Array<T, distance> array) {
+template <class T, size_t distance, Prefetch hint>
+[[gnu::always_inline]] inline bool is_null(Array<T, distance, hint> array) {
   return array.data == nullptr;
 }
 template <class T, size_t distance>

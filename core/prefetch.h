@@ -19,14 +19,22 @@ inline constexpr bool kPrefetches = false;
 
 inline constexpr size_t kCacheLineBytes = 64;
 
-// Hints at the `bytes` of memory that lie `distance` bytes ahead of `from`, as data that is read once. The
-// address may lie outside of any array: a hint does not fault.
-template <size_t distance, size_t bytes = kCacheLineBytes>
+// What the hints say is to come. In each case the data is used once.
+enum class Prefetch { kRead, kReadToSecondLevelCache, kWrite };
+
+// Hints at the `bytes` of memory that lie `distance` bytes ahead of `from`. The address may lie outside of any
+// array: a hint does not fault.
+template <size_t distance, size_t bytes = kCacheLineBytes, Prefetch prefetch = Prefetch::kRead>
 [[gnu::always_inline]] inline void prefetch_ahead(const void* from) {
   if constexpr (kPrefetches && distance > 0) {
     const uintptr_t start = reinterpret_cast<uintptr_t>(from) + distance;
     for (size_t line = 0; line < bytes; line += kCacheLineBytes) {
-      __builtin_prefetch(reinterpret_cast<const void*>(start + line), 0, 0);
+      const char* const ahead = reinterpret_cast<const char*>(start + line);
+      if constexpr (prefetch == Prefetch::kReadToSecondLevelCache) {
+        asm volatile("prfm pldl2strm, %0" : : "m"(*ahead));  // the compiler's own hints cannot say it
+      } else {
+        __builtin_prefetch(ahead, prefetch == Prefetch::kWrite, 0);
+      }
     }
   }
 }
