@@ -17,6 +17,8 @@
 //   watch_nan(watch, a, b)                a watch begins at zero; becomes NaN in lanes where any of the three is
 //   has_nan                               whether any lane is NaN
 //   negative_product                      all ones in lanes where the exact product is negative
+//   shift_left, shift_right (a, count)    all elements by 0 to one less than their bits; a right shift of signed
+//                                         ones brings in copies of the sign
 //   widen_part<To, K>                     K-th part of a register's integer elements, in a wider type
 //   convert_part<To, K>                   the same, to a floating-point type; rounds in the current mode
 //   narrow (two registers)                float64 to float32, first register in the low half
