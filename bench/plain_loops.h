@@ -111,6 +111,48 @@ struct Absolute {
   }
 };
 
+struct BitwiseAnd {
+  template <class A>
+  auto operator()(A a, A b) const {
+    return a & b;
+  }
+};
+
+struct BitwiseOr {
+  template <class A>
+  auto operator()(A a, A b) const {
+    return a | b;
+  }
+};
+
+struct BitwiseXor {
+  template <class A>
+  auto operator()(A a, A b) const {
+    return a ^ b;
+  }
+};
+
+struct BitwiseNot {
+  template <class A>
+  A operator()(A a) const {
+    return static_cast<A>(~a);
+  }
+};
+
+struct ShiftLeft {
+  template <class A>
+  auto operator()(A a, int32_t shift) const {
+    return static_cast<uint32_t>(a) << shift;
+  }
+};
+
+struct ShiftRight {
+  template <class A>
+  auto operator()(A a, int32_t shift) const {
+    return a >> shift;
+  }
+};
+
 struct Real {
   template <class A>
   auto operator()(A a) const {

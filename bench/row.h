@@ -241,6 +241,7 @@ struct Section {
 };
 
 std::vector<Row> movement_rows();
+std::vector<Row> logic_rows();
 std::vector<Row> arithmetic_rows();
 std::vector<Row> conversion_rows();
 std::vector<Row> statistics_rows();
@@ -248,6 +249,7 @@ std::vector<Row> statistics_rows();
 // All rows, or those that the selection is found in.
 inline std::vector<Section> sections(const std::regex& selection = std::regex("")) {
   std::vector<Section> result = {{"Copies, fills, order of elements and complex layout", movement_rows()},
+                                 {"Bit logic and shifts", logic_rows()},
                                  {"Arithmetic", arithmetic_rows()},
                                  {"Conversions", conversion_rows()},
                                  {"Statistics", statistics_rows()}};

@@ -13,8 +13,8 @@ template <class T>
 ZIVKS_INLINE bool is_null(const T* array) {
   return array == nullptr;
 }
-template <class T, size_t distance>
-ZIVKS_INLINE bool is_null(Array<T, distance> array) {
+template <class T, size_t distance, Prefetch hint>
+ZIVKS_INLINE bool is_null(Array<T, distance, hint> array) {
   return array.data == nullptr;
 }
 template <class T, size_t distance>

@@ -21,7 +21,7 @@ namespace zivks {
 // --- Operands --------------------------------------------------------------------------
 
 // An array. With a distance, reading it is accompanied by prefetch hints that many bytes ahead.
-template <class Pointed, size_t distance = 0>
+template <class Pointed, size_t distance = 0, Prefetch hint = Prefetch::kRead>
 struct Array {
   using Element = std::remove_const_t<Pointed>;
   static constexpr size_t kStepRegisters = 1;  // registers for each kRegisterElements<Element> elements
@@ -67,7 +67,7 @@ struct Array {
 
   template <size_t elements>
   ZIVKS_INLINE void prefetch(size_t i) const {
-    prefetch_ahead<distance, elements * sizeof(Element)>(data + i);
+    prefetch_ahead<distance, elements * sizeof(Element), hint>(data + i);
   }
   template <size_t elements>
   ZIVKS_INLINE void read_ahead(size_t i, size_t bytes_ahead) const {
@@ -222,8 +222,8 @@ ZIVKS_INLINE Operand as_operand(Operand operand) {
 }
 
 // An array to be read with prefetch hints `distance` bytes ahead.
-template <size_t distance, class T>
-ZIVKS_INLINE Array<const T, distance> prefetched(const T* data) {
+template <size_t distance, Prefetch hint = Prefetch::kRead, class T>
+ZIVKS_INLINE Array<const T, distance, hint> prefetched(const T* data) {
   return {data};
 }
 

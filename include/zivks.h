@@ -77,6 +77,7 @@
 #include <zivks/arithmetic.h>
 #include <zivks/convert.h>
 #include <zivks/core.h>
+#include <zivks/logic.h>
 #include <zivks/movement.h>
 #include <zivks/statistics.h>
 #include <zivks/types.h>

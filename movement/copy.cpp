@@ -1,27 +1,19 @@
-// Copy and Move.
-//
-// Elements are bytes here. On x86-64 nothing is faster than the C library's memmove. On Arm the loops are our
-// own: they carry the hints, and they take about half of memmove's instructions.
+// Copy and Move. Elements are bytes here.
 #include <zivks/movement.h>
 
 #include <cstring>
 #include <functional>
 
 #include "core/checks.h"
+#include "core/copy.h"
 
 using namespace zivks;
 
 namespace {
 
-// From the first byte up: right unless `dst` lies above `src` in one array.
 template <size_t prefetch_distance>
 void move_upward(const uint8_t* src, uint8_t* dst, size_t bytes) {
-  if constexpr (kPrefetches) {
-    map(
-        dst, bytes, [](auto a) { return a; }, prefetched<prefetch_distance>(src));
-  } else {
-    std::memmove(dst, src, bytes);
-  }
+  copy_upward(dst, bytes, prefetched<prefetch_distance>(src));
 }
 
 // Moves registers that end at byte `left`, and says how many bytes are left below them.

@@ -180,6 +180,23 @@ TEST(VectorLayer, SaturatingArithmetic) {
       [](int16_t a, int16_t b) { return int(a) * int(b) < 0 ? -1 : 0; });
 }
 
+TEST(VectorLayer, Shifts) {
+  for_types<uint8_t, uint16_t, uint32_t>([](auto type) {
+    using T = decltype(type);
+    for (int count = 0; count < std::numeric_limits<T>::digits; ++count) {
+      expect_unary<T>(
+          "shifted left", [=](auto a) { return shift_left(a, count); }, [=](T a) { return T(a << count); });
+    }
+  });
+  for_types<uint8_t, uint16_t, int16_t, int32_t>([](auto type) {
+    using T = decltype(type);
+    for (int count = 0; count < int(8 * sizeof(T)); ++count) {
+      expect_unary<T>(
+          "shifted right", [=](auto a) { return shift_right(a, count); }, [=](T a) { return T(a >> count); });
+    }
+  });
+}
+
 TEST(VectorLayer, MinimumAndMaximum) {
   for_types<uint8_t, int8_t, uint16_t, int16_t, uint32_t, int32_t, float, double>([](auto type) {
     using T = decltype(type);

@@ -48,6 +48,23 @@ ZIVKS_INLINE Lanes<T, N> operator*(Lanes<T, N> a, Lanes<T, N> b) {
   return lift<T>([](auto x, auto y) { return x * y; }, a, b);
 }
 
+template <class T, size_t N>
+ZIVKS_INLINE Lanes<T, N> operator&(Lanes<T, N> a, Lanes<T, N> b) {
+  return lift<T>([](auto x, auto y) { return x & y; }, a, b);
+}
+template <class T, size_t N>
+ZIVKS_INLINE Lanes<T, N> operator|(Lanes<T, N> a, Lanes<T, N> b) {
+  return lift<T>([](auto x, auto y) { return x | y; }, a, b);
+}
+template <class T, size_t N>
+ZIVKS_INLINE Lanes<T, N> operator^(Lanes<T, N> a, Lanes<T, N> b) {
+  return lift<T>([](auto x, auto y) { return x ^ y; }, a, b);
+}
+template <class T, size_t N>
+ZIVKS_INLINE Lanes<T, N> operator~(Lanes<T, N> a) {
+  return lift<T>([](auto x) { return ~x; }, a);
+}
+
 // A constant operand is one register, which every register of the other operand meets: one value in all its
 // elements, or a pattern such as the two parts of a complex number in turn.
 template <class T, size_t N>
@@ -69,6 +86,10 @@ ZIVKS_INLINE Lanes<T, N> operator*(Lanes<T, N> a, Register<T> b) {
 template <class T, size_t N>
 ZIVKS_INLINE Lanes<T, N> operator&(Lanes<T, N> a, Register<T> b) {
   return lift<T>([b](auto x) { return x & b; }, a);
+}
+template <class T, size_t N>
+ZIVKS_INLINE Lanes<T, N> operator|(Lanes<T, N> a, Register<T> b) {
+  return lift<T>([b](auto x) { return x | b; }, a);
 }
 template <class T, size_t N>
 ZIVKS_INLINE Lanes<T, N> operator^(Lanes<T, N> a, Register<T> b) {
@@ -100,6 +121,15 @@ ZIVKS_INLINE Lanes<T, N> absolute_saturating(Lanes<T, N> a) {
 template <class T, size_t N>
 ZIVKS_INLINE Lanes<T, N> absolute(Lanes<T, N> a) {
   return lift<T>([](auto x) { return absolute(x); }, a);
+}
+
+template <class T, size_t N>
+ZIVKS_INLINE Lanes<T, N> shift_left(Lanes<T, N> a, int count) {
+  return lift<T>([count](auto x) { return shift_left(x, count); }, a);
+}
+template <class T, size_t N>
+ZIVKS_INLINE Lanes<T, N> shift_right(Lanes<T, N> a, int count) {
+  return lift<T>([count](auto x) { return shift_right(x, count); }, a);
 }
 
 template <class T, size_t N>

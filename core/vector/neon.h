@@ -43,6 +43,23 @@ ZIVKS_INLINE I32 absolute_saturating(I32 a) { return I32(vqabsq_s32(a)); }
 ZIVKS_INLINE F32 absolute(F32 a) { return F32(vabsq_f32(a)); }
 ZIVKS_INLINE F64 absolute(F64 a) { return F64(vabsq_f64(a)); }
 
+// --- Shifts ----------------------------------------------------------------------------
+
+// One instruction shifts to the left, by a negative count to the right.
+ZIVKS_INLINE U8 shift_left(U8 a, int count) {
+  return U8(vshlq_u8(a, vdupq_n_s8(static_cast<int8_t>(count))));
+}
+ZIVKS_INLINE U16 shift_left(U16 a, int count) {
+  return U16(vshlq_u16(a, vdupq_n_s16(static_cast<int16_t>(count))));
+}
+ZIVKS_INLINE U32 shift_left(U32 a, int count) { return U32(vshlq_u32(a, vdupq_n_s32(count))); }
+ZIVKS_INLINE U8 shift_right(U8 a, int count) { return shift_left(a, -count); }
+ZIVKS_INLINE U16 shift_right(U16 a, int count) { return shift_left(a, -count); }
+ZIVKS_INLINE I16 shift_right(I16 a, int count) {
+  return I16(vshlq_s16(a, vdupq_n_s16(static_cast<int16_t>(-count))));
+}
+ZIVKS_INLINE I32 shift_right(I32 a, int count) { return I32(vshlq_s32(a, vdupq_n_s32(-count))); }
+
 // --- Minimum and maximum ---------------------------------------------------------------
 
 ZIVKS_INLINE U8 minimum(U8 a, U8 b) { return U8(vminq_u8(a, b)); }

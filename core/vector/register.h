@@ -15,6 +15,8 @@
 //   watch_nan(watch, a, b)                a watch, zero at first, becomes NaN in lanes where any is
 //   has_nan                               whether any lane is NaN
 //   negative_product                      all ones in lanes where the exact product is negative
+//   shift_left, shift_right (a, count)    all elements by 0 to one less than their bits; a right shift of signed
+//                                         ones brings in copies of the sign
 //   widen_part<To, K>                     K-th part of a register's integers, in a wider type
 //   convert_part<To, K>                   the same, to a floating-point type; rounds in the current mode
 //   narrow                                two registers of float64 to one of float32

@@ -79,6 +79,31 @@ ZIVKS_INLINE I32 absolute_saturating(I32 a) {
 ZIVKS_INLINE F32 absolute(F32 a) { return F32(I32(a) & broadcast(int32_t{INT32_MAX})); }
 ZIVKS_INLINE F64 absolute(F64 a) { return F64(I64(a) & broadcast(int64_t{INT64_MAX})); }
 
+// --- Shifts ----------------------------------------------------------------------------
+
+// Bytes have no shifts of their own: what comes in from the neighbouring byte is cleared.
+ZIVKS_INLINE U16 shift_left(U16 a, int count) {
+  return U16(_mm256_sll_epi16(M(a), _mm_cvtsi32_si128(count)));
+}
+ZIVKS_INLINE U32 shift_left(U32 a, int count) {
+  return U32(_mm256_sllv_epi32(M(a), _mm256_set1_epi32(count)));
+}
+ZIVKS_INLINE U8 shift_left(U8 a, int count) {
+  return U8(shift_left(U16(a), count)) & broadcast(static_cast<uint8_t>(0xFF << count));
+}
+ZIVKS_INLINE U16 shift_right(U16 a, int count) {
+  return U16(_mm256_srl_epi16(M(a), _mm_cvtsi32_si128(count)));
+}
+ZIVKS_INLINE U8 shift_right(U8 a, int count) {
+  return U8(shift_right(U16(a), count)) & broadcast(static_cast<uint8_t>(0xFF >> count));
+}
+ZIVKS_INLINE I16 shift_right(I16 a, int count) {
+  return I16(_mm256_sra_epi16(M(a), _mm_cvtsi32_si128(count)));
+}
+ZIVKS_INLINE I32 shift_right(I32 a, int count) {
+  return I32(_mm256_srav_epi32(M(a), _mm256_set1_epi32(count)));
+}
+
 // --- Minimum and maximum ---------------------------------------------------------------
 
 ZIVKS_INLINE U8 minimum(U8 a, U8 b) { return U8(_mm256_min_epu8(M(a), M(b))); }

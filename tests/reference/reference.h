@@ -24,6 +24,7 @@ using References = std::map<std::string, Reference>;  // by function name
 References copy_references();
 References complex_layout_references();
 References element_order_references();
+References logic_references();
 References arithmetic_references();
 References conversion_references();
 References extremes_references();
