@@ -431,6 +431,53 @@ struct MinimumAndMaximum {
   }
 };
 
+template <class Transform = Identity>
+struct MaximumAndIndex {
+  template <class T>
+  PLAIN_LOOP void operator()(const T* src, int32_t len, T* maximum, int32_t* index) const {
+    auto running = Transform{}(src[0]);
+    int32_t position = 0;
+    for (int32_t i = 1; i < len; ++i) {
+      const auto value = Transform{}(src[i]);
+      if (value > running) running = value, position = i;
+    }
+    *maximum = clamp_to<T>(running);
+    *index = position;
+  }
+};
+
+template <class Transform = Identity>
+struct MinimumAndIndex {
+  template <class T>
+  PLAIN_LOOP void operator()(const T* src, int32_t len, T* minimum, int32_t* index) const {
+    auto running = Transform{}(src[0]);
+    int32_t position = 0;
+    for (int32_t i = 1; i < len; ++i) {
+      const auto value = Transform{}(src[i]);
+      if (value < running) running = value, position = i;
+    }
+    *minimum = clamp_to<T>(running);
+    *index = position;
+  }
+};
+
+struct MinimumAndMaximumAndIndices {
+  template <class T>
+  PLAIN_LOOP void operator()(const T* src, int32_t len, T* minimum, int32_t* minimum_index, T* maximum,
+                             int32_t* maximum_index) const {
+    T low = src[0], high = src[0];
+    int32_t low_index = 0, high_index = 0;
+    for (int32_t i = 1; i < len; ++i) {
+      if (src[i] < low) low = src[i], low_index = i;
+      if (src[i] > high) high = src[i], high_index = i;
+    }
+    *minimum = low;
+    *minimum_index = low_index;
+    *maximum = high;
+    *maximum_index = high_index;
+  }
+};
+
 struct ProductIsNegative {
   int operator()(int16_t a, int16_t b) const { return a * b < 0; }
   int operator()(float a, float b) const { return a * b < 0; }
@@ -515,6 +562,12 @@ struct MaxElement {
   void operator()(const T* src, int32_t len, T* maximum) const {
     *maximum = *std::max_element(src, src + len);
   }
+  template <class T>
+  void operator()(const T* src, int32_t len, T* maximum, int32_t* index) const {
+    const T* const found = std::max_element(src, src + len);
+    *maximum = *found;
+    *index = static_cast<int32_t>(found - src);
+  }
 };
 
 struct MinElement {
@@ -522,6 +575,12 @@ struct MinElement {
   template <class T>
   void operator()(const T* src, int32_t len, T* minimum) const {
     *minimum = *std::min_element(src, src + len);
+  }
+  template <class T>
+  void operator()(const T* src, int32_t len, T* minimum, int32_t* index) const {
+    const T* const found = std::min_element(src, src + len);
+    *minimum = *found;
+    *index = static_cast<int32_t>(found - src);
   }
 };
 
@@ -532,6 +591,16 @@ struct MinmaxElement {
     const auto [low, high] = std::minmax_element(src, src + len);
     *minimum = *low;
     *maximum = *high;
+  }
+  // Of equal elements the routine gives the last as the largest.
+  template <class T>
+  void operator()(const T* src, int32_t len, T* minimum, int32_t* minimum_index, T* maximum,
+                  int32_t* maximum_index) const {
+    const auto [low, high] = std::minmax_element(src, src + len);
+    *minimum = *low;
+    *minimum_index = static_cast<int32_t>(low - src);
+    *maximum = *high;
+    *maximum_index = static_cast<int32_t>(std::find(src, high, *high) - src);
   }
 };
 

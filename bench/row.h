@@ -38,6 +38,7 @@ inline constexpr Requirement kRounding = {2.0, 0.5};  // to saturated integers
 inline constexpr Requirement kSaturating = {1.5, 0.5};
 inline constexpr Requirement kExtreme = {1.0, 0.5};
 inline constexpr Requirement kNanWatching = {1.5, 0.5};  // extremes of floats
+inline constexpr Requirement kPosition = {3.0, 0.5};
 
 // The memory that rows work on, all of it touched beforehand. The arrays follow one another in memory, so that a
 // move from a source to a destination always goes the same way, and start at different offsets within a page, since
@@ -77,7 +78,7 @@ class Arrays {
   std::unique_ptr<std::byte, Release> storage_;
   std::size_t bytes_each_;
   void* arrays_[kCount];
-  mutable std::max_align_t results_[2];
+  mutable std::max_align_t results_[4];
 };
 
 // Random values of the whole range for integers, between -1024 and 1024 for floats. They repeat after 4096
@@ -175,7 +176,9 @@ constexpr Array<index, moves, 3> triples(Array<index, moves>) {
 }
 inline constexpr NullArray null;
 inline constexpr Result<0> result, pMin;
-inline constexpr Result<1> pMax;
+inline constexpr Result<1> pIndx, pMinIndx;
+inline constexpr Result<2> pMax;
+inline constexpr Result<3> pMaxIndx;
 inline constexpr Length len;
 inline constexpr Number<3> val;
 template <int value>

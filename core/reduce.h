@@ -28,7 +28,7 @@ ZIVKS_INLINE State reduce_ends(const T* src, size_t len, State state, Step step)
 // Runs `step` over an array of at least one register, in long arrays with four states side by side, which
 // `combine` merges. Elements may be met twice and each state begins with `start`, so the reduction has to be
 // one for which that makes no difference.
-template <class T, class State, class Step, class Combine>
+template <size_t distance = 0, class T, class State, class Step, class Combine>
 ZIVKS_INLINE State reduce_registers(const T* src, size_t len, State start, Step step, Combine combine) {
   constexpr size_t kTurn = kTurnRegisters * kRegisterElements<T>;
   if (len <= kTurn) return reduce_ends<kTurnRegisters / 2>(src, len, start, step);
@@ -36,6 +36,7 @@ ZIVKS_INLINE State reduce_registers(const T* src, size_t len, State start, Step 
   constexpr auto quarter = std::make_index_sequence<kTurnRegisters / 4>();
   State first = start, second = start, third = start, fourth = start;
   const auto turn = [&](const T* from) {
+    prefetch_ahead<distance, kTurn * sizeof(T)>(from);
     first = reduce_steps(quarter, from, first, step);
     second = reduce_steps(quarter, from + kTurn / 4, second, step);
     third = reduce_steps(quarter, from + kTurn / 2, third, step);

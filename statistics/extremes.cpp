@@ -12,59 +12,11 @@
 
 #include "core/checks.h"
 #include "core/reduce.h"
-#include "core/vector/range.h"
+#include "statistics/extreme.h"
 
 using namespace zivks;
 
 namespace {
-
-// Which end of a range is asked for.
-struct Smallest {
-  template <class T>
-  static T of(const Range<T>& range) {
-    return range.minimum();
-  }
-  template <class T>
-  static bool beats(T candidate, T current) {
-    return candidate < current;
-  }
-};
-struct Largest {
-  template <class T>
-  static T of(const Range<T>& range) {
-    return range.maximum();
-  }
-  template <class T>
-  static bool beats(T candidate, T current) {
-    return candidate > current;
-  }
-};
-
-// What is compared: the elements as they are, or their absolute values.
-struct Value {
-  template <class R>
-  static R of(R a) {
-    return a;
-  }
-};
-struct Magnitude {
-  template <class R>
-  static R of(R a) {
-    return absolute(a);
-  }
-  static I16 of(I16 a) { return absolute_saturating(a); }
-  static I32 of(I32 a) { return absolute_saturating(a); }
-  static float of(float a) { return std::fabs(a); }
-  static double of(double a) { return std::fabs(a); }
-};
-
-// `start` and an array of at least one register.
-template <class Measure, class T>
-ZIVKS_INLINE Range<T> range_of_registers(const T* src, size_t len, Range<T> start) {
-  return reduce_registers(
-      src, len, start, [](Range<T> state, auto x) { return state.with(Measure::of(x)); },
-      [](Range<T> a, Range<T> b) { return a.with(b); });
-}
 
 // --- Integers --------------------------------------------------------------------------
 
@@ -76,29 +28,6 @@ ZIVKS_INLINE Range<T> range_of_integers(const T* src, size_t len) {
 }
 
 // --- Floating point --------------------------------------------------------------------
-
-template <class T>
-constexpr size_t kBlock = 32 / sizeof(T);
-
-template <class T>
-using Block = Lanes<T, kBlock<T>>;
-
-// A block that holds all the elements behind the whole blocks of `src`. Its other elements are elements of
-// the last whole block or, in an array shorter than a block, of the tail once more.
-template <class T>
-ZIVKS_INLINE Block<T> load_tail(const T* src, size_t len) {
-  constexpr size_t B = kBlock<T>;
-  constexpr size_t N = kRegisterElements<T>;
-  const Array<const T> array = {src};
-  if (len >= B) return array.template load<B>(len - B);
-  if constexpr (N == B) {
-    return {{load_repeatedly<N / 2>(src, len)}};
-  } else {
-    if (len > N) return array.template load_ends<B, N>(len);
-    const Register<T> all = load_repeatedly<N / 2>(src, len);
-    return {{all, all}};
-  }
-}
 
 // The range after the tail, whose NaNs are passed over: `included`, which the range holds already, stands in
 // for them.
@@ -139,8 +68,8 @@ ZIVKS_INLINE FloatWalk<T> walk_floats(const T* src, size_t len, T block_seed, T 
                               ? range_of_registers<Measure>(src, count, Range<T>::of(broadcast(block_seed)))
                               : Range<T>::of(included);
   if (count == len) return {count, short_seed, blocks, blocks};
-  constexpr auto parts = std::make_index_sequence<Block<T>::kParts>();
-  return {count, short_seed, blocks, with_tail<Measure>(blocks, load_tail(src, len), included, parts)};
+  return {count, short_seed, blocks,
+          with_tail<Measure>(blocks, load_tail(src, len), included, kBlockParts<T>)};
 }
 
 // The asked end of the range. Where zeros meet in a tail the first of them counts, and its sign; of absolute

@@ -72,17 +72,6 @@ int32_t sum_of(Counts<T> counts, std::index_sequence<K...>) {
   return -reduce_add((counts.part[K] + ...));
 }
 
-// The lanes of a register, numbered from 0.
-template <class T, size_t... I>
-Counter<T> lane_numbers(std::index_sequence<I...>) {
-  return Counter<T>{static_cast<SignedOf<T>>(I)...};
-}
-template <class T>
-Counter<T> lanes_from(size_t first) {
-  return lane_numbers<T>(std::make_index_sequence<kRegisterElements<T>>()) >=
-         broadcast(static_cast<SignedOf<T>>(first));
-}
-
 // Whole blocks of pairs: (src[0], src[1]) and so on. Lane k of the result counts pairs whose index is k
 // modulo the block. `nan`, where it is watched, becomes NaN if one of the second samples is.
 template <class Kind, bool reads_ahead, class T>

@@ -93,6 +93,56 @@ TEST_P(ShortEnd, IsRightForEveryOrderOfTies) {
 
 ZIVKS_FOR_FUNCTIONS(ShortEnd, reductions());
 
+std::vector<const Function*> extreme_positions() {
+  std::vector<const Function*> list;
+  for (const Function* function : array_functions()) {
+    if (function->family == "ExtremePositions") list.push_back(function);
+  }
+  return list;
+}
+
+using LongSearch = AgainstReference;
+
+// Arrays of much the same value with a few others strewn in, NaN among them: ties and hidden blocks near and far.
+TEST_P(LongSearch, FindsTheFirstOfTheExtremesThatAreNotHidden) {
+  const ElementType& element = *function().arguments[0].element;
+  const size_t count = element.count_decisive(false);
+  Bytes values(count * element.bytes);
+  element.fill_decisive(values.data(), count, 1, false);
+  Random random(1);
+  for (int trial = 0; trial < 300; ++trial) {
+    const size_t length = 1 + random.below(5000), period = 2 + random.below(1000), common = random.below(6);
+    Operands operands = random_operands(function(), static_cast<int32_t>(length), 0, Flavour::kFinite);
+    for (size_t i = 0; i < length; ++i) {
+      const size_t value = i == 0 || random.below(period) != 0 ? common : random.below(count);
+      std::memcpy(&operands.arrays[0][i * element.bytes], &values[value * element.bytes], element.bytes);
+    }
+    ASSERT_EQ(difference_from_reference(operands), "") << "trial " << trial << ", length " << length;
+  }
+}
+
+ZIVKS_FOR_FUNCTIONS(LongSearch, extreme_positions());
+
+TEST(MaxIndx, NanHidesItsBlockAndTheFirstElementIsFinal) {
+  const float nan = std::numeric_limits<float>::quiet_NaN();
+  const auto search = [](std::vector<float> samples) {
+    std::pair<float, int32_t> found;
+    EXPECT_EQ(
+        ZIVKS_MaxIndx_32f(samples.data(), static_cast<int32_t>(samples.size()), &found.first, &found.second),
+        ZIVK_STS_NO_ERR);
+    return found;
+  };
+  EXPECT_EQ(search({1, nan, 5, 2, 0, 0, 0, 0}), std::pair(1.0F, 0));
+  EXPECT_EQ(search({1, nan, 5, 2, 0, 0, 0, 0, nan, 3}), std::pair(3.0F, 9));
+  EXPECT_EQ(search({1, nan, 5, 2, 0, 0, 0}), std::pair(5.0F, 2));
+  EXPECT_EQ(search({nan, 1, 2, 3, 4, 5, 6, 7, 8}).second, 7);
+  EXPECT_EQ(search({nan, 1, 2, 3, 4, 5, 6}).second, 0);
+  // The greater zero of the block, where the lesser stands first.
+  const auto [zero, index] = search({-1, -1, -1, -1, -1, -1, -1, -1, -1, -0.0F, 0, -1, -1, -1, -1, -1});
+  EXPECT_EQ(index, 9);
+  EXPECT_FALSE(std::signbit(zero));
+}
+
 TEST(MaxAbs, Of32BitIntegersLeavesOutTheFirstBlock) {
   std::vector<int32_t> samples = {-5, -100, 0, 0, 0, 0, 0, 0};
   int32_t result = 0;

@@ -236,6 +236,11 @@ TEST(VectorLayer, Range) {
           least = lesser<T>(least, value), most = greater<T>(most, value);
         }
         const T minimum = range.minimum(), maximum = range.with(range).maximum();
+        for (size_t k = 0; k < kRegisterElements<T>; ++k) {
+          const T lane_least = lesser<T>(a[k], b[k]), lane_most = greater<T>(a[k], b[k]);
+          ASSERT_TRUE(same<T>(range.minima()[k], lane_least)) << bits_of(lane_least);
+          ASSERT_TRUE(same<T>(range.maxima()[k], lane_most)) << bits_of(lane_most);
+        }
         ASSERT_EQ(std::memcmp(&minimum, &least, sizeof(T)), 0)
             << bits_of(minimum) << ", expected " << bits_of(least);
         ASSERT_EQ(std::memcmp(&maximum, &most, sizeof(T)), 0)
@@ -272,6 +277,27 @@ TEST(VectorLayer, WatchForNan) {
     }
     ASSERT_EQ(has_nan(result), any);
   }
+}
+
+TEST(VectorLayer, LanesOfComparisons) {
+  for_types<uint8_t, int8_t, uint16_t, int16_t, uint32_t, int32_t, float, double>([](auto type) {
+    using T = decltype(type);
+    constexpr size_t N = kRegisterElements<T>;
+    EXPECT_FALSE(any_true(Register<T>{} != Register<T>{}));
+    for (size_t first = 0; first < N; ++first) {
+      for (size_t last = first; last < N; ++last) {
+        T elements[N] = {};
+        elements[first] = elements[last] = T(1);
+        const auto comparison = load(elements) != Register<T>{};
+        ASSERT_TRUE(any_true(comparison));
+        ASSERT_EQ(first_true(comparison), first);
+      }
+      const auto lanes = lanes_from<T>(first);
+      for (size_t k = 0; k < N; ++k) ASSERT_EQ(lanes[k], k >= first ? -1 : 0);
+      EXPECT_FALSE(any_true(~lanes_from<T>(0 - first)));
+    }
+    EXPECT_FALSE(any_true(lanes_from<T>(N)));
+  });
 }
 
 template <class T>

@@ -26,6 +26,7 @@ inline constexpr char kKeptAroundTheMiddle[] =
     "of 14 elements in blocks of 8, six on either side of the middle are put back one by one";
 inline constexpr char kTwoComparisons[] =
     "a load and two comparisons a register are half of the plain loop's five already";
+inline constexpr char kTwoSearches[] = "a search for the extreme, and another one for the place where it stands";
 inline constexpr char kTwoOperations[] = "two operations a register to leave the real parts alone";
 
 inline constexpr KnownMiss kKnownMisses[] = {
@@ -105,6 +106,25 @@ inline constexpr KnownMiss kKnownMisses[] = {
     {"ZIVKS_ZeroCrossing_16s32f kind 1", kNoMiss, 101, kTailRules},
     {"ZIVKS_ZeroCrossing_16s32f kind 2", kNoMiss, 98, kTailRules},
     {"ZIVKS_Flip_8u_I", kNoMiss, 82, kKeptAroundTheMiddle},
+    {"ZIVKS_MaxIndx_16s", kNoMiss, 81, kTwoSearches},
+    {"ZIVKS_MaxIndx_32s", kNoMiss, 96, kTwoSearches},
+    {"ZIVKS_MaxIndx_32f", kNoMiss, 141, kTwoSearches},
+    {"ZIVKS_MaxIndx_64f", kNoMiss, 187, kTwoSearches},
+    {"ZIVKS_MinIndx_16s", kNoMiss, 81, kTwoSearches},
+    {"ZIVKS_MinIndx_32s", kNoMiss, 96, kTwoSearches},
+    {"ZIVKS_MinIndx_32f", kNoMiss, 141, kTwoSearches},
+    {"ZIVKS_MinIndx_64f", kNoMiss, 179, kTwoSearches},
+    {"ZIVKS_MinMaxIndx_8u", kNoMiss, 117, kTwoSearches},
+    {"ZIVKS_MinMaxIndx_16u", kNoMiss, 121, kTwoSearches},
+    {"ZIVKS_MinMaxIndx_32u", kNoMiss, 148, kTwoSearches},
+    {"ZIVKS_MinMaxIndx_16s", kNoMiss, 139, kTwoSearches},
+    {"ZIVKS_MinMaxIndx_32s", kNoMiss, 166, kTwoSearches},
+    {"ZIVKS_MinMaxIndx_32f", kNoMiss, 225, kTwoSearches},
+    {"ZIVKS_MinMaxIndx_64f", kNoMiss, 300, kTwoSearches},
+    {"ZIVKS_MaxAbsIndx_16s", kNoMiss, 85, kTwoSearches},
+    {"ZIVKS_MaxAbsIndx_32s", kNoMiss, 103, kTwoSearches},
+    {"ZIVKS_MinAbsIndx_16s", kNoMiss, 75, kTwoSearches},
+    {"ZIVKS_MinAbsIndx_32s", kNoMiss, 93, kTwoSearches},
     {"ZIVKS_MinMax_8u", 0.58, kNoMiss, kTwoComparisons},
     {"ZIVKS_MinMax_16u", 0.58, kNoMiss, kTwoComparisons},
     {"ZIVKS_MinMax_32u", 0.58, kNoMiss, kTwoComparisons},

@@ -106,6 +106,20 @@ ZIVKS_INLINE bool has_nan(F32 a) {
   return most != most;
 }
 
+// Four bits of each byte of a comparison's result.
+template <class R>
+ZIVKS_INLINE uint64_t bits_of_comparison(R comparison) {
+  return vget_lane_u64(vreinterpret_u64_u8(vshrn_n_u16(uint16x8_t(comparison), 4)), 0);
+}
+template <class R>
+ZIVKS_INLINE bool any_true(R comparison) {
+  return bits_of_comparison(comparison) != 0;
+}
+template <class R>
+ZIVKS_INLINE size_t first_true(R comparison) {
+  return static_cast<size_t>(__builtin_ctzll(bits_of_comparison(comparison))) / 4 / sizeof(ElementOf<R>);
+}
+
 // The upper half of the doubled product, which saturates upward only, has its sign.
 ZIVKS_INLINE I16 negative_product(I16 a, I16 b) { return I16(vqdmulhq_s16(a, b)) >> 15; }
 

@@ -9,6 +9,9 @@
 
 namespace zivks {
 
+// minimum() and maximum() are those of all lanes, minima() and maxima() lane by lane. With a NaN among the
+// values of a lane, both of that lane are NaN.
+//
 // The result for floats is the canonical quiet NaN if there is a NaN among the values: which NaN arithmetic
 // passes on depends on the processor.
 template <class T>
@@ -27,6 +30,8 @@ struct Range {
   ZIVKS_INLINE Range with(Range other) const {
     return {zivks::minimum(least, other.least), zivks::maximum(greatest, other.greatest)};
   }
+  ZIVKS_INLINE Register<T> minima() const { return least; }
+  ZIVKS_INLINE Register<T> maxima() const { return greatest; }
   ZIVKS_INLINE T minimum() const { return with_canonical_nan<T>(reduce_minimum(least)); }
   ZIVKS_INLINE T maximum() const { return with_canonical_nan<T>(reduce_maximum(greatest)); }
 };
@@ -49,6 +54,8 @@ struct Range<T, std::enable_if_t<kExactFloatExtremesAreCostly && std::is_same_v<
     return {zivks::minimum(least, other.least), zivks::maximum(greatest, other.greatest),
             zivks::maximum(greatest_signed, other.greatest_signed)};
   }
+  ZIVKS_INLINE F32 minima() const { return nan_or(select(I32(greatest) < 0, greatest, least)); }
+  ZIVKS_INLINE F32 maxima() const { return nan_or(select(greatest_signed < 0, least, U32(greatest_signed))); }
   ZIVKS_INLINE float minimum() const {
     const uint32_t most = reduce_maximum(greatest);
     return has_nan(most) ? std::numeric_limits<float>::quiet_NaN()
@@ -63,6 +70,10 @@ struct Range<T, std::enable_if_t<kExactFloatExtremesAreCostly && std::is_same_v<
  private:
   static constexpr uint32_t kSign = 0x80000000, kInfinity = 0x7F800000;
 
+  ZIVKS_INLINE F32 nan_or(U32 value) const {
+    const F32 unsigned_end = F32(greatest), signed_end = F32(greatest_signed);
+    return F32(value | U32(unsigned_end != unsigned_end) | U32(signed_end != signed_end));
+  }
   ZIVKS_INLINE bool has_nan(uint32_t most) const {
     return most > (kSign | kInfinity) || reduce_maximum(greatest_signed) > static_cast<int32_t>(kInfinity);
   }
@@ -79,6 +90,8 @@ struct Range<T, std::enable_if_t<kExactFloatExtremesAreCostly && std::is_same_v<
   ZIVKS_INLINE Range with(Range other) const {
     return {zivks::minimum(least, other.least), zivks::minimum(greatest_negated, other.greatest_negated)};
   }
+  ZIVKS_INLINE F64 minima() const { return least; }
+  ZIVKS_INLINE F64 maxima() const { return -greatest_negated; }
   ZIVKS_INLINE double minimum() const { return with_canonical_nan<double>(reduce_minimum(least)); }
   ZIVKS_INLINE double maximum() const {
     return with_canonical_nan<double>(-reduce_minimum(greatest_negated));

@@ -14,6 +14,7 @@
 //   reduce_add                            sum of all lanes, modulo 2^n
 //   watch_nan(watch, a, b)                a watch, zero at first, becomes NaN in lanes where any is
 //   has_nan                               whether any lane is NaN
+//   any_true, first_true                  of a comparison's result: whether a lane is true; the first that is, if any
 //   negative_product                      all ones in lanes where the exact product is negative
 //   shift_left, shift_right (a, count)    all elements by 0 to one less than their bits; a right shift of signed
 //                                         ones brings in copies of the sign
@@ -146,6 +147,17 @@ using UnsignedOf = std::conditional_t<
 
 template <class T>
 using SignedOf = std::make_signed_t<UnsignedOf<sizeof(T)>>;
+
+// All ones in the lanes from number `first` on: in all of them if it is a negative number, modulo 2^64.
+template <class T, size_t... I>
+ZIVKS_INLINE Register<SignedOf<T>> lanes_from_over(SignedOf<T> first, std::index_sequence<I...>) {
+  return Register<SignedOf<T>>{static_cast<SignedOf<T>>(I)...} >= broadcast(first);
+}
+template <class T>
+ZIVKS_INLINE Register<SignedOf<T>> lanes_from(size_t first) {
+  return lanes_from_over<T>(static_cast<SignedOf<T>>(first),
+                            std::make_index_sequence<kRegisterElements<T>>());
+}
 
 template <class Value>
 ZIVKS_INLINE Value read(const void* from) {

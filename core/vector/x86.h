@@ -166,6 +166,16 @@ ZIVKS_INLINE bool has_nan(F32 a) {
   return _mm256_movemask_ps(_mm256_cmp_ps(__m256(a), __m256(a), _CMP_UNORD_Q)) != 0;
 }
 
+template <class R>
+ZIVKS_INLINE bool any_true(R comparison) {
+  return _mm256_movemask_epi8(M(comparison)) != 0;
+}
+template <class R>
+ZIVKS_INLINE size_t first_true(R comparison) {
+  const auto bytes = static_cast<uint32_t>(_mm256_movemask_epi8(M(comparison)));
+  return static_cast<size_t>(__builtin_ctz(bytes)) / sizeof(ElementOf<R>);
+}
+
 // The upper half of the exact product has its sign.
 ZIVKS_INLINE I16 negative_product(I16 a, I16 b) { return I16(_mm256_mulhi_epi16(M(a), M(b))) >> 15; }
 

@@ -1,6 +1,6 @@
 /**
  * @file
- * Extreme values and zero crossings.
+ * Extreme values, their positions, and zero crossings.
  */
 #ifndef ZIVKS_STATISTICS_H
 #define ZIVKS_STATISTICS_H
@@ -172,6 +172,125 @@ ZIVKS_API ZIVKStatus ZIVKS_MinAbs_32f(const float* src, int32_t len, float* pMin
 
 /** @copydoc ZIVKS_MinAbs_32f */
 ZIVKS_API ZIVKStatus ZIVKS_MinAbs_64f(const double* src, int32_t len, double* pMinAbs);
+
+/** @} */
+
+/** @} */
+
+/**
+ * @defgroup extreme_positions Extreme values with position
+ *
+ * Smallest and largest element of an array, or of its absolute values, and the index where it stands. Among equal
+ * elements the one with the lowest index wins. Integer absolute values saturate: -32768 counts as 32767, -2147483648
+ * as 2147483647.
+ *
+ * Float forms treat NaN and zeros in ways of their own. The whole blocks of an array, 8 elements of `float` or 4 of
+ * `double`, are examined first and the remaining elements, its tail, after them; an array shorter than a block is all
+ * tail.
+ *
+ * - A NaN in a block hides the whole block: its other elements take no part in the result.
+ * - A NaN in the tail is passed over; the other elements of the tail count.
+ * - Nothing beats a NaN in `src[0]`: the value is that NaN. The index is that of the first block's last element, 7 for
+ *   `float` and 3 for `double`, and 0 in an array shorter than a block.
+ * - -0 and +0 are equal, so that the first of them wins. But the value of a block that wins is its extreme in an order
+ *   that puts -0 below +0, so that it can be the other zero than the one at the index.
+ *
+ * @{
+ */
+
+/** @name MaxIndx
+ *  @{ */
+
+/**
+ * Largest element and its index.
+ *
+ * @param src    source array
+ * @param len    number of elements
+ * @param pMax   receives the largest element
+ * @param pIndx  receives its index
+ * @return #ZIVK_STS_NO_ERR, #ZIVK_STS_NULL_PTR_ERR or #ZIVK_STS_SIZE_ERR
+ */
+ZIVKS_API ZIVKStatus ZIVKS_MaxIndx_16s(const int16_t* src, int32_t len, int16_t* pMax, int32_t* pIndx);
+ZIVKS_API ZIVKStatus ZIVKS_MaxIndx_32s(const int32_t* src, int32_t len, int32_t* pMax, int32_t* pIndx);
+ZIVKS_API ZIVKStatus ZIVKS_MaxIndx_32f(const float* src, int32_t len, float* pMax, int32_t* pIndx);
+ZIVKS_API ZIVKStatus ZIVKS_MaxIndx_64f(const double* src, int32_t len, double* pMax, int32_t* pIndx);
+
+/** @} */
+
+/** @name MinIndx
+ *  @{ */
+
+/**
+ * Smallest element and its index.
+ *
+ * @param src    source array
+ * @param len    number of elements
+ * @param pMin   receives the smallest element
+ * @param pIndx  receives its index
+ * @return #ZIVK_STS_NO_ERR, #ZIVK_STS_NULL_PTR_ERR or #ZIVK_STS_SIZE_ERR
+ */
+ZIVKS_API ZIVKStatus ZIVKS_MinIndx_16s(const int16_t* src, int32_t len, int16_t* pMin, int32_t* pIndx);
+ZIVKS_API ZIVKStatus ZIVKS_MinIndx_32s(const int32_t* src, int32_t len, int32_t* pMin, int32_t* pIndx);
+ZIVKS_API ZIVKStatus ZIVKS_MinIndx_32f(const float* src, int32_t len, float* pMin, int32_t* pIndx);
+ZIVKS_API ZIVKStatus ZIVKS_MinIndx_64f(const double* src, int32_t len, double* pMin, int32_t* pIndx);
+
+/** @} */
+
+/** @name MinMaxIndx
+ *  @{ */
+
+/**
+ * Smallest and largest element and their indices, each found as ZIVKS_MinIndx and ZIVKS_MaxIndx would.
+ *
+ * @param src       source array
+ * @param len       number of elements
+ * @param pMin      receives the smallest element
+ * @param pMinIndx  receives its index
+ * @param pMax      receives the largest element
+ * @param pMaxIndx  receives its index
+ * @return #ZIVK_STS_NO_ERR, #ZIVK_STS_NULL_PTR_ERR or #ZIVK_STS_SIZE_ERR
+ */
+ZIVKS_API ZIVKStatus ZIVKS_MinMaxIndx_8u(const uint8_t* src, int32_t len, uint8_t* pMin, int32_t* pMinIndx, uint8_t* pMax, int32_t* pMaxIndx);
+ZIVKS_API ZIVKStatus ZIVKS_MinMaxIndx_16u(const uint16_t* src, int32_t len, uint16_t* pMin, int32_t* pMinIndx, uint16_t* pMax, int32_t* pMaxIndx);
+ZIVKS_API ZIVKStatus ZIVKS_MinMaxIndx_32u(const uint32_t* src, int32_t len, uint32_t* pMin, int32_t* pMinIndx, uint32_t* pMax, int32_t* pMaxIndx);
+ZIVKS_API ZIVKStatus ZIVKS_MinMaxIndx_16s(const int16_t* src, int32_t len, int16_t* pMin, int32_t* pMinIndx, int16_t* pMax, int32_t* pMaxIndx);
+ZIVKS_API ZIVKStatus ZIVKS_MinMaxIndx_32s(const int32_t* src, int32_t len, int32_t* pMin, int32_t* pMinIndx, int32_t* pMax, int32_t* pMaxIndx);
+ZIVKS_API ZIVKStatus ZIVKS_MinMaxIndx_32f(const float* src, int32_t len, float* pMin, int32_t* pMinIndx, float* pMax, int32_t* pMaxIndx);
+ZIVKS_API ZIVKStatus ZIVKS_MinMaxIndx_64f(const double* src, int32_t len, double* pMin, int32_t* pMinIndx, double* pMax, int32_t* pMaxIndx);
+
+/** @} */
+
+/** @name MaxAbsIndx
+ *  @{ */
+
+/**
+ * Largest absolute value and the index of its element.
+ *
+ * @param src      source array
+ * @param len      number of elements
+ * @param pMaxAbs  receives the largest absolute value
+ * @param pIndx    receives the index of its element
+ * @return #ZIVK_STS_NO_ERR, #ZIVK_STS_NULL_PTR_ERR or #ZIVK_STS_SIZE_ERR
+ */
+ZIVKS_API ZIVKStatus ZIVKS_MaxAbsIndx_16s(const int16_t* src, int32_t len, int16_t* pMaxAbs, int32_t* pIndx);
+ZIVKS_API ZIVKStatus ZIVKS_MaxAbsIndx_32s(const int32_t* src, int32_t len, int32_t* pMaxAbs, int32_t* pIndx);
+
+/** @} */
+
+/** @name MinAbsIndx
+ *  @{ */
+
+/**
+ * Smallest absolute value and the index of its element.
+ *
+ * @param src      source array
+ * @param len      number of elements
+ * @param pMinAbs  receives the smallest absolute value
+ * @param pIndx    receives the index of its element
+ * @return #ZIVK_STS_NO_ERR, #ZIVK_STS_NULL_PTR_ERR or #ZIVK_STS_SIZE_ERR
+ */
+ZIVKS_API ZIVKStatus ZIVKS_MinAbsIndx_16s(const int16_t* src, int32_t len, int16_t* pMinAbs, int32_t* pIndx);
+ZIVKS_API ZIVKStatus ZIVKS_MinAbsIndx_32s(const int32_t* src, int32_t len, int32_t* pMinAbs, int32_t* pIndx);
 
 /** @} */
 

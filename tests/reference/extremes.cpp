@@ -34,10 +34,15 @@ T in_block(Extreme extreme, T a, T b) {
   return (a < b) == (extreme == Extreme::kLeast) ? a : b;
 }
 
+template <class T>
+bool is_beyond(Extreme extreme, T running, T element) {
+  return extreme == Extreme::kLeast ? element < running : element > running;
+}
+
 // In the tail only what is strictly beyond the running value replaces it.
 template <class T>
 T in_tail(Extreme extreme, T running, T element) {
-  return (extreme == Extreme::kLeast ? element < running : element > running) ? element : running;
+  return is_beyond(extreme, running, element) ? element : running;
 }
 
 // Both passes over the elements from `first` on, seeded as there are blocks or not.
@@ -82,6 +87,53 @@ T greatest_magnitude(const std::vector<T>& samples) {
   return extreme_of(Extreme::kGreatest, samples, magnitude<T>, seed, magnitude(samples[0]), first);
 }
 
+// Blocks are compared by their extremes, strictly, and the winner's lanes one after the other with its extreme; the
+// last lane is taken untested.
+template <class T>
+std::tuple<T, int32_t> position_of(Extreme extreme, const std::vector<T>& samples, T (*value)(T), T seed) {
+  const size_t block = 32 / sizeof(T), blocks = block_elements(samples);
+  T best = seed;
+  size_t index = 0;
+  for (size_t start = 0; start < blocks; start += block) {
+    T of_block = value(samples[start]);
+    for (size_t i = 1; i < block; ++i) of_block = in_block(extreme, of_block, value(samples[start + i]));
+    if (!is_beyond(extreme, best, of_block)) continue;
+    best = of_block;
+    index = start;
+  }
+  if (blocks > 0) {
+    const size_t last = index + block - 1;
+    while (index < last && value(samples[index]) != best) ++index;
+  }
+  for (size_t i = blocks; i < samples.size(); ++i) {
+    if (!is_beyond(extreme, best, value(samples[i]))) continue;
+    best = value(samples[i]);
+    index = i;
+  }
+  return {best, static_cast<int32_t>(index)};
+}
+
+template <class T>
+std::tuple<T, int32_t> position_of_least(const std::vector<T>& samples) {
+  return position_of(Extreme::kLeast, samples, itself<T>, samples[0]);
+}
+template <class T>
+std::tuple<T, int32_t> position_of_greatest(const std::vector<T>& samples) {
+  return position_of(Extreme::kGreatest, samples, itself<T>, samples[0]);
+}
+template <class T>
+std::tuple<T, int32_t, T, int32_t> position_of_both(const std::vector<T>& samples) {
+  return std::tuple_cat(position_of_least(samples), position_of_greatest(samples));
+}
+template <class T>
+std::tuple<T, int32_t> position_of_least_magnitude(const std::vector<T>& samples) {
+  return position_of(Extreme::kLeast, samples, magnitude<T>, std::numeric_limits<T>::max());
+}
+template <class T>
+std::tuple<T, int32_t> position_of_greatest_magnitude(const std::vector<T>& samples) {
+  return position_of(Extreme::kGreatest, samples, magnitude<T>, T{0});
+}
+
 template <class T>
 void add_signed_type(References& references, const std::string& type) {
   references["ZIVKS_Min_" + type] = reduction(least<T>);
@@ -89,6 +141,13 @@ void add_signed_type(References& references, const std::string& type) {
   references["ZIVKS_MinMax_" + type] = reduction(both<T>);
   references["ZIVKS_MinAbs_" + type] = reduction(least_magnitude<T>);
   references["ZIVKS_MaxAbs_" + type] = reduction(greatest_magnitude<T>);
+  references["ZIVKS_MinIndx_" + type] = reduction(position_of_least<T>);
+  references["ZIVKS_MaxIndx_" + type] = reduction(position_of_greatest<T>);
+  references["ZIVKS_MinMaxIndx_" + type] = reduction(position_of_both<T>);
+  if constexpr (!kIsFloat<T>) {
+    references["ZIVKS_MinAbsIndx_" + type] = reduction(position_of_least_magnitude<T>);
+    references["ZIVKS_MaxAbsIndx_" + type] = reduction(position_of_greatest_magnitude<T>);
+  }
 }
 
 }  // namespace
@@ -96,7 +155,10 @@ void add_signed_type(References& references, const std::string& type) {
 References extremes_references() {
   References references = {{"ZIVKS_MinMax_8u", reduction(both<uint8_t>)},
                            {"ZIVKS_MinMax_16u", reduction(both<uint16_t>)},
-                           {"ZIVKS_MinMax_32u", reduction(both<uint32_t>)}};
+                           {"ZIVKS_MinMax_32u", reduction(both<uint32_t>)},
+                           {"ZIVKS_MinMaxIndx_8u", reduction(position_of_both<uint8_t>)},
+                           {"ZIVKS_MinMaxIndx_16u", reduction(position_of_both<uint16_t>)},
+                           {"ZIVKS_MinMaxIndx_32u", reduction(position_of_both<uint32_t>)}};
   add_signed_type<int16_t>(references, "16s");
   add_signed_type<int32_t>(references, "32s");
   add_signed_type<float>(references, "32f");

@@ -98,6 +98,10 @@ class Outputs {
     set(output, index, values.first);
     set(output + 1, index, values.second);
   }
+  template <class... T>
+  void set(size_t output, size_t index, const std::tuple<T...>& values) {
+    std::apply([&](const T&... value) { (set(output++, index, value), ...); }, values);
+  }
   std::vector<Bytes> take() { return std::move(arrays_); }
 
  private:
