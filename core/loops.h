@@ -20,7 +20,7 @@ namespace zivks {
 
 // --- Operands --------------------------------------------------------------------------
 
-// An array. With a distance, reading it is accompanied by prefetch hints that many bytes ahead.
+// An array. With a distance, walking it is accompanied by prefetch hints that many bytes ahead.
 template <class Pointed, size_t distance = 0>
 struct Array {
   using Element = std::remove_const_t<Pointed>;
@@ -67,7 +67,7 @@ struct Array {
 
   template <size_t elements>
   ZIVKS_INLINE void prefetch(size_t i) const {
-    prefetch_ahead<distance, elements * sizeof(Element)>(data + i);
+    prefetch_ahead<distance, elements * sizeof(Element), std::is_const_v<Pointed>>(data + i);
   }
 
  private:
@@ -135,7 +135,7 @@ struct ComplexArray {
 
   template <size_t elements>
   ZIVKS_INLINE void prefetch(size_t i) const {
-    prefetch_ahead<distance, 2 * elements * sizeof(Element)>(parts + 2 * i);
+    prefetch_ahead<distance, 2 * elements * sizeof(Element), std::is_const_v<Pointed>>(parts + 2 * i);
   }
 
  private:
@@ -178,6 +178,8 @@ struct SplitArrays {
     re.template store_ends<N, C>(len, value.re);
     im.template store_ends<N, C>(len, value.im);
   }
+  template <size_t>
+  ZIVKS_INLINE void prefetch(size_t) const {}
 };
 
 // Not an array but a constant, which repeats for ever: one element, or a pattern of several. The arrays that
@@ -217,9 +219,13 @@ ZIVKS_INLINE Operand as_operand(Operand operand) {
   return operand;
 }
 
-// An array to be read with prefetch hints `distance` bytes ahead.
+// An array to be read with prefetch hints `distance` bytes ahead; without hints all distances are the same to the
+// compiler.
+template <size_t distance>
+inline constexpr size_t kHintDistance = kPrefetches ? distance : 0;
+
 template <size_t distance, class T>
-ZIVKS_INLINE Array<const T, distance> prefetched(const T* data) {
+ZIVKS_INLINE Array<const T, kHintDistance<distance>> prefetched(const T* data) {
   return {data};
 }
 
@@ -314,6 +320,7 @@ template <class Destination, class Kernel, class... Sources>
   size_t i = 0;
   do {
     (src.template prefetch<kTurn>(i), ...);
+    dst.template prefetch<kTurn>(i);
     map_steps<N>(std::make_index_sequence<kSteps>(), dst, i, kernel, src...);
     i += kTurn;
   } while (i <= last_turn);

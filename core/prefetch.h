@@ -12,14 +12,14 @@ namespace zivks {
 
 inline constexpr size_t kCacheLineBytes = 64;
 
-// Hints at the `bytes` of memory that lie `distance` bytes ahead of `from`, as data that is read once. The
+// Hints at the `bytes` of memory that lie `distance` bytes ahead of `from`, as data that is read, or written, once. The
 // address may lie outside of any array: a hint does not fault.
-template <size_t distance, size_t bytes = kCacheLineBytes>
+template <size_t distance, size_t bytes = kCacheLineBytes, bool reads = true>
 ZIVKS_INLINE void prefetch_ahead(const void* from) {
   if constexpr (kPrefetches && distance > 0) {
     const uintptr_t start = reinterpret_cast<uintptr_t>(from) + distance;
     for (size_t line = 0; line < bytes; line += kCacheLineBytes) {
-      __builtin_prefetch(reinterpret_cast<const void*>(start + line), 0, 0);
+      __builtin_prefetch(reinterpret_cast<const void*>(start + line), reads ? 0 : 1, 0);
     }
   }
 }

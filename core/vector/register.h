@@ -7,6 +7,10 @@
 // both. A NaN that arithmetic makes or passes on is a NaN; which one is the processor's choice.
 //
 //   add_saturating, subtract_saturating   clamp at the bounds of the type
+//   shift_left, shift_right               all lanes by one count from 0 to 127, known at run time; beyond the width
+//                                         zeros come in, from the left copies of the sign
+//   shift_left_saturating                 clamps at the bounds of the type
+//   average                               of unsigned bytes, halfway cases up
 //   absolute_saturating                   the most negative integer gives the largest one
 //   absolute                              floats: the sign bit cleared, whatever the value is
 //   minimum, maximum                      floats: a NaN in either operand gives a NaN; -0 is below +0
