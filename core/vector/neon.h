@@ -67,6 +67,17 @@ ZIVKS_INLINE U8 average(U8 a, U8 b) { return U8(vrhaddq_u8(a, b)); }
 ZIVKS_INLINE F32 absolute(F32 a) { return F32(vabsq_f32(a)); }
 ZIVKS_INLINE F64 absolute(F64 a) { return F64(vabsq_f64(a)); }
 
+// --- 64-bit integers -----------------------------------------------------------------------
+
+ZIVKS_INLINE U64 shift_left(U64 a, int n) { return U64(vshlq_u64(a, vdupq_n_s64(n))); }
+ZIVKS_INLINE I64 shift_left(I64 a, int n) { return I64(vshlq_s64(a, vdupq_n_s64(n))); }
+ZIVKS_INLINE U64 shift_right(U64 a, int n) { return shift_left(a, -n); }
+ZIVKS_INLINE I64 shift_right(I64 a, int n) { return shift_left(a, -n); }
+ZIVKS_INLINE I64 add_saturating(I64 a, I64 b) { return I64(vqaddq_s64(a, b)); }
+ZIVKS_INLINE U64 add_saturating(U64 a, U64 b) { return U64(vqaddq_u64(a, b)); }
+ZIVKS_INLINE I64 shift_left_saturating(I64 a, int n) { return I64(vqshlq_s64(a, vdupq_n_s64(n))); }
+ZIVKS_INLINE U64 shift_left_saturating(U64 a, int n) { return U64(vqshlq_u64(a, vdupq_n_s64(n))); }
+
 // --- Minimum and maximum ---------------------------------------------------------------
 
 ZIVKS_INLINE U8 minimum(U8 a, U8 b) { return U8(vminq_u8(a, b)); }

@@ -97,6 +97,39 @@ ZIVKS_INLINE U8 average(U8 a, U8 b) { return U8(_mm256_avg_epu8(M(a), M(b))); }
 ZIVKS_INLINE F32 absolute(F32 a) { return F32(I32(a) & broadcast(int32_t{INT32_MAX})); }
 ZIVKS_INLINE F64 absolute(F64 a) { return F64(I64(a) & broadcast(int64_t{INT64_MAX})); }
 
+// --- 64-bit integers -----------------------------------------------------------------------
+
+ZIVKS_INLINE U64 shift_left(U64 a, int n) { return U64(_mm256_sll_epi64(M(a), count_of(n))); }
+ZIVKS_INLINE U64 shift_right(U64 a, int n) { return U64(_mm256_srl_epi64(M(a), count_of(n))); }
+ZIVKS_INLINE I64 shift_left(I64 a, int n) { return I64(shift_left(U64(a), n)); }
+// There is no arithmetic shift of 64 bits: a negative value goes through its complement.
+ZIVKS_INLINE I64 shift_right(I64 a, int n) {
+  const I64 sign = a < I64{};
+  return I64(shift_right(U64(a ^ sign), n)) ^ sign;
+}
+
+// The bound that an overflow with first operand `a` runs into.
+ZIVKS_INLINE I64 bound_toward(I64 a) { return I64(a < I64{}) ^ broadcast(int64_t{INT64_MAX}); }
+
+ZIVKS_INLINE I64 add_saturating(I64 a, I64 b) {
+  const I64 sum = I64(U64(a) + U64(b));
+  return I64(_mm256_blendv_pd(__m256d(sum), __m256d(bound_toward(a)), __m256d((sum ^ a) & (sum ^ b))));
+}
+ZIVKS_INLINE U64 add_saturating(U64 a, U64 b) {
+  const U64 sum = a + b, sign = broadcast(uint64_t{1} << 63);
+  return sum | U64(I64(a ^ sign) > I64(sum ^ sign));
+}
+
+// What does not come back by the opposite shift was too large.
+ZIVKS_INLINE I64 shift_left_saturating(I64 a, int n) {
+  const I64 shifted = shift_left(a, n);
+  return select(I64(shift_right(shifted, n) == a), shifted, bound_toward(a));
+}
+ZIVKS_INLINE U64 shift_left_saturating(U64 a, int n) {
+  const U64 shifted = shift_left(a, n);
+  return shifted | ~U64(shift_right(shifted, n) == a);
+}
+
 // --- Minimum and maximum ---------------------------------------------------------------
 
 ZIVKS_INLINE U8 minimum(U8 a, U8 b) { return U8(_mm256_min_epu8(M(a), M(b))); }
