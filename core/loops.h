@@ -20,7 +20,7 @@ namespace zivks {
 
 // --- Operands --------------------------------------------------------------------------
 
-// An array. With a distance, reading it is accompanied by prefetch hints that many bytes ahead.
+// An array. With a distance, walking it is accompanied by prefetch hints that many bytes ahead.
 template <class Pointed, size_t distance = 0, Prefetch hint = Prefetch::kRead>
 struct Array {
   using Element = std::remove_const_t<Pointed>;
@@ -139,7 +139,7 @@ struct ComplexArray {
 
   template <size_t elements>
   ZIVKS_INLINE void prefetch(size_t i) const {
-    prefetch_ahead<distance, 2 * elements * sizeof(Element)>(parts + 2 * i);
+    prefetch_ahead<distance, 2 * elements * sizeof(Element), std::is_const_v<Pointed>>(parts + 2 * i);
   }
 
  private:
@@ -182,6 +182,8 @@ struct SplitArrays {
     re.template store_ends<N, C>(len, value.re);
     im.template store_ends<N, C>(len, value.im);
   }
+  template <size_t>
+  ZIVKS_INLINE void prefetch(size_t) const {}
 };
 
 // Not an array but a constant, which repeats for ever: one element, or a pattern of several. The arrays that
@@ -221,9 +223,13 @@ ZIVKS_INLINE Operand as_operand(Operand operand) {
   return operand;
 }
 
+// Without hints all distances are the same to the compiler.
+template <size_t distance>
+inline constexpr size_t kHintDistance = kPrefetches ? distance : 0;
+
 // An array to be read with prefetch hints `distance` bytes ahead.
 template <size_t distance, Prefetch hint = Prefetch::kRead, class T>
-ZIVKS_INLINE Array<const T, distance, hint> prefetched(const T* data) {
+ZIVKS_INLINE Array<const T, kHintDistance<distance>, hint> prefetched(const T* data) {
   return {data};
 }
 
@@ -327,6 +333,7 @@ template <class Destination, class Kernel, class... Sources>
   do {
     (src.template prefetch<kTurn>(i), ...);
     if constexpr (kNarrows<Destination, Sources...>) (src.template read_ahead<kTurn>(i, bytes_ahead), ...);
+    dst.template prefetch<kTurn>(i);
     map_steps<N>(std::make_index_sequence<kSteps>(), dst, i, kernel, src...);
     i += kTurn;
   } while (i <= last_turn);

@@ -180,21 +180,64 @@ TEST(VectorLayer, SaturatingArithmetic) {
       [](int16_t a, int16_t b) { return int(a) * int(b) < 0 ? -1 : 0; });
 }
 
+// Exact for every count: beyond the width nothing but zeros, or copies of the sign, is left.
+template <class T>
+T shifted_right(T value, int count) {
+  return count < int(8 * sizeof(T)) ? T(value >> count) : T(value < 0 ? -1 : 0);
+}
+template <class T>
+T shifted_left_saturating(T value, int count) {
+  for (; count > 0 && value != 0; --count) {
+    const T before = value;
+    value = T(std::make_unsigned_t<T>(value) * 2u);
+    if (T(value / 2) != before || (value < 0) != (before < 0)) {
+      return before < 0 ? std::numeric_limits<T>::min() : std::numeric_limits<T>::max();
+    }
+  }
+  return value;
+}
+
 TEST(VectorLayer, Shifts) {
-  for_types<uint8_t, uint16_t, uint32_t>([](auto type) {
-    using T = decltype(type);
-    for (int count = 0; count < std::numeric_limits<T>::digits; ++count) {
+  for (int count : {0, 1, 2, 7, 8, 9, 15, 16, 17, 31, 32, 33, 62, 63, 64, 65, 100, 127}) {
+    for_types<uint8_t, uint16_t, int16_t, uint32_t, int32_t, uint64_t, int64_t>([=](auto type) {
+      using T = decltype(type);
+      using Bits = std::make_unsigned_t<T>;
       expect_unary<T>(
-          "shifted left", [=](auto a) { return shift_left(a, count); }, [=](T a) { return T(a << count); });
-    }
-  });
-  for_types<uint8_t, uint16_t, int16_t, int32_t>([](auto type) {
-    using T = decltype(type);
-    for (int count = 0; count < int(8 * sizeof(T)); ++count) {
+          "left shift", [=](auto a) { return shift_left(a, count); },
+          [=](T a) { return count < int(8 * sizeof(T)) ? T(Bits(uint64_t(Bits(a)) << count)) : T(0); });
       expect_unary<T>(
-          "shifted right", [=](auto a) { return shift_right(a, count); }, [=](T a) { return T(a >> count); });
-    }
-  });
+          "right shift", [=](auto a) { return shift_right(a, count); },
+          [=](T a) { return shifted_right(a, count); });
+    });
+    for_types<uint8_t, uint16_t, int16_t, int32_t, uint64_t, int64_t>([=](auto type) {
+      using T = decltype(type);
+      expect_unary<T>(
+          "saturating left shift", [=](auto a) { return shift_left_saturating(a, count); },
+          [=](T a) { return shifted_left_saturating(a, count); });
+    });
+  }
+  expect_binary<uint8_t>(
+      "average", [](auto a, auto b) { return average(a, b); },
+      [](uint8_t a, uint8_t b) { return (a + b + 1) / 2; });
+}
+
+template <class T>
+bool sum_overflows(T a, T b, T* sum) {
+  return __builtin_add_overflow(a, b, sum);
+}
+TEST(VectorLayer, SaturatingSumsOf64Bits) {
+  expect_binary<int64_t>(
+      "sum", [](auto a, auto b) { return add_saturating(a, b); },
+      [](int64_t a, int64_t b) {
+        int64_t sum;
+        return sum_overflows(a, b, &sum) ? (a < 0 ? INT64_MIN : INT64_MAX) : sum;
+      });
+  expect_binary<uint64_t>(
+      "sum", [](auto a, auto b) { return add_saturating(a, b); },
+      [](uint64_t a, uint64_t b) {
+        uint64_t sum;
+        return sum_overflows(a, b, &sum) ? UINT64_MAX : sum;
+      });
 }
 
 TEST(VectorLayer, MinimumAndMaximum) {

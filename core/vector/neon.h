@@ -40,25 +40,44 @@ ZIVKS_INLINE I32 subtract_saturating(I32 a, I32 b) { return I32(vqsubq_s32(a, b)
 ZIVKS_INLINE I16 absolute_saturating(I16 a) { return I16(vqabsq_s16(a)); }
 ZIVKS_INLINE I32 absolute_saturating(I32 a) { return I32(vqabsq_s32(a)); }
 
+// --- Shifts by one count ---------------------------------------------------------------
+
+ZIVKS_INLINE U8 shift_left(U8 a, int n) { return U8(vshlq_u8(a, vdupq_n_s8(static_cast<int8_t>(n)))); }
+ZIVKS_INLINE U16 shift_left(U16 a, int n) { return U16(vshlq_u16(a, vdupq_n_s16(static_cast<int16_t>(n)))); }
+ZIVKS_INLINE I16 shift_left(I16 a, int n) { return I16(vshlq_s16(a, vdupq_n_s16(static_cast<int16_t>(n)))); }
+ZIVKS_INLINE U32 shift_left(U32 a, int n) { return U32(vshlq_u32(a, vdupq_n_s32(n))); }
+ZIVKS_INLINE I32 shift_left(I32 a, int n) { return I32(vshlq_s32(a, vdupq_n_s32(n))); }
+ZIVKS_INLINE U8 shift_right(U8 a, int n) { return shift_left(a, -n); }
+ZIVKS_INLINE U16 shift_right(U16 a, int n) { return shift_left(a, -n); }
+ZIVKS_INLINE I16 shift_right(I16 a, int n) { return shift_left(a, -n); }
+ZIVKS_INLINE U32 shift_right(U32 a, int n) { return shift_left(a, -n); }
+ZIVKS_INLINE I32 shift_right(I32 a, int n) { return shift_left(a, -n); }
+ZIVKS_INLINE U8 shift_left_saturating(U8 a, int n) {
+  return U8(vqshlq_u8(a, vdupq_n_s8(static_cast<int8_t>(n))));
+}
+ZIVKS_INLINE U16 shift_left_saturating(U16 a, int n) {
+  return U16(vqshlq_u16(a, vdupq_n_s16(static_cast<int16_t>(n))));
+}
+ZIVKS_INLINE I16 shift_left_saturating(I16 a, int n) {
+  return I16(vqshlq_s16(a, vdupq_n_s16(static_cast<int16_t>(n))));
+}
+ZIVKS_INLINE I32 shift_left_saturating(I32 a, int n) { return I32(vqshlq_s32(a, vdupq_n_s32(n))); }
+
+ZIVKS_INLINE U8 average(U8 a, U8 b) { return U8(vrhaddq_u8(a, b)); }
+
 ZIVKS_INLINE F32 absolute(F32 a) { return F32(vabsq_f32(a)); }
 ZIVKS_INLINE F64 absolute(F64 a) { return F64(vabsq_f64(a)); }
 
-// --- Shifts ----------------------------------------------------------------------------
+// --- 64-bit integers -----------------------------------------------------------------------
 
-// One instruction shifts to the left, by a negative count to the right.
-ZIVKS_INLINE U8 shift_left(U8 a, int count) {
-  return U8(vshlq_u8(a, vdupq_n_s8(static_cast<int8_t>(count))));
-}
-ZIVKS_INLINE U16 shift_left(U16 a, int count) {
-  return U16(vshlq_u16(a, vdupq_n_s16(static_cast<int16_t>(count))));
-}
-ZIVKS_INLINE U32 shift_left(U32 a, int count) { return U32(vshlq_u32(a, vdupq_n_s32(count))); }
-ZIVKS_INLINE U8 shift_right(U8 a, int count) { return shift_left(a, -count); }
-ZIVKS_INLINE U16 shift_right(U16 a, int count) { return shift_left(a, -count); }
-ZIVKS_INLINE I16 shift_right(I16 a, int count) {
-  return I16(vshlq_s16(a, vdupq_n_s16(static_cast<int16_t>(-count))));
-}
-ZIVKS_INLINE I32 shift_right(I32 a, int count) { return I32(vshlq_s32(a, vdupq_n_s32(-count))); }
+ZIVKS_INLINE U64 shift_left(U64 a, int n) { return U64(vshlq_u64(a, vdupq_n_s64(n))); }
+ZIVKS_INLINE I64 shift_left(I64 a, int n) { return I64(vshlq_s64(a, vdupq_n_s64(n))); }
+ZIVKS_INLINE U64 shift_right(U64 a, int n) { return shift_left(a, -n); }
+ZIVKS_INLINE I64 shift_right(I64 a, int n) { return shift_left(a, -n); }
+ZIVKS_INLINE I64 add_saturating(I64 a, I64 b) { return I64(vqaddq_s64(a, b)); }
+ZIVKS_INLINE U64 add_saturating(U64 a, U64 b) { return U64(vqaddq_u64(a, b)); }
+ZIVKS_INLINE I64 shift_left_saturating(I64 a, int n) { return I64(vqshlq_s64(a, vdupq_n_s64(n))); }
+ZIVKS_INLINE U64 shift_left_saturating(U64 a, int n) { return U64(vqshlq_u64(a, vdupq_n_s64(n))); }
 
 // --- Minimum and maximum ---------------------------------------------------------------
 

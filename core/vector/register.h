@@ -7,6 +7,10 @@
 // both. A NaN that arithmetic makes or passes on is a NaN; which one is the processor's choice.
 //
 //   add_saturating, subtract_saturating   clamp at the bounds of the type
+//   shift_left, shift_right               all lanes by one count from 0 to 127, known at run time; beyond the width
+//                                         zeros come in, from the left copies of the sign
+//   shift_left_saturating                 clamps at the bounds of the type
+//   average                               of unsigned bytes, halfway cases up
 //   absolute_saturating                   the most negative integer gives the largest one
 //   absolute                              floats: the sign bit cleared, whatever the value is
 //   minimum, maximum                      floats: a NaN in either operand gives a NaN; -0 is below +0
@@ -16,8 +20,6 @@
 //   has_nan                               whether any lane is NaN
 //   any_true, first_true                  of a comparison's result: whether a lane is true; the first that is, if any
 //   negative_product                      all ones in lanes where the exact product is negative
-//   shift_left, shift_right (a, count)    all elements by 0 to one less than their bits; a right shift of signed
-//                                         ones brings in copies of the sign
 //   widen_part<To, K>                     K-th part of a register's integers, in a wider type
 //   convert_part<To, K>                   the same, to a floating-point type; rounds in the current mode
 //   narrow                                two registers of float64 to one of float32

@@ -76,32 +76,65 @@ ZIVKS_INLINE I32 absolute_saturating(I32 a) {
   return I32(_mm256_min_epu32(_mm256_abs_epi32(M(a)), M(broadcast(int32_t{INT32_MAX}))));
 }
 
+// --- Shifts by one count ---------------------------------------------------------------
+
+ZIVKS_INLINE __m128i count_of(int n) { return _mm_cvtsi32_si128(n); }
+
+ZIVKS_INLINE U16 shift_left(U16 a, int n) { return U16(_mm256_sll_epi16(M(a), count_of(n))); }
+ZIVKS_INLINE I16 shift_left(I16 a, int n) { return I16(_mm256_sll_epi16(M(a), count_of(n))); }
+ZIVKS_INLINE U32 shift_left(U32 a, int n) { return U32(_mm256_sll_epi32(M(a), count_of(n))); }
+ZIVKS_INLINE I32 shift_left(I32 a, int n) { return I32(_mm256_sll_epi32(M(a), count_of(n))); }
+ZIVKS_INLINE U16 shift_right(U16 a, int n) { return U16(_mm256_srl_epi16(M(a), count_of(n))); }
+ZIVKS_INLINE I16 shift_right(I16 a, int n) { return I16(_mm256_sra_epi16(M(a), count_of(n))); }
+ZIVKS_INLINE U32 shift_right(U32 a, int n) { return U32(_mm256_srl_epi32(M(a), count_of(n))); }
+ZIVKS_INLINE I32 shift_right(I32 a, int n) { return I32(_mm256_sra_epi32(M(a), count_of(n))); }
+
+// There is no shift of bytes: one of 16 bits, without what comes over from the neighbour.
+ZIVKS_INLINE U8 shift_left(U8 a, int n) {
+  return U8(shift_left(U16(a), n)) & broadcast(static_cast<uint8_t>(n < 8 ? 0xFF << n : 0));
+}
+
+ZIVKS_INLINE U8 shift_right(U8 a, int n) {
+  return U8(shift_right(U16(a), n)) & broadcast(static_cast<uint8_t>(n < 8 ? 0xFF >> n : 0));
+}
+
+// Halfway cases go up.
+ZIVKS_INLINE U8 average(U8 a, U8 b) { return U8(_mm256_avg_epu8(M(a), M(b))); }
+
 ZIVKS_INLINE F32 absolute(F32 a) { return F32(I32(a) & broadcast(int32_t{INT32_MAX})); }
 ZIVKS_INLINE F64 absolute(F64 a) { return F64(I64(a) & broadcast(int64_t{INT64_MAX})); }
 
-// --- Shifts ----------------------------------------------------------------------------
+// --- 64-bit integers -----------------------------------------------------------------------
 
-// Bytes have no shifts of their own: what comes in from the neighbouring byte is cleared.
-ZIVKS_INLINE U16 shift_left(U16 a, int count) {
-  return U16(_mm256_sll_epi16(M(a), _mm_cvtsi32_si128(count)));
+ZIVKS_INLINE U64 shift_left(U64 a, int n) { return U64(_mm256_sll_epi64(M(a), count_of(n))); }
+ZIVKS_INLINE U64 shift_right(U64 a, int n) { return U64(_mm256_srl_epi64(M(a), count_of(n))); }
+ZIVKS_INLINE I64 shift_left(I64 a, int n) { return I64(shift_left(U64(a), n)); }
+// There is no arithmetic shift of 64 bits: a negative value goes through its complement.
+ZIVKS_INLINE I64 shift_right(I64 a, int n) {
+  const I64 sign = a < I64{};
+  return I64(shift_right(U64(a ^ sign), n)) ^ sign;
 }
-ZIVKS_INLINE U32 shift_left(U32 a, int count) {
-  return U32(_mm256_sllv_epi32(M(a), _mm256_set1_epi32(count)));
+
+// The bound that an overflow with first operand `a` runs into.
+ZIVKS_INLINE I64 bound_toward(I64 a) { return I64(a < I64{}) ^ broadcast(int64_t{INT64_MAX}); }
+
+ZIVKS_INLINE I64 add_saturating(I64 a, I64 b) {
+  const I64 sum = I64(U64(a) + U64(b));
+  return I64(_mm256_blendv_pd(__m256d(sum), __m256d(bound_toward(a)), __m256d((sum ^ a) & (sum ^ b))));
 }
-ZIVKS_INLINE U8 shift_left(U8 a, int count) {
-  return U8(shift_left(U16(a), count)) & broadcast(static_cast<uint8_t>(0xFF << count));
+ZIVKS_INLINE U64 add_saturating(U64 a, U64 b) {
+  const U64 sum = a + b, sign = broadcast(uint64_t{1} << 63);
+  return sum | U64(I64(a ^ sign) > I64(sum ^ sign));
 }
-ZIVKS_INLINE U16 shift_right(U16 a, int count) {
-  return U16(_mm256_srl_epi16(M(a), _mm_cvtsi32_si128(count)));
+
+// What does not come back by the opposite shift was too large.
+ZIVKS_INLINE I64 shift_left_saturating(I64 a, int n) {
+  const I64 shifted = shift_left(a, n);
+  return select(I64(shift_right(shifted, n) == a), shifted, bound_toward(a));
 }
-ZIVKS_INLINE U8 shift_right(U8 a, int count) {
-  return U8(shift_right(U16(a), count)) & broadcast(static_cast<uint8_t>(0xFF >> count));
-}
-ZIVKS_INLINE I16 shift_right(I16 a, int count) {
-  return I16(_mm256_sra_epi16(M(a), _mm_cvtsi32_si128(count)));
-}
-ZIVKS_INLINE I32 shift_right(I32 a, int count) {
-  return I32(_mm256_srav_epi32(M(a), _mm256_set1_epi32(count)));
+ZIVKS_INLINE U64 shift_left_saturating(U64 a, int n) {
+  const U64 shifted = shift_left(a, n);
+  return shifted | ~U64(shift_right(shifted, n) == a);
 }
 
 // --- Minimum and maximum ---------------------------------------------------------------
@@ -118,6 +151,21 @@ ZIVKS_INLINE U16 maximum(U16 a, U16 b) { return U16(_mm256_max_epu16(M(a), M(b))
 ZIVKS_INLINE I16 maximum(I16 a, I16 b) { return I16(_mm256_max_epi16(M(a), M(b))); }
 ZIVKS_INLINE U32 maximum(U32 a, U32 b) { return U32(_mm256_max_epu32(M(a), M(b))); }
 ZIVKS_INLINE I32 maximum(I32 a, I32 b) { return I32(_mm256_max_epi32(M(a), M(b))); }
+
+// A value that is too large is replaced by the largest that is not, and then gets the bits that the shift brought in.
+template <class R>
+ZIVKS_INLINE R shift_left_saturating(R a, int n) {
+  using T = ElementOf<R>;
+  constexpr int kWidth = std::numeric_limits<T>::digits;
+  const int count = n < kWidth ? n : kWidth;
+  const R largest = broadcast(static_cast<T>(std::numeric_limits<T>::max() >> count));
+  const R brought_in = broadcast(static_cast<T>((uint64_t{1} << count) - 1));
+  R within = minimum(a, largest);
+  const R too_large = R(within != a);
+  if constexpr (std::is_signed_v<T>)
+    within = maximum(within, broadcast(static_cast<T>(std::numeric_limits<T>::min() >> count)));
+  return shift_left(within, count) | (too_large & brought_in);
+}
 
 // The processor's minimum returns its second operand when the two are zeros or one is a NaN. So the two
 // orders differ just there, and the union of their bits is what is wanted: a NaN stays one whatever bits join

@@ -361,6 +361,363 @@ ZIVKS_API ZIVKStatus ZIVKS_SubC_16s_I(int16_t val, int16_t* srcDst, int32_t len)
 /** @} */
 
 /**
+ * @defgroup arithmetic_scaled Scaled integer addition and subtraction
+ * @ingroup arithmetic
+ *
+ * The sum or difference is computed exactly, multiplied by the power of two M that `scale` selects (see @ref
+ * scale), rounded to nearest, ties to even, and saturated at the bounds of the type. Complex elements are
+ * treated part by part. With an infinite M, what is positive becomes the highest value of the type, what is
+ * negative the lowest, and 0 stays 0.
+ *
+ * Where M is above 1, some members shift to the left by k = log2(M) in place of the multiplication. The count
+ * of these shifts is the low eight bits of k, taken as a signed number, and a negative count shifts to the
+ * right. So from k = 128 on, that is for `scale` at or below 2^-128, whole blocks differ from the tail, which
+ * is multiplied as above: for k from 128 to 255 they shift to the right by 256 - k, for k = 256 not at all,
+ * and so on.
+ *
+ * | Members                                 | Elements in a block | Shifted to the right                |
+ * |-----------------------------------------|---------------------|-------------------------------------|
+ * | Add `8u`, `16u`, `16sc`, `32sc`         | 8, 4, 8, 2          | the exact sum, rounded half up      |
+ * | Sub `16u`                               | 32                  | the clamped result, rounded half up |
+ * | SubC and SubCRev `8u`, `16u`            | 16, 32              | the clamped result, rounded half up |
+ * | SubC and SubCRev `32sc`                 | 1, so no tail       | the clamped result, rounded half up |
+ * | AddC `8u`, `16u`, `32s`, `16sc`, `32sc` | 32, 32, 8, 16, 8    | the clamped result, rounded down    |
+ * | Add and AddC `64s`, AddC `64u`          | 1, so no tail       | the clamped result, rounded half up |
+ *
+ * All other members multiply, whatever M is.
+ *
+ * @{
+ */
+
+/** @name Add
+ *  @{ */
+
+/**
+ * Adds two arrays and scales: `dst[i] = (src1[i] + src2[i]) * M`.
+ *
+ * @param src1   first summand
+ * @param src2   second summand
+ * @param dst    scaled sum
+ * @param len    number of elements
+ * @param scale  divisor, of which only a power of two takes effect: see @ref scale
+ * @return #ZIVK_STS_NO_ERR, #ZIVK_STS_NULL_PTR_ERR, #ZIVK_STS_SIZE_ERR or #ZIVK_STS_SCALE_ERR
+ */
+ZIVKS_API ZIVKStatus ZIVKS_Add_8u_S(const uint8_t* src1, const uint8_t* src2, uint8_t* dst, int32_t len,
+                                    double scale);
+ZIVKS_API ZIVKStatus ZIVKS_Add_16u_S(const uint16_t* src1, const uint16_t* src2, uint16_t* dst, int32_t len,
+                                     double scale);
+ZIVKS_API ZIVKStatus ZIVKS_Add_16s_S(const int16_t* src1, const int16_t* src2, int16_t* dst, int32_t len,
+                                     double scale);
+ZIVKS_API ZIVKStatus ZIVKS_Add_32s_S(const int32_t* src1, const int32_t* src2, int32_t* dst, int32_t len,
+                                     double scale);
+ZIVKS_API ZIVKStatus ZIVKS_Add_16sc_S(const ZIVK16sc* src1, const ZIVK16sc* src2, ZIVK16sc* dst, int32_t len,
+                                      double scale);
+ZIVKS_API ZIVKStatus ZIVKS_Add_32sc_S(const ZIVK32sc* src1, const ZIVK32sc* src2, ZIVK32sc* dst, int32_t len,
+                                      double scale);
+ZIVKS_API ZIVKStatus ZIVKS_Add_64s_S(const int64_t* src1, const int64_t* src2, int64_t* dst, int32_t len,
+                                     double scale);
+
+/** @} */
+
+/** @name Add, in place
+ *  @{ */
+
+/**
+ * Adds an array to another and scales: `srcDst[i] = (src[i] + srcDst[i]) * M`. There is no 64-bit form.
+ *
+ * @param src     summand
+ * @param srcDst  summand and scaled sum
+ * @param len     number of elements
+ * @param scale   divisor, of which only a power of two takes effect: see @ref scale
+ * @return #ZIVK_STS_NO_ERR, #ZIVK_STS_NULL_PTR_ERR, #ZIVK_STS_SIZE_ERR or #ZIVK_STS_SCALE_ERR
+ */
+ZIVKS_API ZIVKStatus ZIVKS_Add_8u_IS(const uint8_t* src, uint8_t* srcDst, int32_t len, double scale);
+ZIVKS_API ZIVKStatus ZIVKS_Add_16u_IS(const uint16_t* src, uint16_t* srcDst, int32_t len, double scale);
+ZIVKS_API ZIVKStatus ZIVKS_Add_16s_IS(const int16_t* src, int16_t* srcDst, int32_t len, double scale);
+ZIVKS_API ZIVKStatus ZIVKS_Add_32s_IS(const int32_t* src, int32_t* srcDst, int32_t len, double scale);
+ZIVKS_API ZIVKStatus ZIVKS_Add_16sc_IS(const ZIVK16sc* src, ZIVK16sc* srcDst, int32_t len, double scale);
+ZIVKS_API ZIVKStatus ZIVKS_Add_32sc_IS(const ZIVK32sc* src, ZIVK32sc* srcDst, int32_t len, double scale);
+
+/** @} */
+
+/** @name Sub
+ *  @{ */
+
+/**
+ * Subtracts the first array from the second and scales: `dst[i] = (src2[i] - src1[i]) * M`.
+ *
+ * @param src1   subtrahend: what is taken away
+ * @param src2   minuend: what it is taken from
+ * @param dst    scaled difference
+ * @param len    number of elements
+ * @param scale  divisor, of which only a power of two takes effect: see @ref scale
+ * @return #ZIVK_STS_NO_ERR, #ZIVK_STS_NULL_PTR_ERR, #ZIVK_STS_SIZE_ERR or #ZIVK_STS_SCALE_ERR
+ */
+ZIVKS_API ZIVKStatus ZIVKS_Sub_16u_S(const uint16_t* src1, const uint16_t* src2, uint16_t* dst, int32_t len,
+                                     double scale);
+ZIVKS_API ZIVKStatus ZIVKS_Sub_16s_S(const int16_t* src1, const int16_t* src2, int16_t* dst, int32_t len,
+                                     double scale);
+ZIVKS_API ZIVKStatus ZIVKS_Sub_32s_S(const int32_t* src1, const int32_t* src2, int32_t* dst, int32_t len,
+                                     double scale);
+ZIVKS_API ZIVKStatus ZIVKS_Sub_16sc_S(const ZIVK16sc* src1, const ZIVK16sc* src2, ZIVK16sc* dst, int32_t len,
+                                      double scale);
+ZIVKS_API ZIVKStatus ZIVKS_Sub_32sc_S(const ZIVK32sc* src1, const ZIVK32sc* src2, ZIVK32sc* dst, int32_t len,
+                                      double scale);
+
+/**
+ * Like ZIVKS_Sub_16u_S(), but multiplies whatever M is, and whole blocks of 64 elements narrow the product in
+ * an uneven way: saturated to 32 bits first, the first four of every eight elements are saturated at 255,
+ * while the last four lose all but their low 16 bits before that. It shows where a product reaches 65536, so
+ * with M at 512 or more: at `scale` = 1/512 a difference of 128 gives 255, or 0 in the last four of eight.
+ *
+ * @param src1   subtrahend: what is taken away
+ * @param src2   minuend: what it is taken from
+ * @param dst    scaled difference
+ * @param len    number of elements
+ * @param scale  divisor, of which only a power of two takes effect: see @ref scale
+ * @return #ZIVK_STS_NO_ERR, #ZIVK_STS_NULL_PTR_ERR, #ZIVK_STS_SIZE_ERR or #ZIVK_STS_SCALE_ERR
+ */
+ZIVKS_API ZIVKStatus ZIVKS_Sub_8u_S(const uint8_t* src1, const uint8_t* src2, uint8_t* dst, int32_t len,
+                                    double scale);
+
+/** @} */
+
+/** @name Sub, in place
+ *  @{ */
+
+/**
+ * Subtracts an array from another and scales: `srcDst[i] = (srcDst[i] - src[i]) * M`.
+ *
+ * @param src     subtrahend
+ * @param srcDst  minuend and scaled difference
+ * @param len     number of elements
+ * @param scale   divisor, of which only a power of two takes effect: see @ref scale
+ * @return #ZIVK_STS_NO_ERR, #ZIVK_STS_NULL_PTR_ERR, #ZIVK_STS_SIZE_ERR or #ZIVK_STS_SCALE_ERR
+ */
+ZIVKS_API ZIVKStatus ZIVKS_Sub_16u_IS(const uint16_t* src, uint16_t* srcDst, int32_t len, double scale);
+ZIVKS_API ZIVKStatus ZIVKS_Sub_16s_IS(const int16_t* src, int16_t* srcDst, int32_t len, double scale);
+ZIVKS_API ZIVKStatus ZIVKS_Sub_32s_IS(const int32_t* src, int32_t* srcDst, int32_t len, double scale);
+ZIVKS_API ZIVKStatus ZIVKS_Sub_16sc_IS(const ZIVK16sc* src, ZIVK16sc* srcDst, int32_t len, double scale);
+ZIVKS_API ZIVKStatus ZIVKS_Sub_32sc_IS(const ZIVK32sc* src, ZIVK32sc* srcDst, int32_t len, double scale);
+
+/**
+ * Like ZIVKS_Sub_16u_IS(), but with the uneven narrowing of ZIVKS_Sub_8u_S().
+ *
+ * @param src     subtrahend
+ * @param srcDst  minuend and scaled difference
+ * @param len     number of elements
+ * @param scale   divisor, of which only a power of two takes effect: see @ref scale
+ * @return #ZIVK_STS_NO_ERR, #ZIVK_STS_NULL_PTR_ERR, #ZIVK_STS_SIZE_ERR or #ZIVK_STS_SCALE_ERR
+ */
+ZIVKS_API ZIVKStatus ZIVKS_Sub_8u_IS(const uint8_t* src, uint8_t* srcDst, int32_t len, double scale);
+
+/** @} */
+
+/** @name AddC
+ *  @{ */
+
+/**
+ * Adds a constant and scales: `dst[i] = (src[i] + val) * M`.
+ *
+ * @param src    source array
+ * @param val    constant operand
+ * @param dst    result
+ * @param len    number of elements
+ * @param scale  divisor, of which only a power of two takes effect: see @ref scale
+ * @return #ZIVK_STS_NO_ERR, #ZIVK_STS_NULL_PTR_ERR, #ZIVK_STS_SIZE_ERR or #ZIVK_STS_SCALE_ERR
+ */
+ZIVKS_API ZIVKStatus ZIVKS_AddC_16u_S(const uint16_t* src, uint16_t val, uint16_t* dst, int32_t len,
+                                      double scale);
+ZIVKS_API ZIVKStatus ZIVKS_AddC_16s_S(const int16_t* src, int16_t val, int16_t* dst, int32_t len,
+                                      double scale);
+ZIVKS_API ZIVKStatus ZIVKS_AddC_32s_S(const int32_t* src, int32_t val, int32_t* dst, int32_t len,
+                                      double scale);
+ZIVKS_API ZIVKStatus ZIVKS_AddC_16sc_S(const ZIVK16sc* src, ZIVK16sc val, ZIVK16sc* dst, int32_t len,
+                                       double scale);
+ZIVKS_API ZIVKStatus ZIVKS_AddC_32sc_S(const ZIVK32sc* src, ZIVK32sc val, ZIVK32sc* dst, int32_t len,
+                                       double scale);
+
+/**
+ * Like ZIVKS_AddC_16u_S(), but from `scale` = 512 on all results are 0, without a look at `src`. At scales
+ * below 1024 a sum above 256 would give 1, as it does in ZIVKS_Add_8u_S().
+ *
+ * @param src    source array
+ * @param val    constant operand
+ * @param dst    result
+ * @param len    number of elements
+ * @param scale  divisor, of which only a power of two takes effect: see @ref scale
+ * @return #ZIVK_STS_NO_ERR, #ZIVK_STS_NULL_PTR_ERR, #ZIVK_STS_SIZE_ERR or #ZIVK_STS_SCALE_ERR
+ */
+ZIVKS_API ZIVKStatus ZIVKS_AddC_8u_S(const uint8_t* src, uint8_t val, uint8_t* dst, int32_t len,
+                                     double scale);
+
+/**
+ * Adds a constant and scales: `dst[i] = (src[i] + val) * M`. Where M is below 1, `rndMode` selects the
+ * rounding: #ZIVK_RND_ZERO toward zero, #ZIVK_RND_NEAR to nearest with ties to even, and any other value,
+ * which is no error, to nearest with ties upward, toward positive infinity.
+ *
+ * One case differs: with `val` = INT64_MIN and ties upward, whole blocks of two elements round ties downward,
+ * and only an odd last element rounds them upward.
+ *
+ * @param src      source array
+ * @param val      constant summand
+ * @param dst      scaled sum
+ * @param len      number of elements
+ * @param rndMode  #ZIVK_RND_ZERO, #ZIVK_RND_NEAR or any other value
+ * @param scale    divisor, of which only a power of two takes effect: see @ref scale
+ * @return #ZIVK_STS_NO_ERR, #ZIVK_STS_NULL_PTR_ERR, #ZIVK_STS_SIZE_ERR or #ZIVK_STS_SCALE_ERR
+ */
+ZIVKS_API ZIVKStatus ZIVKS_AddC_64s_S(const int64_t* src, int64_t val, int64_t* dst, int32_t len,
+                                      ZIVKRoundMode rndMode, double scale);
+
+/**
+ * Like ZIVKS_AddC_64s_S(), but ties are treated alike for every `val`.
+ *
+ * @param src      source array
+ * @param val      constant summand
+ * @param dst      scaled sum
+ * @param len      number of elements
+ * @param rndMode  #ZIVK_RND_ZERO, #ZIVK_RND_NEAR or any other value
+ * @param scale    divisor, of which only a power of two takes effect: see @ref scale
+ * @return #ZIVK_STS_NO_ERR, #ZIVK_STS_NULL_PTR_ERR, #ZIVK_STS_SIZE_ERR or #ZIVK_STS_SCALE_ERR
+ */
+ZIVKS_API ZIVKStatus ZIVKS_AddC_64u_S(const uint64_t* src, uint64_t val, uint64_t* dst, int32_t len,
+                                      ZIVKRoundMode rndMode, double scale);
+
+/** @} */
+
+/** @name AddC, in place
+ *  @{ */
+
+/**
+ * Adds a constant in place and scales: `srcDst[i] = (srcDst[i] + val) * M`.
+ *
+ * @param val     constant operand
+ * @param srcDst  source and result
+ * @param len     number of elements
+ * @param scale   divisor, of which only a power of two takes effect: see @ref scale
+ * @return #ZIVK_STS_NO_ERR, #ZIVK_STS_NULL_PTR_ERR, #ZIVK_STS_SIZE_ERR or #ZIVK_STS_SCALE_ERR
+ */
+ZIVKS_API ZIVKStatus ZIVKS_AddC_16u_IS(uint16_t val, uint16_t* srcDst, int32_t len, double scale);
+ZIVKS_API ZIVKStatus ZIVKS_AddC_16s_IS(int16_t val, int16_t* srcDst, int32_t len, double scale);
+ZIVKS_API ZIVKStatus ZIVKS_AddC_32s_IS(int32_t val, int32_t* srcDst, int32_t len, double scale);
+ZIVKS_API ZIVKStatus ZIVKS_AddC_16sc_IS(ZIVK16sc val, ZIVK16sc* srcDst, int32_t len, double scale);
+ZIVKS_API ZIVKStatus ZIVKS_AddC_32sc_IS(ZIVK32sc val, ZIVK32sc* srcDst, int32_t len, double scale);
+
+/**
+ * Like ZIVKS_AddC_16u_IS(), but from `scale` = 512 on all results are 0, as in ZIVKS_AddC_8u_S().
+ *
+ * @param val     constant operand
+ * @param srcDst  source and result
+ * @param len     number of elements
+ * @param scale   divisor, of which only a power of two takes effect: see @ref scale
+ * @return #ZIVK_STS_NO_ERR, #ZIVK_STS_NULL_PTR_ERR, #ZIVK_STS_SIZE_ERR or #ZIVK_STS_SCALE_ERR
+ */
+ZIVKS_API ZIVKStatus ZIVKS_AddC_8u_IS(uint8_t val, uint8_t* srcDst, int32_t len, double scale);
+
+/** @} */
+
+/** @name SubC
+ *  @{ */
+
+/**
+ * Subtracts a constant and scales: `dst[i] = (src[i] - val) * M`.
+ *
+ * @param src    source array
+ * @param val    constant operand
+ * @param dst    result
+ * @param len    number of elements
+ * @param scale  divisor, of which only a power of two takes effect: see @ref scale
+ * @return #ZIVK_STS_NO_ERR, #ZIVK_STS_NULL_PTR_ERR, #ZIVK_STS_SIZE_ERR or #ZIVK_STS_SCALE_ERR
+ */
+ZIVKS_API ZIVKStatus ZIVKS_SubC_8u_S(const uint8_t* src, uint8_t val, uint8_t* dst, int32_t len,
+                                     double scale);
+ZIVKS_API ZIVKStatus ZIVKS_SubC_16u_S(const uint16_t* src, uint16_t val, uint16_t* dst, int32_t len,
+                                      double scale);
+ZIVKS_API ZIVKStatus ZIVKS_SubC_16s_S(const int16_t* src, int16_t val, int16_t* dst, int32_t len,
+                                      double scale);
+ZIVKS_API ZIVKStatus ZIVKS_SubC_32s_S(const int32_t* src, int32_t val, int32_t* dst, int32_t len,
+                                      double scale);
+ZIVKS_API ZIVKStatus ZIVKS_SubC_16sc_S(const ZIVK16sc* src, ZIVK16sc val, ZIVK16sc* dst, int32_t len,
+                                       double scale);
+ZIVKS_API ZIVKStatus ZIVKS_SubC_32sc_S(const ZIVK32sc* src, ZIVK32sc val, ZIVK32sc* dst, int32_t len,
+                                       double scale);
+
+/** @} */
+
+/** @name SubC, in place
+ *  @{ */
+
+/**
+ * Subtracts a constant in place and scales: `srcDst[i] = (srcDst[i] - val) * M`.
+ *
+ * @param val     constant operand
+ * @param srcDst  source and result
+ * @param len     number of elements
+ * @param scale   divisor, of which only a power of two takes effect: see @ref scale
+ * @return #ZIVK_STS_NO_ERR, #ZIVK_STS_NULL_PTR_ERR, #ZIVK_STS_SIZE_ERR or #ZIVK_STS_SCALE_ERR
+ */
+ZIVKS_API ZIVKStatus ZIVKS_SubC_8u_IS(uint8_t val, uint8_t* srcDst, int32_t len, double scale);
+ZIVKS_API ZIVKStatus ZIVKS_SubC_16u_IS(uint16_t val, uint16_t* srcDst, int32_t len, double scale);
+ZIVKS_API ZIVKStatus ZIVKS_SubC_16s_IS(int16_t val, int16_t* srcDst, int32_t len, double scale);
+ZIVKS_API ZIVKStatus ZIVKS_SubC_32s_IS(int32_t val, int32_t* srcDst, int32_t len, double scale);
+ZIVKS_API ZIVKStatus ZIVKS_SubC_16sc_IS(ZIVK16sc val, ZIVK16sc* srcDst, int32_t len, double scale);
+ZIVKS_API ZIVKStatus ZIVKS_SubC_32sc_IS(ZIVK32sc val, ZIVK32sc* srcDst, int32_t len, double scale);
+
+/** @} */
+
+/** @name SubCRev
+ *  @{ */
+
+/**
+ * Subtracts from a constant and scales: `dst[i] = (val - src[i]) * M`.
+ *
+ * @param src    source array
+ * @param val    constant operand
+ * @param dst    result
+ * @param len    number of elements
+ * @param scale  divisor, of which only a power of two takes effect: see @ref scale
+ * @return #ZIVK_STS_NO_ERR, #ZIVK_STS_NULL_PTR_ERR, #ZIVK_STS_SIZE_ERR or #ZIVK_STS_SCALE_ERR
+ */
+ZIVKS_API ZIVKStatus ZIVKS_SubCRev_8u_S(const uint8_t* src, uint8_t val, uint8_t* dst, int32_t len,
+                                        double scale);
+ZIVKS_API ZIVKStatus ZIVKS_SubCRev_16u_S(const uint16_t* src, uint16_t val, uint16_t* dst, int32_t len,
+                                         double scale);
+ZIVKS_API ZIVKStatus ZIVKS_SubCRev_16s_S(const int16_t* src, int16_t val, int16_t* dst, int32_t len,
+                                         double scale);
+ZIVKS_API ZIVKStatus ZIVKS_SubCRev_32s_S(const int32_t* src, int32_t val, int32_t* dst, int32_t len,
+                                         double scale);
+ZIVKS_API ZIVKStatus ZIVKS_SubCRev_16sc_S(const ZIVK16sc* src, ZIVK16sc val, ZIVK16sc* dst, int32_t len,
+                                          double scale);
+ZIVKS_API ZIVKStatus ZIVKS_SubCRev_32sc_S(const ZIVK32sc* src, ZIVK32sc val, ZIVK32sc* dst, int32_t len,
+                                          double scale);
+
+/** @} */
+
+/** @name SubCRev, in place
+ *  @{ */
+
+/**
+ * Subtracts from a constant in place and scales: `srcDst[i] = (val - srcDst[i]) * M`.
+ *
+ * @param val     constant operand
+ * @param srcDst  source and result
+ * @param len     number of elements
+ * @param scale   divisor, of which only a power of two takes effect: see @ref scale
+ * @return #ZIVK_STS_NO_ERR, #ZIVK_STS_NULL_PTR_ERR, #ZIVK_STS_SIZE_ERR or #ZIVK_STS_SCALE_ERR
+ */
+ZIVKS_API ZIVKStatus ZIVKS_SubCRev_8u_IS(uint8_t val, uint8_t* srcDst, int32_t len, double scale);
+ZIVKS_API ZIVKStatus ZIVKS_SubCRev_16u_IS(uint16_t val, uint16_t* srcDst, int32_t len, double scale);
+ZIVKS_API ZIVKStatus ZIVKS_SubCRev_16s_IS(int16_t val, int16_t* srcDst, int32_t len, double scale);
+ZIVKS_API ZIVKStatus ZIVKS_SubCRev_32s_IS(int32_t val, int32_t* srcDst, int32_t len, double scale);
+ZIVKS_API ZIVKStatus ZIVKS_SubCRev_16sc_IS(ZIVK16sc val, ZIVK16sc* srcDst, int32_t len, double scale);
+ZIVKS_API ZIVKStatus ZIVKS_SubCRev_32sc_IS(ZIVK32sc val, ZIVK32sc* srcDst, int32_t len, double scale);
+
+/** @} */
+
+/** @} */
+
+/**
  * @defgroup arithmetic_abs Absolute value
  * @ingroup arithmetic
  *
