@@ -16,11 +16,25 @@ constexpr unsigned char kMargin = 0xA5;  // around arrays
 constexpr unsigned char kOutput = 0xCD;  // in outputs before a call
 constexpr ptrdiff_t kMarginBytes = 128;
 
-const std::vector<double>& scales() {
-  static const std::vector<double> list = {1, 8, 0.3, 0x1p-130, 0x1p+140};
-  return list;
+template <class T>
+std::vector<Slot> slots_of(std::initializer_list<T> values) {
+  std::vector<Slot> slots;
+  for (T value : values) slots.push_back(Slot::of(value));
+  return slots;
 }
-constexpr int32_t kKinds = 3;
+
+// The values that a parameter of this role takes; none if it is no parameter.
+const std::vector<Slot>& parameter_values(Role role) {
+  static const std::vector<Slot> none,
+      scales = slots_of({1.0, 8.0, 0.3, 0x1p-130, 0x1p+140}), kinds = slots_of<int32_t>({0, 1, 2}),
+      rounding_modes = slots_of<int32_t>({ZIVK_RND_ZERO, ZIVK_RND_NEAR, ZIVK_RND_AWAY});
+  switch (role) {
+    case Role::kScale: return scales;
+    case Role::kKind: return kinds;
+    case Role::kRoundMode: return rounding_modes;
+    default: return none;
+  }
+}
 
 GuardedMemory& memory_of_argument(size_t argument) {
   static std::vector<std::unique_ptr<GuardedMemory>> memory;
@@ -63,8 +77,7 @@ size_t array_bytes(const Argument& argument, int32_t length) {
 size_t count_variants(const Function& function) {
   size_t count = 1;
   for (const Argument& argument : function.arguments) {
-    if (argument.role == Role::kScale) count *= scales().size();
-    if (argument.role == Role::kKind) count *= kKinds;
+    count *= std::max<size_t>(1, parameter_values(argument.role).size());
   }
   return count;
 }
@@ -83,12 +96,9 @@ Operands random_operands(const Function& function, int32_t length, size_t varian
       }
     } else if (argument.role == Role::kLength) {
       slot = Slot::of(length);
-    } else if (argument.role == Role::kScale) {
-      slot = Slot::of(scales()[variant % scales().size()]);
-      variant /= scales().size();
-    } else if (argument.role == Role::kKind) {
-      slot = Slot::of(static_cast<int32_t>(variant % kKinds));
-      variant /= kKinds;
+    } else if (const std::vector<Slot>& values = parameter_values(argument.role); !values.empty()) {
+      slot = values[variant % values.size()];
+      variant /= values.size();
     } else {
       argument.element->fill_random(slot.bytes, argument.element->parts, random, flavour);
     }

@@ -60,6 +60,7 @@ Role role_of(const std::string& word) {
   if (word == "val") return Role::kConstant;
   if (word == "scale") return Role::kScale;
   if (word == "kind") return Role::kKind;
+  if (word == "rndMode") return Role::kRoundMode;
   if (word == "srcDst") return Role::kSourceDestination;
   if (word == "src" || word == "src1" || word == "src2" || word == "srcRe" || word == "srcIm")
     return Role::kSource;
@@ -84,7 +85,9 @@ bool matches(const Argument& argument) {
     return std::is_pointer_v<T> && argument.element != nullptr &&
            std::is_const_v<std::remove_pointer_t<T>> == (argument.role == Role::kSource);
   }
-  if (argument.role == Role::kLength || argument.role == Role::kKind) return std::is_same_v<T, int32_t>;
+  if (argument.role == Role::kLength || argument.role == Role::kKind || argument.role == Role::kRoundMode) {
+    return std::is_same_v<T, int32_t>;
+  }
   if (argument.role == Role::kScale) return std::is_same_v<T, double>;
   return argument.role != Role::kConstant || kIsElement<T>;
 }

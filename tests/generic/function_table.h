@@ -44,6 +44,7 @@ enum class Role {
   kLength,
   kScale,
   kKind,
+  kRoundMode,
   kOther
 };
 
@@ -60,7 +61,7 @@ struct Argument {
   bool is_read() const { return role == Role::kSource || role == Role::kSourceDestination; }
   bool is_written() const { return is_pointer() && role != Role::kSource; }
   bool is_input_value() const {
-    return role == Role::kConstant || role == Role::kScale || role == Role::kKind;
+    return role == Role::kConstant || role == Role::kScale || role == Role::kKind || role == Role::kRoundMode;
   }
 };
 

@@ -11,8 +11,9 @@ namespace zivks_test {
 inline const Reference* find_reference(const Function& function) {
   static const References references = [] {
     References all;
-    for (const auto& family : {copy_references, complex_layout_references, arithmetic_references,
-                               conversion_references, extremes_references, zero_crossing_references}) {
+    for (const auto& family :
+         {copy_references, complex_layout_references, arithmetic_references, scaled_arithmetic_references,
+          conversion_references, extremes_references, zero_crossing_references}) {
       all.merge(family());
     }
     return all;

@@ -23,6 +23,7 @@ using References = std::map<std::string, Reference>;  // by function name
 References copy_references();
 References complex_layout_references();
 References arithmetic_references();
+References scaled_arithmetic_references();
 References conversion_references();
 References extremes_references();
 References zero_crossing_references();
