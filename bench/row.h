@@ -35,6 +35,7 @@ struct Requirement {
 inline constexpr Requirement kPlain = {1.0, 1.0};
 inline constexpr Requirement kWidening = {1.5, 1.0};  // also rounding
 inline constexpr Requirement kSaturating = {1.5, 0.5};
+inline constexpr Requirement kScaled = {2.0, 1.0 / 3};  // rounding and saturating integers
 inline constexpr Requirement kExtreme = {1.0, 0.5};
 inline constexpr Requirement kNanWatching = {1.5, 0.5};  // extremes of floats
 
@@ -150,12 +151,12 @@ struct Length : NoArray {
   }
 };
 
-template <int value>
+template <int value, int divisor = 1>
 struct Number : NoArray {
   template <class Parameter>
   static Parameter get(const Arrays&, int32_t) {
     if constexpr (std::is_arithmetic_v<Parameter>) {
-      return static_cast<Parameter>(value);
+      return static_cast<Parameter>(value) / divisor;
     } else {
       return Parameter{value, value - 1};
     }
@@ -172,8 +173,8 @@ inline constexpr Result<0> result, pMin;
 inline constexpr Result<1> pMax;
 inline constexpr Length len;
 inline constexpr Number<3> val;
-template <int value>
-inline constexpr Number<value> number;
+template <int value, int divisor = 1>
+inline constexpr Number<value, divisor> number;
 
 }  // namespace role
 

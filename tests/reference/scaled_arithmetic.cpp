@@ -23,12 +23,9 @@ enum class Rounding { kToZero, kDown, kTiesToEven, kTiesUp, kTiesDown };
 
 Exact divided_by_power_of_two(Exact value, int exponent, Rounding rounding) {
   // Operands have 65 bits at most, so that from 67 on the exponent makes no difference.
-  const Exact divisor = Exact{1} << std::min(exponent, 67);
-  Exact quotient = value / divisor, rest = value % divisor;
-  if (rest < 0) {
-    quotient -= 1;
-    rest += divisor;
-  }
+  exponent = std::min(exponent, 67);
+  const Exact divisor = Exact{1} << exponent;
+  const Exact quotient = value >> exponent, rest = value - quotient * divisor;
   switch (rounding) {
     case Rounding::kToZero: return quotient + (quotient < 0 && rest != 0);
     case Rounding::kDown: return quotient;
