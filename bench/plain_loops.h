@@ -268,6 +268,89 @@ struct RoundScaled {
   }
 };
 
+// Scaled integers. Sums and differences are exact in the float that is multiplied.
+
+template <class T, class Float>
+T rounded_and_clamped(Float value) {
+  constexpr auto kLow = static_cast<Float>(std::numeric_limits<T>::min());
+  constexpr auto kHigh = static_cast<Float>(std::numeric_limits<T>::max());
+  return static_cast<T>(std::nearbyint(std::min(std::max(value, kLow), kHigh)));
+}
+
+template <class Operation, class T, class Float>
+T scaled(T a, T b, Float factor) {
+  if constexpr (kIsComplex<T>) {
+    return {scaled<Operation>(a.re, b.re, factor), scaled<Operation>(a.im, b.im, factor)};
+  } else {
+    return rounded_and_clamped<T>(Operation{}(static_cast<Float>(a), static_cast<Float>(b)) * factor);
+  }
+}
+
+template <class T>
+using FactorOf = std::conditional_t<(sizeof(PartOf<T>) < 4), float, double>;
+
+template <class Operation>
+struct Scaled {
+  template <class T>
+  PLAIN_LOOP void operator()(const T* src1, const T* src2, T* dst, int32_t len, double scale) const {
+    const auto factor = static_cast<FactorOf<T>>(1.0 / scale);
+    for (int32_t i = 0; i < len; ++i) dst[i] = scaled<Operation>(src1[i], src2[i], factor);
+  }
+  template <class T>
+  PLAIN_LOOP void operator()(const T* src, T val, T* dst, int32_t len, double scale) const {
+    const auto factor = static_cast<FactorOf<T>>(1.0 / scale);
+    for (int32_t i = 0; i < len; ++i) dst[i] = scaled<Operation>(src[i], val, factor);
+  }
+};
+
+template <class Operation>
+struct ScaledInPlace {
+  template <class T>
+  PLAIN_LOOP void operator()(const T* src, T* srcDst, int32_t len, double scale) const {
+    const auto factor = static_cast<FactorOf<T>>(1.0 / scale);
+    for (int32_t i = 0; i < len; ++i) srcDst[i] = scaled<Operation>(src[i], srcDst[i], factor);
+  }
+  template <class T>
+  PLAIN_LOOP void operator()(T val, T* srcDst, int32_t len, double scale) const {
+    const auto factor = static_cast<FactorOf<T>>(1.0 / scale);
+    for (int32_t i = 0; i < len; ++i) srcDst[i] = scaled<Operation>(srcDst[i], val, factor);
+  }
+};
+
+// No float holds sums of 64 bits.
+__extension__ typedef __int128 Int128;
+
+struct AddScaled64 {
+  template <class T>
+  PLAIN_LOOP void operator()(const T* src1, const T* src2, T* dst, int32_t len, double scale) const {
+    add(dst, len, ZIVK_RND_NEAR, scale, [=](int32_t i) { return Int128{src1[i]} + src2[i]; });
+  }
+  template <class T>
+  PLAIN_LOOP void operator()(const T* src, T val, T* dst, int32_t len, int32_t rndMode, double scale) const {
+    add(dst, len, rndMode, scale, [=](int32_t i) { return Int128{src[i]} + val; });
+  }
+
+ private:
+  template <class T, class Sum>
+  [[gnu::always_inline]] static void add(T* dst, int32_t len, int32_t rndMode, double scale, Sum sum) {
+    const int shift = std::ilogb(scale);
+    if (shift <= 0) {
+      for (int32_t i = 0; i < len; ++i) dst[i] = clamp_to<T>(sum(i) * (Int128{1} << -shift));
+      return;
+    }
+    const Int128 half = Int128{1} << (shift - 1);
+    if (rndMode == ZIVK_RND_ZERO) {
+      for (int32_t i = 0; i < len; ++i) dst[i] = static_cast<T>(sum(i) / (half * 2));
+    } else if (rndMode == ZIVK_RND_NEAR) {
+      for (int32_t i = 0; i < len; ++i) {
+        dst[i] = static_cast<T>((sum(i) + half - 1 + ((sum(i) >> shift) & 1)) >> shift);
+      }
+    } else {
+      for (int32_t i = 0; i < len; ++i) dst[i] = static_cast<T>((sum(i) + half) >> shift);
+    }
+  }
+};
+
 // Copies and fills.
 
 struct CopyForward {

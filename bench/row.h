@@ -36,6 +36,7 @@ inline constexpr Requirement kPlain = {1.0, 1.0};
 inline constexpr Requirement kWidening = {1.5, 1.0};  // also rounding
 inline constexpr Requirement kRounding = {2.0, 0.5};  // to saturated integers
 inline constexpr Requirement kSaturating = {1.5, 0.5};
+inline constexpr Requirement kScaled = {2.0, 1.0 / 3};  // rounding and saturating integers
 inline constexpr Requirement kExtreme = {1.0, 0.5};
 inline constexpr Requirement kNanWatching = {1.5, 0.5};  // extremes of floats
 inline constexpr Requirement kPosition = {3.0, 0.5};
@@ -153,12 +154,12 @@ struct Length : NoArray {
   }
 };
 
-template <int value>
+template <int value, int divisor = 1>
 struct Number : NoArray {
   template <class Parameter>
   static Parameter get(const Arrays&, int32_t) {
     if constexpr (std::is_arithmetic_v<Parameter>) {
-      return static_cast<Parameter>(value);
+      return static_cast<Parameter>(value) / divisor;
     } else {
       return Parameter{value, value - 1};
     }
@@ -181,8 +182,8 @@ inline constexpr Result<2> pMax;
 inline constexpr Result<3> pMaxIndx;
 inline constexpr Length len;
 inline constexpr Number<3> val;
-template <int value>
-inline constexpr Number<value> number;
+template <int value, int divisor = 1>
+inline constexpr Number<value, divisor> number;
 
 }  // namespace role
 

@@ -139,7 +139,7 @@ struct ComplexArray {
 
   template <size_t elements>
   ZIVKS_INLINE void prefetch(size_t i) const {
-    prefetch_ahead<distance, 2 * elements * sizeof(Element), std::is_const_v<Pointed>>(parts + 2 * i);
+    prefetch_ahead<distance, 2 * elements * sizeof(Element)>(parts + 2 * i);
   }
 
  private:

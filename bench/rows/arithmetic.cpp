@@ -2,6 +2,13 @@
 
 namespace bench {
 
+// The unscaled path, the shallowest and a deeper division, and a multiplication.
+#define AT_FOUR_SCALES(function, plain_loop, ...)                                            \
+  ROW(function, kScaled, plain_loop, NoRoutine, __VA_ARGS__, number<1>).with("scale 1"),     \
+      ROW(function, kScaled, plain_loop, NoRoutine, __VA_ARGS__, number<2>).with("scale 2"), \
+      ROW(function, kScaled, plain_loop, NoRoutine, __VA_ARGS__, number<8>).with("scale 8"), \
+      ROW(function, kScaled, plain_loop, NoRoutine, __VA_ARGS__, number<1, 2>).with("scale 0.5")
+
 std::vector<Row> arithmetic_rows() {
   using namespace role;
   return {
@@ -64,6 +71,95 @@ std::vector<Row> arithmetic_rows() {
       ROW(ZIVKS_Add_16s32f, kWidening, ElementWise<Add>, NoRoutine, src1, src2, dst, len),
       ROW(ZIVKS_Sub_16s32f, kWidening, ElementWise<SubtractReversed>, NoRoutine, src1, src2, dst, len),
       ROW(ZIVKS_Add_16s32s_I, kWidening, InPlace<AddWrapping>, NoRoutine, src, srcDst, len),
+
+      AT_FOUR_SCALES(ZIVKS_Add_8u_S, Scaled<Add>, src1, src2, dst, len),
+      AT_FOUR_SCALES(ZIVKS_Add_16u_S, Scaled<Add>, src1, src2, dst, len),
+      AT_FOUR_SCALES(ZIVKS_Add_16s_S, Scaled<Add>, src1, src2, dst, len),
+      AT_FOUR_SCALES(ZIVKS_Add_32s_S, Scaled<Add>, src1, src2, dst, len),
+      AT_FOUR_SCALES(ZIVKS_Add_16sc_S, Scaled<Add>, src1, src2, dst, len),
+      AT_FOUR_SCALES(ZIVKS_Add_32sc_S, Scaled<Add>, src1, src2, dst, len),
+      ROW(ZIVKS_Add_8u_IS, kScaled, ScaledInPlace<Add>, NoRoutine, src, srcDst, len, number<2>),
+      ROW(ZIVKS_Add_16u_IS, kScaled, ScaledInPlace<Add>, NoRoutine, src, srcDst, len, number<2>),
+      ROW(ZIVKS_Add_16s_IS, kScaled, ScaledInPlace<Add>, NoRoutine, src, srcDst, len, number<2>),
+      ROW(ZIVKS_Add_32s_IS, kScaled, ScaledInPlace<Add>, NoRoutine, src, srcDst, len, number<2>),
+      ROW(ZIVKS_Add_16sc_IS, kScaled, ScaledInPlace<Add>, NoRoutine, src, srcDst, len, number<2>),
+      ROW(ZIVKS_Add_32sc_IS, kScaled, ScaledInPlace<Add>, NoRoutine, src, srcDst, len, number<2>),
+
+      AT_FOUR_SCALES(ZIVKS_Sub_8u_S, Scaled<SubtractReversed>, src1, src2, dst, len),
+      AT_FOUR_SCALES(ZIVKS_Sub_16u_S, Scaled<SubtractReversed>, src1, src2, dst, len),
+      AT_FOUR_SCALES(ZIVKS_Sub_16s_S, Scaled<SubtractReversed>, src1, src2, dst, len),
+      AT_FOUR_SCALES(ZIVKS_Sub_32s_S, Scaled<SubtractReversed>, src1, src2, dst, len),
+      AT_FOUR_SCALES(ZIVKS_Sub_16sc_S, Scaled<SubtractReversed>, src1, src2, dst, len),
+      AT_FOUR_SCALES(ZIVKS_Sub_32sc_S, Scaled<SubtractReversed>, src1, src2, dst, len),
+      ROW(ZIVKS_Sub_8u_IS, kScaled, ScaledInPlace<SubtractReversed>, NoRoutine, src, srcDst, len, number<2>),
+      ROW(ZIVKS_Sub_16u_IS, kScaled, ScaledInPlace<SubtractReversed>, NoRoutine, src, srcDst, len, number<2>),
+      ROW(ZIVKS_Sub_16s_IS, kScaled, ScaledInPlace<SubtractReversed>, NoRoutine, src, srcDst, len, number<2>),
+      ROW(ZIVKS_Sub_32s_IS, kScaled, ScaledInPlace<SubtractReversed>, NoRoutine, src, srcDst, len, number<2>),
+      ROW(ZIVKS_Sub_16sc_IS, kScaled, ScaledInPlace<SubtractReversed>, NoRoutine, src, srcDst, len,
+          number<2>),
+      ROW(ZIVKS_Sub_32sc_IS, kScaled, ScaledInPlace<SubtractReversed>, NoRoutine, src, srcDst, len,
+          number<2>),
+
+      AT_FOUR_SCALES(ZIVKS_AddC_8u_S, Scaled<Add>, src, val, dst, len),
+      AT_FOUR_SCALES(ZIVKS_AddC_16u_S, Scaled<Add>, src, val, dst, len),
+      AT_FOUR_SCALES(ZIVKS_AddC_16s_S, Scaled<Add>, src, val, dst, len),
+      AT_FOUR_SCALES(ZIVKS_AddC_32s_S, Scaled<Add>, src, val, dst, len),
+      AT_FOUR_SCALES(ZIVKS_AddC_16sc_S, Scaled<Add>, src, val, dst, len),
+      AT_FOUR_SCALES(ZIVKS_AddC_32sc_S, Scaled<Add>, src, val, dst, len),
+      ROW(ZIVKS_AddC_8u_IS, kScaled, ScaledInPlace<Add>, NoRoutine, val, srcDst, len, number<2>),
+      ROW(ZIVKS_AddC_16u_IS, kScaled, ScaledInPlace<Add>, NoRoutine, val, srcDst, len, number<2>),
+      ROW(ZIVKS_AddC_16s_IS, kScaled, ScaledInPlace<Add>, NoRoutine, val, srcDst, len, number<2>),
+      ROW(ZIVKS_AddC_32s_IS, kScaled, ScaledInPlace<Add>, NoRoutine, val, srcDst, len, number<2>),
+      ROW(ZIVKS_AddC_16sc_IS, kScaled, ScaledInPlace<Add>, NoRoutine, val, srcDst, len, number<2>),
+      ROW(ZIVKS_AddC_32sc_IS, kScaled, ScaledInPlace<Add>, NoRoutine, val, srcDst, len, number<2>),
+
+      AT_FOUR_SCALES(ZIVKS_SubC_8u_S, Scaled<Subtract>, src, val, dst, len),
+      AT_FOUR_SCALES(ZIVKS_SubC_16u_S, Scaled<Subtract>, src, val, dst, len),
+      AT_FOUR_SCALES(ZIVKS_SubC_16s_S, Scaled<Subtract>, src, val, dst, len),
+      AT_FOUR_SCALES(ZIVKS_SubC_32s_S, Scaled<Subtract>, src, val, dst, len),
+      AT_FOUR_SCALES(ZIVKS_SubC_16sc_S, Scaled<Subtract>, src, val, dst, len),
+      AT_FOUR_SCALES(ZIVKS_SubC_32sc_S, Scaled<Subtract>, src, val, dst, len),
+      ROW(ZIVKS_SubC_8u_IS, kScaled, ScaledInPlace<Subtract>, NoRoutine, val, srcDst, len, number<2>),
+      ROW(ZIVKS_SubC_16u_IS, kScaled, ScaledInPlace<Subtract>, NoRoutine, val, srcDst, len, number<2>),
+      ROW(ZIVKS_SubC_16s_IS, kScaled, ScaledInPlace<Subtract>, NoRoutine, val, srcDst, len, number<2>),
+      ROW(ZIVKS_SubC_32s_IS, kScaled, ScaledInPlace<Subtract>, NoRoutine, val, srcDst, len, number<2>),
+      ROW(ZIVKS_SubC_16sc_IS, kScaled, ScaledInPlace<Subtract>, NoRoutine, val, srcDst, len, number<2>),
+      ROW(ZIVKS_SubC_32sc_IS, kScaled, ScaledInPlace<Subtract>, NoRoutine, val, srcDst, len, number<2>),
+
+      AT_FOUR_SCALES(ZIVKS_SubCRev_8u_S, Scaled<SubtractReversed>, src, val, dst, len),
+      AT_FOUR_SCALES(ZIVKS_SubCRev_16u_S, Scaled<SubtractReversed>, src, val, dst, len),
+      AT_FOUR_SCALES(ZIVKS_SubCRev_16s_S, Scaled<SubtractReversed>, src, val, dst, len),
+      AT_FOUR_SCALES(ZIVKS_SubCRev_32s_S, Scaled<SubtractReversed>, src, val, dst, len),
+      AT_FOUR_SCALES(ZIVKS_SubCRev_16sc_S, Scaled<SubtractReversed>, src, val, dst, len),
+      AT_FOUR_SCALES(ZIVKS_SubCRev_32sc_S, Scaled<SubtractReversed>, src, val, dst, len),
+      ROW(ZIVKS_SubCRev_8u_IS, kScaled, ScaledInPlace<SubtractReversed>, NoRoutine, val, srcDst, len,
+          number<2>),
+      ROW(ZIVKS_SubCRev_16u_IS, kScaled, ScaledInPlace<SubtractReversed>, NoRoutine, val, srcDst, len,
+          number<2>),
+      ROW(ZIVKS_SubCRev_16s_IS, kScaled, ScaledInPlace<SubtractReversed>, NoRoutine, val, srcDst, len,
+          number<2>),
+      ROW(ZIVKS_SubCRev_32s_IS, kScaled, ScaledInPlace<SubtractReversed>, NoRoutine, val, srcDst, len,
+          number<2>),
+      ROW(ZIVKS_SubCRev_16sc_IS, kScaled, ScaledInPlace<SubtractReversed>, NoRoutine, val, srcDst, len,
+          number<2>),
+      ROW(ZIVKS_SubCRev_32sc_IS, kScaled, ScaledInPlace<SubtractReversed>, NoRoutine, val, srcDst, len,
+          number<2>),
+
+      AT_FOUR_SCALES(ZIVKS_Add_64s_S, AddScaled64, src1, src2, dst, len),
+      AT_FOUR_SCALES(ZIVKS_AddC_64s_S, AddScaled64, src, val, dst, len, number<ZIVK_RND_NEAR>),
+      AT_FOUR_SCALES(ZIVKS_AddC_64u_S, AddScaled64, src, val, dst, len, number<ZIVK_RND_NEAR>),
+      ROW(ZIVKS_AddC_64s_S, kScaled, AddScaled64, NoRoutine, src, val, dst, len, number<ZIVK_RND_ZERO>,
+          number<8>)
+          .with("scale 8, to zero"),
+      ROW(ZIVKS_AddC_64s_S, kScaled, AddScaled64, NoRoutine, src, val, dst, len, number<ZIVK_RND_AWAY>,
+          number<8>)
+          .with("scale 8, ties up"),
+      ROW(ZIVKS_AddC_64u_S, kScaled, AddScaled64, NoRoutine, src, val, dst, len, number<ZIVK_RND_ZERO>,
+          number<8>)
+          .with("scale 8, to zero"),
+      ROW(ZIVKS_AddC_64u_S, kScaled, AddScaled64, NoRoutine, src, val, dst, len, number<ZIVK_RND_AWAY>,
+          number<8>)
+          .with("scale 8, ties up"),
 
       ROW(ZIVKS_Abs_16s, kSaturating, ElementWise<Absolute>, NoRoutine, src, dst, len),
       ROW(ZIVKS_Abs_32s, kSaturating, ElementWise<Absolute>, NoRoutine, src, dst, len),
