@@ -229,7 +229,7 @@ ZIVKS_API ZIVKStatus ZIVKS_SubCRev_64fc_I(ZIVK64fc val, ZIVK64fc* srcDst, int32_
  * @{
  */
 
-/** @name Add
+/** @name Integer Add
  *  @{ */
 
 /**
@@ -265,7 +265,7 @@ ZIVKS_API ZIVKStatus ZIVKS_Add_16s32f(const int16_t* src1, const int16_t* src2, 
 
 /** @} */
 
-/** @name Add, in place
+/** @name Integer Add, in place
  *  @{ */
 
 /**
@@ -295,7 +295,7 @@ ZIVKS_API ZIVKStatus ZIVKS_Add_16s32s_I(const int16_t* src, int32_t* srcDst, int
 
 /** @} */
 
-/** @name Sub
+/** @name Integer Sub
  *  @{ */
 
 /**
@@ -332,7 +332,7 @@ ZIVKS_API ZIVKStatus ZIVKS_Sub_16s_I(const int16_t* src, int16_t* srcDst, int32_
 
 /** @} */
 
-/** @name AddC and SubC, in place
+/** @name Integer AddC and SubC, in place
  *  Without a scale these exist in place only.
  *  @{ */
 
@@ -389,7 +389,7 @@ ZIVKS_API ZIVKStatus ZIVKS_SubC_16s_I(int16_t val, int16_t* srcDst, int32_t len)
  * @{
  */
 
-/** @name Add
+/** @name Scaled Add
  *  @{ */
 
 /**
@@ -419,7 +419,7 @@ ZIVKS_API ZIVKStatus ZIVKS_Add_64s_S(const int64_t* src1, const int64_t* src2, i
 
 /** @} */
 
-/** @name Add, in place
+/** @name Scaled Add, in place
  *  @{ */
 
 /**
@@ -440,7 +440,7 @@ ZIVKS_API ZIVKStatus ZIVKS_Add_32sc_IS(const ZIVK32sc* src, ZIVK32sc* srcDst, in
 
 /** @} */
 
-/** @name Sub
+/** @name Scaled Sub
  *  @{ */
 
 /**
@@ -482,7 +482,7 @@ ZIVKS_API ZIVKStatus ZIVKS_Sub_8u_S(const uint8_t* src1, const uint8_t* src2, ui
 
 /** @} */
 
-/** @name Sub, in place
+/** @name Scaled Sub, in place
  *  @{ */
 
 /**
@@ -513,7 +513,7 @@ ZIVKS_API ZIVKStatus ZIVKS_Sub_8u_IS(const uint8_t* src, uint8_t* srcDst, int32_
 
 /** @} */
 
-/** @name AddC
+/** @name Scaled AddC
  *  @{ */
 
 /**
@@ -586,7 +586,7 @@ ZIVKS_API ZIVKStatus ZIVKS_AddC_64u_S(const uint64_t* src, uint64_t val, uint64_
 
 /** @} */
 
-/** @name AddC, in place
+/** @name Scaled AddC, in place
  *  @{ */
 
 /**
@@ -617,7 +617,7 @@ ZIVKS_API ZIVKStatus ZIVKS_AddC_8u_IS(uint8_t val, uint8_t* srcDst, int32_t len,
 
 /** @} */
 
-/** @name SubC
+/** @name Scaled SubC
  *  @{ */
 
 /**
@@ -645,7 +645,7 @@ ZIVKS_API ZIVKStatus ZIVKS_SubC_32sc_S(const ZIVK32sc* src, ZIVK32sc val, ZIVK32
 
 /** @} */
 
-/** @name SubC, in place
+/** @name Scaled SubC, in place
  *  @{ */
 
 /**
@@ -666,7 +666,7 @@ ZIVKS_API ZIVKStatus ZIVKS_SubC_32sc_IS(ZIVK32sc val, ZIVK32sc* srcDst, int32_t 
 
 /** @} */
 
-/** @name SubCRev
+/** @name Scaled SubCRev
  *  @{ */
 
 /**
@@ -694,7 +694,7 @@ ZIVKS_API ZIVKStatus ZIVKS_SubCRev_32sc_S(const ZIVK32sc* src, ZIVK32sc val, ZIV
 
 /** @} */
 
-/** @name SubCRev, in place
+/** @name Scaled SubCRev, in place
  *  @{ */
 
 /**
