@@ -67,15 +67,17 @@ class ThresholdScales : public AgainstReference {
   std::vector<size_t> inputs_;
 };
 
+using AllPairs = ThresholdScales;
+
 // Each decisive value with each: of 8-bit types all pairs that there are.
-TEST_P(ThresholdScales, IsExactForAllPairsOfDecisiveValues) {
+TEST_P(AllPairs, AreExactAtThresholdScales) {
   const size_t count = element().count_decisive(false), pairs = count * count;
   Bytes firsts(pairs * element().bytes), seconds(pairs * element().bytes);
   element().fill_decisive(firsts.data(), pairs, 1, false);
   element().fill_decisive(seconds.data(), pairs, count, false);
   // A constant serves one row of the pairs. Long arrays consist of blocks, short ones have none.
   const size_t row = has_constant() ? count : pairs;
-  for (size_t step : {row, function().block - 1, size_t{7}}) {
+  for (size_t step : {row, std::max<size_t>(3, function().block - 1)}) {
     for (size_t start = 0; start < pairs;) {
       const size_t length = std::min(step, row - start % row);
       Operands operands = random_operands(function(), static_cast<int32_t>(length), 0);
@@ -91,6 +93,8 @@ TEST_P(ThresholdScales, IsExactForAllPairsOfDecisiveValues) {
   }
 }
 
+ZIVKS_FOR_FUNCTIONS(AllPairs, without_twins(scaled_arithmetic_functions()));
+
 uint64_t part_at(const unsigned char* bytes, size_t size) {
   uint64_t value = 0;
   std::memcpy(&value, bytes, size);  // both processors store the lowest byte first
@@ -104,7 +108,7 @@ void aim_at_ties(unsigned char* first, const unsigned char* second, bool second_
   const size_t size = element.part_bytes();
   for (size_t offset = 0; offset < bytes; offset += size) {
     const uint64_t b = part_at(second + (second_is_constant ? offset % element.bytes : offset), size);
-    const uint64_t whole = shift < 64 ? (random.next() >> random.below(64)) << shift : 0;
+    const uint64_t whole = shift >= 0 && shift < 64 ? (random.next() >> random.below(64)) << shift : 0;
     const uint64_t half = shift >= 1 && shift <= 64 ? uint64_t{1} << (shift - 1) : 0;
     const uint64_t target = whole + half + random.below(3) - 1;
     const uint64_t choices[] = {target - b, target + b, b - target};

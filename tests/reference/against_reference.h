@@ -2,6 +2,8 @@
 #ifndef ZIVKS_TESTS_REFERENCE_AGAINST_REFERENCE_H
 #define ZIVKS_TESTS_REFERENCE_AGAINST_REFERENCE_H
 
+#include <algorithm>
+
 #include "generic/every_function.h"
 #include "reference/reference.h"
 
@@ -25,6 +27,13 @@ inline const Reference* find_reference(const Function& function) {
     if (const auto found = references.find(candidate->name); found != references.end()) return &found->second;
   }
   return nullptr;
+}
+
+// For tests of many operands: what holds of an out-of-place form need not be shown again of its in-place form.
+inline std::vector<const Function*> without_twins(std::vector<const Function*> functions) {
+  const auto has_twin = [](const Function* function) { return function->out_of_place_twin() != nullptr; };
+  functions.erase(std::remove_if(functions.begin(), functions.end(), has_twin), functions.end());
+  return functions;
 }
 
 class AgainstReference : public FunctionTest {
