@@ -1,5 +1,6 @@
 // Exact overlap and in-place forms give what separate arrays give.
 #include <algorithm>
+#include <optional>
 
 #include "generic/every_function.h"
 
@@ -42,7 +43,28 @@ std::vector<const Function*> in_place_functions() {
   return list;
 }
 
-using ExactOverlap = FunctionTest;
+class ExactOverlap : public FunctionTest {
+ protected:
+  // With one source in the place of the destination, and another one as well if `also` names it.
+  void expect_result_of_separate_arrays(int32_t length, size_t variant, Alias alias,
+                                        std::optional<Alias> also) const {
+    Operands operands = random_operands(function(), length, variant);
+    const Bytes shared = operands.arrays[alias.source];
+    if (also) operands.arrays[also->source] = shared;
+    // An array both read and written keeps its part as a source.
+    if (function().arguments[alias.destination].is_read()) operands.arrays[alias.destination] = shared;
+    Call separate(function(), operands);
+    ASSERT_EQ(difference_of_call(function(), separate, {}), "") << "length " << length;
+    std::vector<Bytes> expected(operands.arrays.size());
+    expected[alias.destination] = separate.array(alias.destination);
+    Call overlapping(function(), operands, Placement::kRoomy, alias.destination, alias.source);
+    if (also) overlapping.slots[also->source] = overlapping.slots[alias.destination];
+    ASSERT_EQ(difference_of_call(function(), overlapping, expected), "")
+        << function().arguments[alias.destination].name << " = " << function().arguments[alias.source].name
+        << (also ? " = " + function().arguments[also->source].name : "") << ", length " << length
+        << ", variant " << variant;
+  }
+};
 
 TEST_P(ExactOverlap, GivesTheResultOfSeparateArrays) {
   const std::vector<Alias> aliases = aliases_of(function());
@@ -50,18 +72,11 @@ TEST_P(ExactOverlap, GivesTheResultOfSeparateArrays) {
   for (int32_t length : shape_lengths(function())) {
     for (size_t variant = 0; variant < count_variants(function()); ++variant) {
       for (const Alias& alias : aliases) {
-        Operands operands = random_operands(function(), length, variant);
-        Bytes& shared = operands.arrays[alias.source];
-        // An array both read and written keeps its part as a source.
-        if (function().arguments[alias.destination].is_read()) operands.arrays[alias.destination] = shared;
-        Call separate(function(), operands);
-        ASSERT_EQ(difference_of_call(function(), separate, {}), "") << "length " << length;
-        std::vector<Bytes> expected(operands.arrays.size());
-        expected[alias.destination] = separate.array(alias.destination);
-        Call overlapping(function(), operands, Placement::kRoomy, alias.destination, alias.source);
-        ASSERT_EQ(difference_of_call(function(), overlapping, expected), "")
-            << function().arguments[alias.destination].name << " = "
-            << function().arguments[alias.source].name << ", length " << length << ", variant " << variant;
+        ASSERT_NO_FATAL_FAILURE(expect_result_of_separate_arrays(length, variant, alias, {}));
+      }
+      if (aliases.size() > 1 && aliases.front().destination == aliases.back().destination) {
+        ASSERT_NO_FATAL_FAILURE(
+            expect_result_of_separate_arrays(length, variant, aliases.front(), aliases.back()));
       }
     }
   }
