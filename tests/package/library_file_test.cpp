@@ -84,6 +84,14 @@ TEST_F(LibraryFile, KeepsCodeAndStackSeparate) {
   EXPECT_TRUE(has_stack_flags);
 }
 
+TEST(CoreLibraryFile, ExportsTheServicesAndNothingElse) {
+  Names exported;
+  for (const ElfFile::Symbol& symbol : ElfFile(ZIVK_CORE_LIBRARY_FILE).dynamic_symbols()) {
+    if (symbol.defined) exported.insert(symbol.name);
+  }
+  EXPECT_EQ(exported, kServices);
+}
+
 // An ordinary program has all that the library must not have: the checks above are able to fail.
 TEST(ElfFile, SeesInAProgramWhatTheLibraryLacks) {
   const ElfFile program("/proc/self/exe");
