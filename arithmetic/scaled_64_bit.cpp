@@ -1,7 +1,7 @@
 // Scaled, saturating addition of 64-bit integers, with an array or with a constant.
 //
-// A scale is a power of two, 2^shift. The exact sum has 65 bits; it is shifted to the right and rounded or, with a
-// negative shift, saturated first and then shifted to the left with saturation.
+// A scale selects a power of two, 2^shift. The exact sum has 65 bits; it is shifted to the right and rounded
+// or, with a negative shift, saturated first and then shifted to the left with saturation.
 #include <zivks/arithmetic.h>
 #include <zivks/movement.h>
 
@@ -24,35 +24,36 @@ struct Quotient {
   U64 negative;   // all ones where the sum is negative
 };
 
-// How a quotient is rounded. The remainder carries into it once `addend` and one of the bits are added; that the sum
-// was halved before shows in ties only. unhalved() is for sums that are not divided further.
+// How a quotient is rounded. It grows by one where remainder + constant_addend() + addend_bit() reaches the
+// divisor, if keep_carry() agrees; the bit that halving the sum took off shows in ties only. A sum that is
+// not divided further grows by carry_of_half().
 struct TowardZero {
-  static uint64_t addend(uint64_t divisor) { return divisor - 1; }
-  static U64 bit(Quotient q) { return q.low; }
-  static U64 carries(Quotient q, U64 carry) { return carry & q.negative; }
-  static U64 unhalved(Quotient q) { return q.low & q.negative; }
+  static uint64_t constant_addend(uint64_t divisor) { return divisor - 1; }
+  static U64 addend_bit(Quotient q) { return q.low; }
+  static U64 keep_carry(Quotient q, U64 carry) { return carry & q.negative; }
+  static U64 carry_of_half(Quotient q) { return q.low & q.negative; }
 };
 struct TiesToEven {
-  static uint64_t addend(uint64_t divisor) { return divisor / 2 - 1; }
-  static U64 bit(Quotient q) { return (q.value | q.low) & broadcast(uint64_t{1}); }
-  static U64 carries(Quotient, U64 carry) { return carry; }
-  static U64 unhalved(Quotient q) { return q.low & q.value; }
+  static uint64_t constant_addend(uint64_t divisor) { return divisor / 2 - 1; }
+  static U64 addend_bit(Quotient q) { return (q.value | q.low) & broadcast(uint64_t{1}); }
+  static U64 keep_carry(Quotient, U64 carry) { return carry; }
+  static U64 carry_of_half(Quotient q) { return q.low & q.value; }
 };
 struct TiesUp {
-  static uint64_t addend(uint64_t divisor) { return divisor / 2; }
-  static U64 bit(Quotient) { return U64{}; }
-  static U64 carries(Quotient, U64 carry) { return carry; }
-  static U64 unhalved(Quotient q) { return q.low; }
+  static uint64_t constant_addend(uint64_t divisor) { return divisor / 2; }
+  static U64 addend_bit(Quotient) { return U64{}; }
+  static U64 keep_carry(Quotient, U64 carry) { return carry; }
+  static U64 carry_of_half(Quotient q) { return q.low; }
 };
 struct TiesDown {
-  static uint64_t addend(uint64_t divisor) { return divisor / 2 - 1; }
-  static U64 bit(Quotient q) { return q.low; }
-  static U64 carries(Quotient, U64 carry) { return carry; }
-  static U64 unhalved(Quotient) { return U64{}; }
+  static uint64_t constant_addend(uint64_t divisor) { return divisor / 2 - 1; }
+  static U64 addend_bit(Quotient q) { return q.low; }
+  static U64 keep_carry(Quotient, U64 carry) { return carry; }
+  static U64 carry_of_half(Quotient) { return U64{}; }
 };
 
-// For shifts by 1 to 64. Signed values are offset by 2^63, which makes them unsigned, and the quotient's share of the
-// offset is taken off it.
+// For shifts by 1 to 64. Signed values are offset by 2^63, which makes them unsigned, and the quotient's share
+// of the offset is taken off it.
 template <class Rounding, class T>
 ZIVKS_INLINE Register<T> round_sum(Register<T> a, Register<T> b, int shift) {
   constexpr uint64_t kOffset = std::is_signed_v<T> ? uint64_t{1} << 63 : 0;
@@ -66,10 +67,10 @@ ZIVKS_INLINE Register<T> round_sum(Register<T> a, Register<T> b, int shift) {
   quotient.remainder = half & broadcast(divisor - 1);
   quotient.low = (x ^ y) & one;
   quotient.negative = std::is_signed_v<T> ? U64(I64(half ^ offset) < I64{}) : U64{};
-  if (count == 0) return Register<T>(quotient.value + Rounding::unhalved(quotient));
-  const U64 carry =
-      shift_right(quotient.remainder + broadcast(Rounding::addend(divisor)) + Rounding::bit(quotient), count);
-  return Register<T>(quotient.value + Rounding::carries(quotient, carry));
+  if (count == 0) return Register<T>(quotient.value + Rounding::carry_of_half(quotient));
+  const U64 addend = broadcast(Rounding::constant_addend(divisor)) + Rounding::addend_bit(quotient);
+  const U64 carry = shift_right(quotient.remainder + addend, count);
+  return Register<T>(quotient.value + Rounding::keep_carry(quotient, carry));
 }
 
 template <class Rounding, class T, class Second>
@@ -91,38 +92,7 @@ void shift_right_rounded(const T* src, Second second, T* dst, size_t len, int sh
   }
 }
 
-// --- Left shifts ---------------------------------------------------------------------------
-
-// A count goes by its low 8 bits, which are negative from 128 to 255 and shift to the right then, halfway cases up. Of
-// 64-bit values nothing is left by a shift by more than 64.
-template <class T>
-T shift_wrapped(T value, int count) {
-  const int wrapped = static_cast<int8_t>(static_cast<uint8_t>(count));
-  if (wrapped >= 0) return shift_left_saturating(broadcast(value), wrapped)[0];
-  if (wrapped < -64) return 0;
-  const U64 zero = {};
-  return round_sum<TiesUp, T>(broadcast(value), Register<T>(zero), -wrapped)[0];
-}
-
-template <class T, class Second>
-void shift_left_clamped(const T* src, Second second, T* dst, size_t len, int count) {
-  constexpr int kWrapping = 128;
-  map(
-      dst, len,
-      [=](auto a, auto b) {
-        return lift<T>(
-            [=](auto x, auto y) {
-              const auto sum = add_saturating(x, y);
-              return count < kWrapping ? shift_left_saturating(sum, count) : sum;
-            },
-            a, b);
-      },
-      src, second);
-  if (count < kWrapping) return;
-  for (size_t i = 0; i < len; ++i) dst[i] = shift_wrapped(dst[i], count);
-}
-
-// --- Shapes of the exported functions --------------------------------------------------------
+// --- Other shifts --------------------------------------------------------------------------
 
 template <class T, class Second>
 void add_clamped(const T* src, Second second, T* dst, size_t len) {
@@ -132,11 +102,37 @@ void add_clamped(const T* src, Second second, T* dst, size_t len) {
       second);
 }
 
-int shift_of(double scale) { return -scale_exponent(scale); }
+// Halfway cases go up. Of 64-bit values nothing is left by a shift by more than 64.
+template <class T>
+T shift_wrapped(T value, int count) {
+  const int wrapped = wrapped_shift(count);
+  if (wrapped >= 0) return shift_left_saturating(broadcast(value), wrapped)[0];
+  if (wrapped < -64) return 0;
+  const U64 zero = {};
+  return round_sum<TiesUp, T>(broadcast(value), Register<T>(zero), -wrapped)[0];
+}
+
+template <class T, class Second>
+void shift_left_clamped(const T* src, Second second, T* dst, size_t len, int count) {
+  if (count >= kLeastWrappingShift) {
+    add_clamped(src, second, dst, len);
+    for (size_t i = 0; i < len; ++i) dst[i] = shift_wrapped(dst[i], count);
+    return;
+  }
+  map(
+      dst, len,
+      [=](auto a, auto b) {
+        return lift<T>([=](auto x, auto y) { return shift_left_saturating(add_saturating(x, y), count); }, a,
+                       b);
+      },
+      src, second);
+}
+
+// --- Shapes of the exported functions --------------------------------------------------------
 
 // Shifts by up to 64.
 template <class T>
-ZIVKStatus add_constant(const T* src, T val, T* dst, int32_t len, int32_t rndMode, int shift) {
+ZIVKStatus add_constant(const T* src, T val, T* dst, int32_t len, ZIVKRoundMode rndMode, int shift) {
   const Repeated<T> constant = {broadcast(val)};
   const auto count = static_cast<size_t>(len);
   if (shift < 0) {
@@ -148,10 +144,10 @@ ZIVKStatus add_constant(const T* src, T val, T* dst, int32_t len, int32_t rndMod
   } else if (rndMode == ZIVK_RND_NEAR) {
     shift_right_rounded<TiesToEven>(src, constant, dst, count, shift);
   } else if (std::is_signed_v<T> && val == std::numeric_limits<T>::min()) {
-    // With this constant every sum is negative, and a tie goes down in blocks of two, but up in the tail.
+    // With this constant a tie goes down in blocks of two, but up in the tail.
     const size_t blocks = count & ~size_t{1};
-    if (blocks < count) shift_right_rounded<TiesUp>(src + blocks, constant, dst + blocks, 1, shift);
     if (blocks > 0) shift_right_rounded<TiesDown>(src, constant, dst, blocks, shift);
+    if (blocks < count) shift_right_rounded<TiesUp>(src + blocks, constant, dst + blocks, 1, shift);
   } else {
     shift_right_rounded<TiesUp>(src, constant, dst, count, shift);
   }
@@ -164,7 +160,7 @@ ZIVKStatus ZIVKS_Add_64s_S(const int64_t* src1, const int64_t* src2, int64_t* ds
                            double scale) {
   if (ZIVKStatus status = check_arrays(len, src1, src2, dst)) return status;
   if (!is_valid_scale(scale)) return ZIVK_STS_SCALE_ERR;
-  const int shift = shift_of(scale);
+  const int shift = scale_shift(scale);
   const auto count = static_cast<size_t>(len);
   if (shift < 0) {
     shift_left_clamped(src1, src2, dst, count, -shift);
@@ -178,11 +174,11 @@ ZIVKStatus ZIVKS_Add_64s_S(const int64_t* src1, const int64_t* src2, int64_t* ds
   return ZIVK_STS_NO_ERR;
 }
 
-ZIVKStatus ZIVKS_AddC_64s_S(const int64_t* src, int64_t val, int64_t* dst, int32_t len, int32_t rndMode,
+ZIVKStatus ZIVKS_AddC_64s_S(const int64_t* src, int64_t val, int64_t* dst, int32_t len, ZIVKRoundMode rndMode,
                             double scale) {
   if (ZIVKStatus status = check_arrays(len, src, dst)) return status;
   if (!is_valid_scale(scale)) return ZIVK_STS_SCALE_ERR;
-  const int shift = shift_of(scale);
+  const int shift = scale_shift(scale);
   if (shift == 0 && val == 0) return ZIVKS_Copy_64s(src, dst, len);
   if (shift > (val == 0 ? 63 : 64)) {
     ZIVKS_Zero_64s(dst, len);
@@ -191,11 +187,11 @@ ZIVKStatus ZIVKS_AddC_64s_S(const int64_t* src, int64_t val, int64_t* dst, int32
   return add_constant(src, val, dst, len, rndMode, shift);
 }
 
-ZIVKStatus ZIVKS_AddC_64u_S(const uint64_t* src, uint64_t val, uint64_t* dst, int32_t len, int32_t rndMode,
-                            double scale) {
+ZIVKStatus ZIVKS_AddC_64u_S(const uint64_t* src, uint64_t val, uint64_t* dst, int32_t len,
+                            ZIVKRoundMode rndMode, double scale) {
   if (ZIVKStatus status = check_arrays(len, src, dst)) return status;
   if (!is_valid_scale(scale)) return ZIVK_STS_SCALE_ERR;
-  const int shift = shift_of(scale);
+  const int shift = scale_shift(scale);
   if (shift == 0 && val == 0) {
     return ZIVKS_Copy_64s(reinterpret_cast<const int64_t*>(src), reinterpret_cast<int64_t*>(dst), len);
   }

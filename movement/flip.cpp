@@ -1,13 +1,14 @@
 // Reversal of the order of elements.
 #include <zivks/movement.h>
 
+#include <algorithm>
+#include <utility>
+
 #include "core/checks.h"
 
 using namespace zivks;
 
 namespace {
-
-constexpr auto unchanged = [](auto a) { return a; };
 
 // The first `count` elements of the lanes, each of them of element_bytes, last one first.
 template <size_t count, size_t element_bytes, class T, size_t N, size_t... K>

@@ -554,10 +554,11 @@ ZIVKS_API ZIVKStatus ZIVKS_AddC_8u_S(const uint8_t* src, uint8_t val, uint8_t* d
 /**
  * Adds a constant and scales: `dst[i] = (src[i] + val) * M`. Where M is below 1, `rndMode` selects the
  * rounding: #ZIVK_RND_ZERO toward zero, #ZIVK_RND_NEAR to nearest with ties to even, and any other value,
- * which is no error, to nearest with ties upward, toward positive infinity.
+ * #ZIVK_RND_AWAY among them, to nearest with ties upward, toward positive infinity, also of negative sums. No
+ * value is an error.
  *
  * One case differs: with `val` = INT64_MIN and ties upward, whole blocks of two elements round ties downward,
- * and only an odd last element rounds them upward.
+ * and only an odd last element rounds them upward. From `scale` = 2^65 on all results are 0.
  *
  * @param src      source array
  * @param val      constant summand
@@ -571,7 +572,8 @@ ZIVKS_API ZIVKStatus ZIVKS_AddC_64s_S(const int64_t* src, int64_t val, int64_t* 
                                       ZIVKRoundMode rndMode, double scale);
 
 /**
- * Like ZIVKS_AddC_64s_S(), but ties are treated alike for every `val`.
+ * Like ZIVKS_AddC_64s_S(), but ties are treated alike for every `val`, and at `scale` = 2^65 sums above 2^64
+ * still round to 1 in the modes to nearest.
  *
  * @param src      source array
  * @param val      constant summand
@@ -590,7 +592,7 @@ ZIVKS_API ZIVKStatus ZIVKS_AddC_64u_S(const uint64_t* src, uint64_t val, uint64_
  *  @{ */
 
 /**
- * Adds a constant in place and scales: `srcDst[i] = (srcDst[i] + val) * M`.
+ * Adds a constant in place and scales: `srcDst[i] = (srcDst[i] + val) * M`. There is no 64-bit form.
  *
  * @param val     constant operand
  * @param srcDst  source and result
