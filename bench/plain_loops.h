@@ -259,6 +259,28 @@ T clamp_whole(F value) {
   }
 }
 
+struct Clamp {
+  uint8_t operator()(int8_t a) const { return static_cast<uint8_t>(std::max(a, int8_t{0})); }
+  int16_t operator()(int32_t a) const { return clamp_to<int16_t>(a); }
+};
+
+// In the precision that holds the elements.
+template <class Rounding>
+struct RoundScaledInteger {
+  template <class A, class T>
+  PLAIN_LOOP void operator()(const A* src, T* dst, int32_t len, ZIVKRoundMode, double scale) const {
+    RoundScaledInteger{}(src, dst, len, scale);
+  }
+  template <class A, class T>
+  PLAIN_LOOP void operator()(const A* src, T* dst, int32_t len, double scale) const {
+    using F = std::conditional_t<sizeof(A) <= 2, float, double>;
+    const F factor = static_cast<F>(1.0 / scale);
+    for (int32_t i = 0; i < len; ++i) {
+      dst[i] = clamp_whole<T>(Rounding{}(static_cast<F>(src[i]) * factor));
+    }
+  }
+};
+
 template <class Rounding>
 struct RoundScaled {
   template <class A, class T>

@@ -70,8 +70,8 @@ struct Array {
     prefetch_ahead<distance, elements * sizeof(Element), hint>(data + i);
   }
   template <size_t elements>
-  ZIVKS_INLINE void read_ahead(size_t i, size_t bytes_ahead) const {
-    zivks::read_ahead<elements * sizeof(Element)>(data + i, bytes_ahead);
+  ZIVKS_INLINE void read_ahead(size_t i) const {
+    zivks::read_ahead<elements * sizeof(Element)>(data + i);
   }
 
  private:
@@ -258,11 +258,11 @@ inline constexpr size_t kStepsPerTurn = std::max(size_t{1}, kTurnRegisters /
                                                                 std::max({kRegistersPerStep<Destination, N>,
                                                                           kRegistersPerStep<Sources, N>...}));
 
-// Loops that read more than they write gain from reading ahead in long arrays, others do not. In short arrays
-// they hint at what they are about to load.
+// Loops that read more than they write gain from reading ahead in long arrays, others do not.
 template <class Destination, class... Sources>
-inline constexpr bool kNarrows =
-    ((sizeof(typename Sources::Element) > sizeof(typename Destination::Element)) && ...);
+inline constexpr bool kReadsAhead = kReadAheadBytes > 0 && ((sizeof(typename Sources::Element) >
+                                                             sizeof(typename Destination::Element)) &&
+                                                            ...);
 
 // An array of at most N elements. The largest power of two C below `len` is found; the first C and the last C
 // elements, which together are the whole array, go through the kernel side by side, all of them loaded before
@@ -312,7 +312,7 @@ ZIVKS_INLINE void map_rest(Destination dst, size_t i, size_t last, Kernel kernel
   if constexpr (Steps > 1) map_rest<N, Steps / 2>(dst, i, last, kernel, src...);
 }
 
-template <class Destination, class Kernel, class... Sources>
+template <bool reads_ahead, class Destination, class Kernel, class... Sources>
 [[gnu::flatten]] ZIVKStatus map_operands(Destination dst, size_t len, Kernel kernel, Sources... src) {
   constexpr size_t N = step_elements<Destination, Sources...>();
   constexpr size_t kSteps = kStepsPerTurn<N, Destination, Sources...>;
@@ -327,12 +327,10 @@ template <class Destination, class Kernel, class... Sources>
   const size_t last = len - N;
   const auto last_result = kernel(src.template load<N>(last)...);
   const size_t last_turn = len - kTurn;
-  const bool is_long = len * sizeof(typename Destination::Element) >= kReadAheadFrom;
-  const size_t bytes_ahead = is_long ? kReadAheadBytes : 0;
   size_t i = 0;
   do {
     (src.template prefetch<kTurn>(i), ...);
-    if constexpr (kNarrows<Destination, Sources...>) (src.template read_ahead<kTurn>(i, bytes_ahead), ...);
+    if constexpr (reads_ahead) (src.template read_ahead<kTurn>(i), ...);
     dst.template prefetch<kTurn>(i);
     map_steps<N>(std::make_index_sequence<kSteps>(), dst, i, kernel, src...);
     i += kTurn;
@@ -346,7 +344,12 @@ template <class Destination, class Kernel, class... Sources>
 // as its own; other overlaps are not supported.
 template <class Destination, class Kernel, class... Sources>
 ZIVKS_INLINE ZIVKStatus map(Destination dst, size_t len, Kernel kernel, Sources... src) {
-  return map_operands(as_operand(dst), len, kernel, as_operand(src)...);
+  using To = decltype(as_operand(dst));
+  if constexpr (kReadsAhead<To, decltype(as_operand(src))...>) {
+    if (len * sizeof(typename To::Element) >= kReadAheadFrom)
+      return map_operands<true>(as_operand(dst), len, kernel, as_operand(src)...);
+  }
+  return map_operands<false>(as_operand(dst), len, kernel, as_operand(src)...);
 }
 
 // For functions whose blocks of B elements and whose tail are required to differ: whole blocks go through

@@ -123,10 +123,10 @@ struct Outcome {
 template <class F, class T>
 Outcome<T, F> convert(ZIVKStatus (*function)(const F*, T*, int32_t, ZIVKRoundMode, double), F value,
                       ZIVKRoundMode mode, double scale = 1) {
-  const std::vector<F> samples(8, value);
-  T alone = 77, block[8] = {77};
+  const std::vector<F> samples(16, value);
+  T alone = 77, block[16] = {77};
   EXPECT_EQ(function(&value, &alone, 1, mode, scale), ZIVK_STS_NO_ERR);
-  EXPECT_EQ(function(samples.data(), block, 8, mode, scale), ZIVK_STS_NO_ERR);
+  EXPECT_EQ(function(samples.data(), block, 16, mode, scale), ZIVK_STS_NO_ERR);
   return {alone, block[0]};
 }
 #define EXPECT_CONVERSION(tail, block, ...)             \
@@ -163,6 +163,28 @@ TEST(FloatToInteger, TailsOfFloat64AddOneHalf) {
                     ZIVK_RND_NEAR);
   EXPECT_CONVERSION((int64_t{1} << 52) + 1, (int64_t{1} << 52) + 1, ZIVKS_Convert_64f64s_S, odd,
                     ZIVK_RND_AWAY);
+}
+
+TEST(NarrowingConversion, TakesEveryRoundingModeFrom8uTo8s) {
+  for (ZIVKRoundMode mode : {ZIVKRoundMode{ZIVK_RND_AWAY}, 3, 7, -1, std::numeric_limits<ZIVKRoundMode>::min()}) {
+    EXPECT_CONVERSION(3, 3, ZIVKS_Convert_8u8s_S, uint8_t{5}, mode, 2);
+    EXPECT_CONVERSION(127, 127, ZIVKS_Convert_8u8s_S, uint8_t{255}, mode, 2);
+    EXPECT_CONVERSION(5, 5, ZIVKS_Convert_8u8s_S, uint8_t{5}, mode, 1);
+    EXPECT_CONVERSION(124, 124, ZIVKS_Convert_8u8s_S, uint8_t{31}, mode, 0.25);
+    EXPECT_CONVERSION(127, 127, ZIVKS_Convert_8u8s_S, uint8_t{32}, mode, 0.25);
+  }
+  EXPECT_CONVERSION(2, 2, ZIVKS_Convert_8u8s_S, uint8_t{5}, ZIVK_RND_NEAR, 2);
+}
+
+TEST(NarrowingConversion, BlocksThatGrowBeyondMeasureShiftByTheLowestByte) {
+  EXPECT_CONVERSION(127, 1, ZIVKS_Convert_8u8s_S, uint8_t{128}, ZIVK_RND_ZERO, std::ldexp(1, -(256 - 8)));
+  EXPECT_CONVERSION(127, 0, ZIVKS_Convert_8u8s_S, uint8_t{127}, ZIVK_RND_ZERO, std::ldexp(1, -(256 - 8)));
+  EXPECT_CONVERSION(127, 5, ZIVKS_Convert_8u8s_S, uint8_t{5}, ZIVK_RND_ZERO, std::ldexp(1, -256));
+  EXPECT_CONVERSION(0, 0, ZIVKS_Convert_8u8s_S, uint8_t{0}, ZIVK_RND_ZERO, std::ldexp(1, -128));
+}
+
+TEST(NarrowingConversion, TailFrom64sTo32sAddsOneHalf) {
+  EXPECT_CONVERSION(1, 0, ZIVKS_Convert_64s32s_S, (int64_t{1} << 53) - 1, ZIVK_RND_NEAR, 0x1p54);
 }
 
 }  // namespace
