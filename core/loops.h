@@ -105,6 +105,62 @@ struct Array {
   }
 };
 
+// An array of elements of three bytes, lowest byte first, of which a kernel sees 32-bit integers: in those that
+// it takes the upper byte is zero or, in signed ones, a copy of the sign; of those that it gives it is dropped.
+template <class Pointed, class Widened>
+struct PackedArray {
+  using Element = uint8_t;
+  static constexpr size_t kStepRegisters = 1;  // fewer than the other arrays take
+
+  Pointed* bytes;
+
+  template <size_t N>
+  ZIVKS_INLINE Lanes<Widened, N> load(size_t i) const {
+    return load_registers<N>(bytes + 3 * i, std::make_index_sequence<Lanes<Widened, N>::kParts>());
+  }
+  template <size_t N>
+  ZIVKS_INLINE void store(size_t i, Lanes<Widened, N> value) const {
+    store_registers(bytes + 3 * i, lift<uint32_t>([](auto x) { return U32(x); }, value),
+                    std::make_index_sequence<N / kTriples>());
+  }
+
+  // Pieces of odd sizes are put together in memory.
+  template <size_t N, size_t C>
+  ZIVKS_INLINE Lanes<Widened, N> load_ends(size_t len) const {
+    uint8_t both[3 * N] = {};
+    std::memcpy(both, bytes, 3 * C);
+    std::memcpy(both + 3 * C, bytes + 3 * (len - C), 3 * C);
+    return PackedArray<const uint8_t, Widened>{both}.template load<N>(0);
+  }
+  template <size_t N, size_t C>
+  ZIVKS_INLINE void store_ends(size_t len, Lanes<Widened, N> value) const {
+    uint8_t both[3 * N];
+    PackedArray<uint8_t, Widened>{both}.template store<N>(0, value);
+    std::memcpy(bytes, both, 3 * C);
+    std::memcpy(bytes + 3 * (len - C), both + 3 * C, 3 * C);
+  }
+
+  template <size_t>
+  ZIVKS_INLINE void prefetch(size_t) const {}
+
+ private:
+  template <size_t N, size_t... K>
+  ZIVKS_INLINE static Lanes<Widened, N> load_registers(const uint8_t* from, std::index_sequence<K...>) {
+    static_assert(N % kTriples == 0);
+    return {{load_widened_triples<Widened, K>(from)...}};
+  }
+  template <size_t N, size_t... I>
+  ZIVKS_INLINE static void store_registers(uint8_t* to, Lanes<uint32_t, N> value, std::index_sequence<I...>) {
+    constexpr size_t kRegisters = kTriples / kRegisterElements<uint32_t>;
+    (store_narrowed_triples(to + I * 3 * kTriples, value.part + I * kRegisters), ...);
+  }
+};
+
+template <class Widened, class Pointed>
+ZIVKS_INLINE PackedArray<Pointed, Widened> packed(Pointed* bytes) {
+  return {bytes};
+}
+
 // An array of complex numbers, given as their parts in turn: re, im, re, im ...
 template <class Pointed, size_t distance = 0>
 struct ComplexArray {

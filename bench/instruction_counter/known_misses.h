@@ -21,6 +21,9 @@ inline constexpr char kScale[] = "finding the multiplier takes some fifteen inst
 inline constexpr char kScaleAndMode[] =
     "checks, finding the multiplier and choosing the rounding mode take some forty instructions";
 inline constexpr char kScaleAndTail[] = "and up to seven elements of the tail are rounded one by one";
+inline constexpr char kOddPieces[] =
+    "the pieces of a short array of three-byte elements are put together in memory; and finding the "
+    "multiplier";
 inline constexpr char kTailRules[] = "whole blocks and tail have different rules, and a short array has both";
 inline constexpr char kKeptAroundTheMiddle[] =
     "of 14 elements in blocks of 8, six on either side of the middle are put back one by one";
@@ -108,6 +111,13 @@ inline constexpr KnownMiss kKnownMisses[] = {
     {"ZIVKS_Convert_64f32s_S near", kNoMiss, 188, kScaleAndTail},
     {"ZIVKS_Convert_64f64s_S near", kNoMiss, 179, kScaleAndTail},
     {"ZIVKS_Convert_64s32s_S near", kNoMiss, 138, kScaleAndTail},
+    {"ZIVKS_Convert_24s32f", kNoMiss, 64, kOddPieces},
+    {"ZIVKS_Convert_32u24u_S", kNoMiss, 129, kOddPieces},
+    {"ZIVKS_Convert_32u24u_S scale 1", kNoMiss, 87, kOddPieces},
+    {"ZIVKS_Convert_32s24s_S", kNoMiss, 132, kOddPieces},
+    {"ZIVKS_Convert_32s24s_S scale 1", kNoMiss, 90, kOddPieces},
+    {"ZIVKS_Convert_32f24u_S", kNoMiss, 100, kOddPieces},
+    {"ZIVKS_Convert_32f24s_S", kNoMiss, 107, kOddPieces},
     {"ZIVKS_Max_64f", kNoMiss, 62, kTailRules},
     {"ZIVKS_Min_64f", kNoMiss, 62, kTailRules},
     {"ZIVKS_MinMax_32f", kNoMiss, 74, kTailRules},

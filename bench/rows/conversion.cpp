@@ -60,6 +60,20 @@ std::vector<Row> conversion_rows() {
           number<ZIVK_RND_NEAR>, number<1>)
           .with("scale 1"),
 
+      ROW(ZIVKS_Convert_24u32u, kPacked, Unpack<Unsigned>, NoRoutine, triples(src), dst, len),
+      ROW(ZIVKS_Convert_24u32f, kPacked, Unpack<Unsigned>, NoRoutine, triples(src), dst, len),
+      ROW(ZIVKS_Convert_24s32s, kPacked, Unpack<Signed>, NoRoutine, triples(src), dst, len),
+      ROW(ZIVKS_Convert_24s32f, kPacked, Unpack<Signed>, NoRoutine, triples(src), dst, len),
+      ROW(ZIVKS_Convert_32u24u_S, kPacked, Pack<Unsigned>, NoRoutine, src, triples(dst), len, number<8>),
+      ROW(ZIVKS_Convert_32u24u_S, kPacked, Pack<Unsigned>, NoRoutine, src, triples(dst), len, number<1>)
+          .with("scale 1"),
+      ROW(ZIVKS_Convert_32s24s_S, kPacked, Pack<Signed>, NoRoutine, src, triples(dst), len, number<8>),
+      ROW(ZIVKS_Convert_32s24s_S, kPacked, Pack<Signed>, NoRoutine, src, triples(dst), len, number<1>)
+          .with("scale 1"),
+      ROW(ZIVKS_Convert_32f24u_S, kPacked, Pack<Unsigned>, NoRoutine, src, triples(dst), len,
+          number<1, 4096>),
+      ROW(ZIVKS_Convert_32f24s_S, kPacked, Pack<Signed>, NoRoutine, src, triples(dst), len, number<1, 4096>),
+
       ROW(ZIVKS_Convert_32f8u_S, kRounding, RoundScaled<TowardZero>, NoRoutine, src, dst, len,
           number<ZIVK_RND_ZERO>, number<4>)
           .with("zero"),

@@ -164,6 +164,37 @@ int8_t unsigned_to_signed(Place place, uint8_t value, int32_t mode, double scale
   return scaled_and_clamped<int8_t>(value, known ? mode : ZIVK_RND_AWAY, scale);
 }
 
+// --- Packed samples --------------------------------------------------------------------
+
+template <class T>
+T from_sample(PackedSample sample) {
+  const int64_t value = sample.bytes[0] + 256 * sample.bytes[1] + 65536 * sample.bytes[2];
+  return static_cast<T>(value);
+}
+template <class T>
+T from_signed_sample(PackedSample sample) {
+  const int64_t value = from_sample<int64_t>(sample);
+  return static_cast<T>(value < 0x800000 ? value : value - 0x1000000);
+}
+
+PackedSample sample_of(Number number, bool is_signed) {
+  const int64_t value =
+      rounded_and_clamped(number, ZIVK_RND_NEAR, is_signed ? -0x800000 : 0, is_signed ? 0x7FFFFF : 0xFFFFFF);
+  const int64_t bits = value < 0 ? value + 0x1000000 : value;
+  return {{static_cast<uint8_t>(bits % 256), static_cast<uint8_t>(bits / 256 % 256),
+           static_cast<uint8_t>(bits / 65536)}};
+}
+template <class S>
+PackedSample integer_to_sample(Place place, S value, double scale) {
+  const int exponent = reference_scale_exponent(scale);
+  return sample_of(exponent > 0 ? grown(place, value, exponent) : product_of(value, exponent),
+                   std::is_signed_v<S>);
+}
+template <bool is_signed>
+PackedSample float_to_sample(float value, double scale) {
+  return sample_of(number_of(double{product(value, scale)}), is_signed);
+}
+
 }  // namespace
 
 References conversion_references() {
@@ -189,6 +220,14 @@ References conversion_references() {
       {"ZIVKS_Convert_16s8s_S", elementwise(scaled_and_clamped<int8_t, int16_t>)},
       {"ZIVKS_Convert_32s16s_S", elementwise(scaled_to_nearest<int16_t, int32_t>)},
       {"ZIVKS_Convert_64s32s_S", elementwise(by_way_of_double)},
+      {"ZIVKS_Convert_24u32u", elementwise(from_sample<uint32_t>)},
+      {"ZIVKS_Convert_24u32f", elementwise(from_sample<float>)},
+      {"ZIVKS_Convert_24s32s", elementwise(from_signed_sample<int32_t>)},
+      {"ZIVKS_Convert_24s32f", elementwise(from_signed_sample<float>)},
+      {"ZIVKS_Convert_32u24u_S", elementwise(integer_to_sample<uint32_t>)},
+      {"ZIVKS_Convert_32s24s_S", elementwise(integer_to_sample<int32_t>)},
+      {"ZIVKS_Convert_32f24u_S", elementwise(float_to_sample<false>)},
+      {"ZIVKS_Convert_32f24s_S", elementwise(float_to_sample<true>)},
       {"ZIVKS_Convert_32f8u_S", elementwise(float_to_integer<uint8_t>)},
       {"ZIVKS_Convert_32f16u_S", elementwise(float_to_integer<uint16_t>)},
       {"ZIVKS_Convert_64f8u_S", elementwise(double_to_integer<uint8_t>)},
