@@ -259,12 +259,69 @@ T clamp_whole(F value) {
   }
 }
 
+struct Clamp {
+  uint8_t operator()(int8_t a) const { return static_cast<uint8_t>(std::max(a, int8_t{0})); }
+  int16_t operator()(int32_t a) const { return clamp_to<int16_t>(a); }
+};
+
+// In the precision that holds the elements.
+template <class Rounding>
+struct RoundScaledInteger {
+  template <class A, class T>
+  PLAIN_LOOP void operator()(const A* src, T* dst, int32_t len, ZIVKRoundMode, double scale) const {
+    RoundScaledInteger{}(src, dst, len, scale);
+  }
+  template <class A, class T>
+  PLAIN_LOOP void operator()(const A* src, T* dst, int32_t len, double scale) const {
+    using F = std::conditional_t<sizeof(A) <= 2, float, double>;
+    const F factor = static_cast<F>(1.0 / scale);
+    for (int32_t i = 0; i < len; ++i) {
+      dst[i] = clamp_whole<T>(Rounding{}(static_cast<F>(src[i]) * factor));
+    }
+  }
+};
+
 template <class Rounding>
 struct RoundScaled {
   template <class A, class T>
   PLAIN_LOOP void operator()(const A* src, T* dst, int32_t len, ZIVKRoundMode, double scale) const {
     const A factor = static_cast<A>(1.0 / scale);
     for (int32_t i = 0; i < len; ++i) dst[i] = clamp_whole<T>(Rounding{}(src[i] * factor));
+  }
+};
+
+// Samples of three bytes.
+struct Unsigned {
+  static constexpr int32_t kLeast = 0, kMost = 0xFFFFFF;
+};
+struct Signed {
+  static constexpr int32_t kLeast = -0x800000, kMost = 0x7FFFFF;
+};
+
+template <class Range>
+struct Unpack {
+  template <class T>
+  PLAIN_LOOP void operator()(const uint8_t* src, T* dst, int32_t len) const {
+    for (std::size_t i = 0; i < static_cast<std::size_t>(len); ++i) {
+      const int32_t bits = src[3 * i] | src[3 * i + 1] << 8 | src[3 * i + 2] << 16;
+      dst[i] = static_cast<T>(bits > Range::kMost ? bits - 0x1000000 : bits);
+    }
+  }
+};
+
+template <class Range>
+struct Pack {
+  template <class A>
+  PLAIN_LOOP void operator()(const A* src, uint8_t* dst, int32_t len, double scale) const {
+    using F = std::conditional_t<std::is_integral_v<A>, double, A>;
+    const F factor = static_cast<F>(1.0 / scale);
+    for (std::size_t i = 0; i < static_cast<std::size_t>(len); ++i) {
+      const F rounded = std::nearbyint(static_cast<F>(src[i]) * factor);
+      const auto sample = static_cast<int32_t>(std::clamp(rounded, F{Range::kLeast}, F{Range::kMost}));
+      dst[3 * i] = static_cast<uint8_t>(sample);
+      dst[3 * i + 1] = static_cast<uint8_t>(sample >> 8);
+      dst[3 * i + 2] = static_cast<uint8_t>(sample >> 16);
+    }
   }
 };
 

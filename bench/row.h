@@ -35,6 +35,7 @@ struct Requirement {
 inline constexpr Requirement kPlain = {1.0, 1.0};
 inline constexpr Requirement kWidening = {1.5, 1.0};  // also rounding
 inline constexpr Requirement kRounding = {2.0, 0.5};  // to saturated integers
+inline constexpr Requirement kPacked = {4.0, 0.5};    // samples of three bytes
 inline constexpr Requirement kSaturating = {1.5, 0.5};
 inline constexpr Requirement kScaled = {2.0, 1.0 / 3};  // rounding and saturating integers
 inline constexpr Requirement kExtreme = {1.0, 0.5};

@@ -13,19 +13,6 @@ namespace {
 // The loops of the rounding mode, one with the multiplication and, where `skips_one`, one without.
 enum MultiplierOfOne : bool { kMultiplies, kSkips };
 
-// Blocks of B elements and the tail differ only for float64 rounded to nearest: the tail adds one half,
-// and that sum is not always exact.
-template <ZIVKRoundMode mode, size_t B, class F, class T, class Product>
-void round_products(const F* src, T* dst, size_t len, Product product) {
-  const auto round = [product](auto a) { return round_saturating<T, mode>(product(a)); };
-  if constexpr (mode == ZIVK_RND_NEAR && sizeof(F) == sizeof(double)) {
-    map_blocks<B>(
-        dst, len, round, [product](F a) { return round_nearest_saturate<T>(product(a)); }, src);
-  } else {
-    map(dst, len, round, src);
-  }
-}
-
 template <size_t B, MultiplierOfOne one, class F, class T>
 ZIVKStatus convert_rounded(const F* src, T* dst, int32_t len, ZIVKRoundMode rndMode, double scale) {
   if (ZIVKStatus status = check_arrays(len, src, dst)) return status;
@@ -38,12 +25,13 @@ ZIVKStatus convert_rounded(const F* src, T* dst, int32_t len, ZIVKRoundMode rndM
   const auto count = static_cast<size_t>(len);
   with_rounding_mode(rndMode, [&](auto mode) {
     if constexpr (one == kSkips) {
-      if (factor == 1) return round_products<mode, B>(src, dst, count, [](auto a) { return a; });
+      if (factor == 1) return map_rounded<mode, B>(dst, count, unchanged, src);
     }
-    round_products<mode, B>(src, dst, count, [m = static_cast<F>(factor)](auto a) {
+    const auto multiply = [m = static_cast<F>(factor)](auto a) {
       if constexpr (std::is_same_v<decltype(a), F>) return a * m;
       if constexpr (!std::is_same_v<decltype(a), F>) return a * broadcast(m);
-    });
+    };
+    map_rounded<mode, B>(dst, count, multiply, src);
   });
   return ZIVK_STS_NO_ERR;
 }

@@ -17,6 +17,10 @@ template <class T, size_t distance, Prefetch hint>
 ZIVKS_INLINE bool is_null(Array<T, distance, hint> array) {
   return array.data == nullptr;
 }
+template <class T, class Widened>
+ZIVKS_INLINE bool is_null(PackedArray<T, Widened> array) {
+  return array.bytes == nullptr;
+}
 template <class T, size_t distance>
 ZIVKS_INLINE bool is_null(ComplexArray<T, distance> array) {
   return array.parts == nullptr;

@@ -70,8 +70,8 @@ struct Array {
     prefetch_ahead<distance, elements * sizeof(Element), hint>(data + i);
   }
   template <size_t elements>
-  ZIVKS_INLINE void read_ahead(size_t i, size_t bytes_ahead) const {
-    zivks::read_ahead<elements * sizeof(Element)>(data + i, bytes_ahead);
+  ZIVKS_INLINE void read_ahead(size_t i) const {
+    zivks::read_ahead<elements * sizeof(Element)>(data + i);
   }
 
  private:
@@ -104,6 +104,62 @@ struct Array {
     (zivks::store(data + len - C + K * kElements, value.part[K + C / kElements]), ...);
   }
 };
+
+// An array of elements of three bytes, lowest byte first, of which a kernel sees 32-bit integers: in those that
+// it takes the upper byte is zero or, in signed ones, a copy of the sign; of those that it gives it is dropped.
+template <class Pointed, class Widened>
+struct PackedArray {
+  using Element = uint8_t;
+  static constexpr size_t kStepRegisters = 1;  // fewer than the other arrays take
+
+  Pointed* bytes;
+
+  template <size_t N>
+  ZIVKS_INLINE Lanes<Widened, N> load(size_t i) const {
+    return load_registers<N>(bytes + 3 * i, std::make_index_sequence<Lanes<Widened, N>::kParts>());
+  }
+  template <size_t N>
+  ZIVKS_INLINE void store(size_t i, Lanes<Widened, N> value) const {
+    store_registers(bytes + 3 * i, lift<uint32_t>([](auto x) { return U32(x); }, value),
+                    std::make_index_sequence<N / kTriples>());
+  }
+
+  // Pieces of odd sizes are put together in memory.
+  template <size_t N, size_t C>
+  ZIVKS_INLINE Lanes<Widened, N> load_ends(size_t len) const {
+    uint8_t both[3 * N] = {};
+    std::memcpy(both, bytes, 3 * C);
+    std::memcpy(both + 3 * C, bytes + 3 * (len - C), 3 * C);
+    return PackedArray<const uint8_t, Widened>{both}.template load<N>(0);
+  }
+  template <size_t N, size_t C>
+  ZIVKS_INLINE void store_ends(size_t len, Lanes<Widened, N> value) const {
+    uint8_t both[3 * N];
+    PackedArray<uint8_t, Widened>{both}.template store<N>(0, value);
+    std::memcpy(bytes, both, 3 * C);
+    std::memcpy(bytes + 3 * (len - C), both + 3 * C, 3 * C);
+  }
+
+  template <size_t>
+  ZIVKS_INLINE void prefetch(size_t) const {}
+
+ private:
+  template <size_t N, size_t... K>
+  ZIVKS_INLINE static Lanes<Widened, N> load_registers(const uint8_t* from, std::index_sequence<K...>) {
+    static_assert(N % kTriples == 0);
+    return {{load_widened_triples<Widened, K>(from)...}};
+  }
+  template <size_t N, size_t... I>
+  ZIVKS_INLINE static void store_registers(uint8_t* to, Lanes<uint32_t, N> value, std::index_sequence<I...>) {
+    constexpr size_t kRegisters = kTriples / kRegisterElements<uint32_t>;
+    (store_narrowed_triples(to + I * 3 * kTriples, value.part + I * kRegisters), ...);
+  }
+};
+
+template <class Widened, class Pointed>
+ZIVKS_INLINE PackedArray<Pointed, Widened> packed(Pointed* bytes) {
+  return {bytes};
+}
 
 // An array of complex numbers, given as their parts in turn: re, im, re, im ...
 template <class Pointed, size_t distance = 0>
@@ -258,11 +314,11 @@ inline constexpr size_t kStepsPerTurn = std::max(size_t{1}, kTurnRegisters /
                                                                 std::max({kRegistersPerStep<Destination, N>,
                                                                           kRegistersPerStep<Sources, N>...}));
 
-// Loops that read more than they write gain from reading ahead in long arrays, others do not. In short arrays
-// they hint at what they are about to load.
+// Loops that read more than they write gain from reading ahead in long arrays, others do not.
 template <class Destination, class... Sources>
-inline constexpr bool kNarrows =
-    ((sizeof(typename Sources::Element) > sizeof(typename Destination::Element)) && ...);
+inline constexpr bool kReadsAhead = kReadAheadBytes > 0 && ((sizeof(typename Sources::Element) >
+                                                             sizeof(typename Destination::Element)) &&
+                                                            ...);
 
 // An array of at most N elements. The largest power of two C below `len` is found; the first C and the last C
 // elements, which together are the whole array, go through the kernel side by side, all of them loaded before
@@ -312,7 +368,7 @@ ZIVKS_INLINE void map_rest(Destination dst, size_t i, size_t last, Kernel kernel
   if constexpr (Steps > 1) map_rest<N, Steps / 2>(dst, i, last, kernel, src...);
 }
 
-template <class Destination, class Kernel, class... Sources>
+template <bool reads_ahead, class Destination, class Kernel, class... Sources>
 [[gnu::flatten]] ZIVKStatus map_operands(Destination dst, size_t len, Kernel kernel, Sources... src) {
   constexpr size_t N = step_elements<Destination, Sources...>();
   constexpr size_t kSteps = kStepsPerTurn<N, Destination, Sources...>;
@@ -327,12 +383,10 @@ template <class Destination, class Kernel, class... Sources>
   const size_t last = len - N;
   const auto last_result = kernel(src.template load<N>(last)...);
   const size_t last_turn = len - kTurn;
-  const bool is_long = len * sizeof(typename Destination::Element) >= kReadAheadFrom;
-  const size_t bytes_ahead = is_long ? kReadAheadBytes : 0;
   size_t i = 0;
   do {
     (src.template prefetch<kTurn>(i), ...);
-    if constexpr (kNarrows<Destination, Sources...>) (src.template read_ahead<kTurn>(i, bytes_ahead), ...);
+    if constexpr (reads_ahead) (src.template read_ahead<kTurn>(i), ...);
     dst.template prefetch<kTurn>(i);
     map_steps<N>(std::make_index_sequence<kSteps>(), dst, i, kernel, src...);
     i += kTurn;
@@ -346,7 +400,12 @@ template <class Destination, class Kernel, class... Sources>
 // as its own; other overlaps are not supported.
 template <class Destination, class Kernel, class... Sources>
 ZIVKS_INLINE ZIVKStatus map(Destination dst, size_t len, Kernel kernel, Sources... src) {
-  return map_operands(as_operand(dst), len, kernel, as_operand(src)...);
+  using To = decltype(as_operand(dst));
+  if constexpr (kReadsAhead<To, decltype(as_operand(src))...>) {
+    if (len * sizeof(typename To::Element) >= kReadAheadFrom)
+      return map_operands<true>(as_operand(dst), len, kernel, as_operand(src)...);
+  }
+  return map_operands<false>(as_operand(dst), len, kernel, as_operand(src)...);
 }
 
 // For functions whose blocks of B elements and whose tail are required to differ: whole blocks go through

@@ -41,9 +41,9 @@ inline constexpr size_t kReadAheadBytes = kPrefetches ? 0 : size_t{16} << 10;
 inline constexpr size_t kReadAheadFrom = size_t{1} << 20;
 
 template <size_t bytes>
-ZIVKS_INLINE void read_ahead(const void* from, size_t distance = kReadAheadBytes) {
+ZIVKS_INLINE void read_ahead(const void* from) {
   if constexpr (kReadAheadBytes == 0) return;
-  const uintptr_t start = reinterpret_cast<uintptr_t>(from) + distance;
+  const uintptr_t start = reinterpret_cast<uintptr_t>(from) + kReadAheadBytes;
   for (size_t line = 0; line < bytes; line += kCacheLineBytes) {
     __builtin_prefetch(reinterpret_cast<const void*>(start + line));
   }

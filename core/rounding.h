@@ -1,4 +1,4 @@
-// Rounding of a scaled value in the scalar tails, and the choice of a rounding mode.
+// Rounding of scaled values: in scalar tails, in a mode that the caller selects, over arrays.
 #ifndef ZIVKS_CORE_ROUNDING_H
 #define ZIVKS_CORE_ROUNDING_H
 
@@ -9,7 +9,7 @@
 #include <limits>
 #include <type_traits>
 
-#include "core/vector/register.h"
+#include "core/loops.h"
 
 namespace zivks {
 
@@ -48,6 +48,21 @@ void with_rounding_mode(ZIVKRoundMode mode, Body body) {
   if (mode == ZIVK_RND_ZERO) return body(std::integral_constant<ZIVKRoundMode, ZIVK_RND_ZERO>());
   if (mode == ZIVK_RND_NEAR) return body(std::integral_constant<ZIVKRoundMode, ZIVK_RND_NEAR>());
   return body(std::integral_constant<ZIVKRoundMode, ZIVK_RND_AWAY>());
+}
+
+// dst[i] = product(src[i]), rounded and clamped. `product` gives floats, for an element and for lanes of
+// them.
+//
+// Blocks of B elements and the tail differ for products in float64 that are rounded to nearest.
+template <ZIVKRoundMode mode, size_t B, class S, class T, class Product>
+void map_rounded(T* dst, size_t len, Product product, const S* src) {
+  const auto round = [product](auto a) { return round_saturating<T, mode>(product(a)); };
+  if constexpr (mode == ZIVK_RND_NEAR && sizeof(product(S{})) == sizeof(double)) {
+    map_blocks<B>(
+        dst, len, round, [product](S a) { return round_nearest_saturate<T>(product(a)); }, src);
+  } else {
+    map(dst, len, round, src);
+  }
 }
 
 }  // namespace zivks

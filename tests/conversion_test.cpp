@@ -123,10 +123,10 @@ struct Outcome {
 template <class F, class T>
 Outcome<T, F> convert(ZIVKStatus (*function)(const F*, T*, int32_t, ZIVKRoundMode, double), F value,
                       ZIVKRoundMode mode, double scale = 1) {
-  const std::vector<F> samples(8, value);
-  T alone = 77, block[8] = {77};
+  const std::vector<F> samples(16, value);
+  T alone = 77, block[16] = {77};
   EXPECT_EQ(function(&value, &alone, 1, mode, scale), ZIVK_STS_NO_ERR);
-  EXPECT_EQ(function(samples.data(), block, 8, mode, scale), ZIVK_STS_NO_ERR);
+  EXPECT_EQ(function(samples.data(), block, 16, mode, scale), ZIVK_STS_NO_ERR);
   return {alone, block[0]};
 }
 #define EXPECT_CONVERSION(tail, block, ...)             \
@@ -163,6 +163,98 @@ TEST(FloatToInteger, TailsOfFloat64AddOneHalf) {
                     ZIVK_RND_NEAR);
   EXPECT_CONVERSION((int64_t{1} << 52) + 1, (int64_t{1} << 52) + 1, ZIVKS_Convert_64f64s_S, odd,
                     ZIVK_RND_AWAY);
+}
+
+TEST(NarrowingConversion, TakesEveryRoundingModeFrom8uTo8s) {
+  for (ZIVKRoundMode mode :
+       {ZIVKRoundMode{ZIVK_RND_AWAY}, 3, 7, -1, std::numeric_limits<ZIVKRoundMode>::min()}) {
+    EXPECT_CONVERSION(3, 3, ZIVKS_Convert_8u8s_S, uint8_t{5}, mode, 2);
+    EXPECT_CONVERSION(127, 127, ZIVKS_Convert_8u8s_S, uint8_t{255}, mode, 2);
+    EXPECT_CONVERSION(5, 5, ZIVKS_Convert_8u8s_S, uint8_t{5}, mode, 1);
+    EXPECT_CONVERSION(124, 124, ZIVKS_Convert_8u8s_S, uint8_t{31}, mode, 0.25);
+    EXPECT_CONVERSION(127, 127, ZIVKS_Convert_8u8s_S, uint8_t{32}, mode, 0.25);
+  }
+  EXPECT_CONVERSION(2, 2, ZIVKS_Convert_8u8s_S, uint8_t{5}, ZIVK_RND_NEAR, 2);
+}
+
+TEST(NarrowingConversion, BlocksThatGrowBeyondMeasureShiftByTheLowestByte) {
+  EXPECT_CONVERSION(127, 1, ZIVKS_Convert_8u8s_S, uint8_t{128}, ZIVK_RND_ZERO, std::ldexp(1, -(256 - 8)));
+  EXPECT_CONVERSION(127, 0, ZIVKS_Convert_8u8s_S, uint8_t{127}, ZIVK_RND_ZERO, std::ldexp(1, -(256 - 8)));
+  EXPECT_CONVERSION(127, 5, ZIVKS_Convert_8u8s_S, uint8_t{5}, ZIVK_RND_ZERO, std::ldexp(1, -256));
+  EXPECT_CONVERSION(0, 0, ZIVKS_Convert_8u8s_S, uint8_t{0}, ZIVK_RND_ZERO, std::ldexp(1, -128));
+}
+
+TEST(NarrowingConversion, TailFrom64sTo32sAddsOneHalf) {
+  EXPECT_CONVERSION(1, 0, ZIVKS_Convert_64s32s_S, (int64_t{1} << 53) - 1, ZIVK_RND_NEAR, 0x1p54);
+}
+
+// Three bytes hold few enough values to try them all.
+TEST(PackedSamples, ComeBackAsTheyWere) {
+  constexpr int32_t kCount = 1 << 24;
+  Bytes samples(3 * size_t{kCount}), back(samples.size());
+  for (size_t i = 0; i < kCount; ++i) {
+    for (size_t byte = 0; byte < 3; ++byte)
+      samples[3 * i + byte] = static_cast<unsigned char>(i >> (8 * byte));
+  }
+  const auto expect_all = [&](auto unpack, auto pack, auto zero, int32_t highest) {
+    using T = decltype(zero);
+    std::vector<T> values(kCount);
+    ASSERT_EQ(unpack(samples.data(), values.data(), kCount), ZIVK_STS_NO_ERR);
+    for (int32_t i = 0; i < kCount; ++i) {
+      ASSERT_EQ(values[static_cast<size_t>(i)], static_cast<T>(i > highest ? i - kCount : i));
+    }
+    ASSERT_EQ(pack(values.data(), back.data(), kCount, 1), ZIVK_STS_NO_ERR);
+    ASSERT_TRUE(samples == back);
+  };
+  expect_all(ZIVKS_Convert_24u32u, ZIVKS_Convert_32u24u_S, uint32_t{}, 0xFFFFFF);
+  expect_all(ZIVKS_Convert_24s32s, ZIVKS_Convert_32s24s_S, int32_t{}, 0x7FFFFF);
+  expect_all(ZIVKS_Convert_24u32f, ZIVKS_Convert_32f24u_S, float{}, 0xFFFFFF);
+  expect_all(ZIVKS_Convert_24s32f, ZIVKS_Convert_32f24s_S, float{}, 0x7FFFFF);
+}
+
+// The first element of eight, which are a block, and the only one of an array, which is a tail.
+template <class T>
+void expect_sample(ZIVKStatus (*pack)(const T*, uint8_t*, int32_t, double), T value, double scale,
+                   uint32_t in_block, uint32_t in_tail) {
+  const std::vector<T> values(8, value);
+  for (int32_t length : {8, 1}) {
+    uint8_t samples[24];
+    ASSERT_EQ(pack(values.data(), samples, length, scale), ZIVK_STS_NO_ERR);
+    EXPECT_EQ(samples[0] + 256U * samples[1] + 65536U * samples[2], length == 8 ? in_block : in_tail)
+        << value << " / " << scale;
+  }
+}
+
+TEST(PackedSamples, RoundToNearestAndSaturate) {
+  struct {
+    float value;
+    uint32_t signed_sample, unsigned_sample;
+  } const rows[] = {{8388607, 0x7FFFFF, 0x7FFFFF},
+                    {8388607.5F, 0x7FFFFF, 0x800000},
+                    {1e30F, 0x7FFFFF, 0xFFFFFF},
+                    {-8388608, 0x800000, 0},
+                    {-1e30F, 0x800000, 0},
+                    {0.5F, 0, 0},
+                    {1.5F, 2, 2},
+                    {-1.5F, 0xFFFFFE, 0},
+                    {std::nanf(""), 0, 0}};
+  for (const auto& row : rows) {
+    expect_sample(ZIVKS_Convert_32f24s_S, row.value, 1, row.signed_sample, row.signed_sample);
+    expect_sample(ZIVKS_Convert_32f24u_S, row.value, 1, row.unsigned_sample, row.unsigned_sample);
+  }
+  expect_sample<int32_t>(ZIVKS_Convert_32s24s_S, INT32_MAX, 1, 0x7FFFFF, 0x7FFFFF);
+  expect_sample<int32_t>(ZIVKS_Convert_32s24s_S, 3, 2, 2, 2);
+  expect_sample<int32_t>(ZIVKS_Convert_32s24s_S, 5, 2, 2, 2);
+  expect_sample<uint32_t>(ZIVKS_Convert_32u24u_S, 8388608, 0.5, 0xFFFFFF, 0xFFFFFF);
+  expect_sample<uint32_t>(ZIVKS_Convert_32u24u_S, 8388607, 0.5, 0xFFFFFE, 0xFFFFFE);
+}
+
+TEST(PackedSamples, BlocksThatGrowBeyondMeasureShiftByTheLowestByte) {
+  expect_sample<uint32_t>(ZIVKS_Convert_32u24u_S, 128, std::ldexp(1, -(256 - 8)), 1, 0xFFFFFF);
+  expect_sample<uint32_t>(ZIVKS_Convert_32u24u_S, 127, std::ldexp(1, -(256 - 8)), 0, 0xFFFFFF);
+  expect_sample<int32_t>(ZIVKS_Convert_32s24s_S, -129, std::ldexp(1, -(256 - 8)), 0xFFFFFF, 0x800000);
+  expect_sample<int32_t>(ZIVKS_Convert_32s24s_S, 5, std::ldexp(1, -256), 5, 0x7FFFFF);
+  expect_sample<int32_t>(ZIVKS_Convert_32s24s_S, 0, std::ldexp(1, -128), 0, 0);
 }
 
 }  // namespace

@@ -467,6 +467,15 @@ void expect_rounding_below_limit() {
       "rounded below a limit", [](auto a) { return round_at_most<uint32_t, mode>(a, 200); },
       [](float a) { return uint32_t(rounded_between<mode>(0, double(a), 200)); });
 }
+template <class To>
+void expect_rounding_to_triples() {
+  const To bytes = 0xFFFFFF;
+  expect_unary<float>(
+      "rounded to three bytes", [=](auto a) { return round_to_triples<To>(a) & broadcast(bytes); },
+      [=](float a) {
+        return To(rounded_between<ZIVK_RND_NEAR>(kLeastTriple<To>, double(a), kMostTriple<To>) & bytes);
+      });
+}
 template <ZIVKRoundMode mode>
 void expect_rounding_to_all_types() {
   expect_rounding<float, mode, uint8_t, int8_t, uint16_t, int16_t, int32_t>();
@@ -480,6 +489,8 @@ TEST(VectorLayer, RoundingToIntegersIgnoresTheCurrentMode) {
     expect_rounding_to_all_types<ZIVK_RND_ZERO>();
     expect_rounding_to_all_types<ZIVK_RND_NEAR>();
     expect_rounding_to_all_types<ZIVK_RND_AWAY>();
+    expect_rounding_to_triples<uint32_t>();
+    expect_rounding_to_triples<int32_t>();
   }
   std::fesetround(FE_TONEAREST);
 }
@@ -555,6 +566,27 @@ TEST(VectorLayer, OrderOfBytes) {
   for (size_t i = 0; i < sizeof triples; ++i) triples[i] = uint8_t(i);
   store_triples(swapped, load_triples_reversed(triples));
   for (size_t i = 0; i < sizeof triples; ++i) ASSERT_EQ(swapped[i], i / 3 * 3 + 2 - i % 3);
+}
+
+// Elements of both signs.
+template <class T>
+void expect_widened_triples() {
+  constexpr size_t N = 2 * kTriples;
+  uint8_t triples[3 * N], back[3 * N];
+  for (size_t i = 0; i < sizeof triples; ++i) triples[i] = uint8_t(250 + 8 * i + i / 32);
+  const Lanes<T, N> widened = packed<T>(static_cast<const uint8_t*>(triples)).template load<N>(0);
+  for (size_t i = 0; i < N; ++i) {
+    const auto bits = uint32_t(triples[3 * i] | triples[3 * i + 1] << 8 | triples[3 * i + 2] << 16);
+    const T expected = std::is_signed_v<T> && bits > 0x7FFFFF ? T(bits - 0x1000000) : T(bits);
+    ASSERT_EQ(widened.part[i / kRegisterElements<T>][i % kRegisterElements<T>], expected) << i;
+  }
+  packed<T>(back).template store<N>(0, widened);
+  ASSERT_EQ(std::memcmp(triples, back, sizeof back), 0);
+}
+
+TEST(VectorLayer, WideningAndNarrowingOfTriples) {
+  expect_widened_triples<uint32_t>();
+  expect_widened_triples<int32_t>();
 }
 
 TEST(VectorLayer, ShuffleOfBytes) {

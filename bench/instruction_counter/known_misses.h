@@ -21,6 +21,9 @@ inline constexpr char kScale[] = "finding the multiplier takes some fifteen inst
 inline constexpr char kScaleAndMode[] =
     "checks, finding the multiplier and choosing the rounding mode take some forty instructions";
 inline constexpr char kScaleAndTail[] = "and up to seven elements of the tail are rounded one by one";
+inline constexpr char kOddPieces[] =
+    "the pieces of a short array of three-byte elements are put together in memory; and finding the "
+    "multiplier";
 inline constexpr char kTailRules[] = "whole blocks and tail have different rules, and a short array has both";
 inline constexpr char kKeptAroundTheMiddle[] =
     "of 14 elements in blocks of 8, six on either side of the middle are put back one by one";
@@ -90,12 +93,31 @@ inline constexpr KnownMiss kKnownMisses[] = {
     {"ZIVKS_Convert_64f32s_S away", kNoMiss, 87, kScaleAndMode},
     {"ZIVKS_Convert_64f64s_S zero", kNoMiss, 81, kScaleAndMode},
     {"ZIVKS_Convert_64f64s_S away", kNoMiss, 82, kScaleAndMode},
+    {"ZIVKS_Convert_32s16s_S", kNoMiss, 95, kScaleAndMode},
+    {"ZIVKS_Convert_32s16s_S scale 1", kNoMiss, 63, kScaleAndMode},
+    {"ZIVKS_Convert_8u8s_S zero", kNoMiss, 70, kScaleAndMode},
+    {"ZIVKS_Convert_8u8s_S near", kNoMiss, 83, kScaleAndMode},
+    {"ZIVKS_Convert_8u8s_S away", kNoMiss, 83, kScaleAndMode},
+    {"ZIVKS_Convert_8u8s_S scale 1", kNoMiss, 66, kScaleAndMode},
+    {"ZIVKS_Convert_16s8s_S zero", kNoMiss, 81, kScaleAndMode},
+    {"ZIVKS_Convert_16s8s_S near", kNoMiss, 93, kScaleAndMode},
+    {"ZIVKS_Convert_16s8s_S away", kNoMiss, 92, kScaleAndMode},
+    {"ZIVKS_Convert_64s32s_S zero", kNoMiss, 96, kScaleAndMode},
+    {"ZIVKS_Convert_64s32s_S away", kNoMiss, 97, kScaleAndMode},
     {"ZIVKS_Convert_64f8u_S near", kNoMiss, 308, kScaleAndTail},
     {"ZIVKS_Convert_64f16u_S near", kNoMiss, 197, kScaleAndTail},
     {"ZIVKS_Convert_64f8s_S near", kNoMiss, 319, kScaleAndTail},
     {"ZIVKS_Convert_64f16s_S near", kNoMiss, 201, kScaleAndTail},
     {"ZIVKS_Convert_64f32s_S near", kNoMiss, 188, kScaleAndTail},
     {"ZIVKS_Convert_64f64s_S near", kNoMiss, 179, kScaleAndTail},
+    {"ZIVKS_Convert_64s32s_S near", kNoMiss, 138, kScaleAndTail},
+    {"ZIVKS_Convert_24s32f", kNoMiss, 64, kOddPieces},
+    {"ZIVKS_Convert_32u24u_S", kNoMiss, 129, kOddPieces},
+    {"ZIVKS_Convert_32u24u_S scale 1", kNoMiss, 87, kOddPieces},
+    {"ZIVKS_Convert_32s24s_S", kNoMiss, 132, kOddPieces},
+    {"ZIVKS_Convert_32s24s_S scale 1", kNoMiss, 90, kOddPieces},
+    {"ZIVKS_Convert_32f24u_S", kNoMiss, 100, kOddPieces},
+    {"ZIVKS_Convert_32f24s_S", kNoMiss, 107, kOddPieces},
     {"ZIVKS_Max_64f", kNoMiss, 62, kTailRules},
     {"ZIVKS_Min_64f", kNoMiss, 62, kTailRules},
     {"ZIVKS_MinMax_32f", kNoMiss, 74, kTailRules},

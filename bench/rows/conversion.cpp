@@ -22,6 +22,58 @@ std::vector<Row> conversion_rows() {
       ROW(ZIVKS_Convert_32s32f_S, kWidening, ConvertScaled, NoRoutine, src, dst, len, number<4>),
       ROW(ZIVKS_Convert_32s64f_S, kWidening, ConvertScaled, NoRoutine, src, dst, len, number<4>),
 
+      ROW(ZIVKS_Convert_8s8u, kRounding, ElementWise<Clamp>, NoRoutine, src, dst, len),
+      ROW(ZIVKS_Convert_32s16s, kRounding, ElementWise<Clamp>, NoRoutine, src, dst, len),
+      ROW(ZIVKS_Convert_32s16s_S, kRounding, RoundScaledInteger<ToNearest>, NoRoutine, src, dst, len,
+          number<8>),
+      ROW(ZIVKS_Convert_32s16s_S, kRounding, RoundScaledInteger<ToNearest>, NoRoutine, src, dst, len,
+          number<1>)
+          .with("scale 1"),
+      ROW(ZIVKS_Convert_8u8s_S, kRounding, RoundScaledInteger<TowardZero>, NoRoutine, src, dst, len,
+          number<ZIVK_RND_ZERO>, number<4>)
+          .with("zero"),
+      ROW(ZIVKS_Convert_8u8s_S, kRounding, RoundScaledInteger<ToNearest>, NoRoutine, src, dst, len,
+          number<ZIVK_RND_NEAR>, number<4>)
+          .with("near"),
+      ROW(ZIVKS_Convert_8u8s_S, kRounding, RoundScaledInteger<AwayFromZero>, NoRoutine, src, dst, len,
+          number<ZIVK_RND_AWAY>, number<4>)
+          .with("away"),
+      ROW(ZIVKS_Convert_16s8s_S, kRounding, RoundScaledInteger<TowardZero>, NoRoutine, src, dst, len,
+          number<ZIVK_RND_ZERO>, number<4>)
+          .with("zero"),
+      ROW(ZIVKS_Convert_16s8s_S, kRounding, RoundScaledInteger<ToNearest>, NoRoutine, src, dst, len,
+          number<ZIVK_RND_NEAR>, number<4>)
+          .with("near"),
+      ROW(ZIVKS_Convert_16s8s_S, kRounding, RoundScaledInteger<AwayFromZero>, NoRoutine, src, dst, len,
+          number<ZIVK_RND_AWAY>, number<4>)
+          .with("away"),
+      ROW(ZIVKS_Convert_64s32s_S, kRounding, RoundScaledInteger<TowardZero>, NoRoutine, src, dst, len,
+          number<ZIVK_RND_ZERO>, number<4>)
+          .with("zero"),
+      ROW(ZIVKS_Convert_64s32s_S, kRounding, RoundScaledInteger<ToNearest>, NoRoutine, src, dst, len,
+          number<ZIVK_RND_NEAR>, number<4>)
+          .with("near"),
+      ROW(ZIVKS_Convert_64s32s_S, kRounding, RoundScaledInteger<AwayFromZero>, NoRoutine, src, dst, len,
+          number<ZIVK_RND_AWAY>, number<4>)
+          .with("away"),
+      ROW(ZIVKS_Convert_8u8s_S, kRounding, RoundScaledInteger<ToNearest>, NoRoutine, src, dst, len,
+          number<ZIVK_RND_NEAR>, number<1>)
+          .with("scale 1"),
+
+      ROW(ZIVKS_Convert_24u32u, kPacked, Unpack<Unsigned>, NoRoutine, triples(src), dst, len),
+      ROW(ZIVKS_Convert_24u32f, kPacked, Unpack<Unsigned>, NoRoutine, triples(src), dst, len),
+      ROW(ZIVKS_Convert_24s32s, kPacked, Unpack<Signed>, NoRoutine, triples(src), dst, len),
+      ROW(ZIVKS_Convert_24s32f, kPacked, Unpack<Signed>, NoRoutine, triples(src), dst, len),
+      ROW(ZIVKS_Convert_32u24u_S, kPacked, Pack<Unsigned>, NoRoutine, src, triples(dst), len, number<8>),
+      ROW(ZIVKS_Convert_32u24u_S, kPacked, Pack<Unsigned>, NoRoutine, src, triples(dst), len, number<1>)
+          .with("scale 1"),
+      ROW(ZIVKS_Convert_32s24s_S, kPacked, Pack<Signed>, NoRoutine, src, triples(dst), len, number<8>),
+      ROW(ZIVKS_Convert_32s24s_S, kPacked, Pack<Signed>, NoRoutine, src, triples(dst), len, number<1>)
+          .with("scale 1"),
+      ROW(ZIVKS_Convert_32f24u_S, kPacked, Pack<Unsigned>, NoRoutine, src, triples(dst), len,
+          number<1, 4096>),
+      ROW(ZIVKS_Convert_32f24s_S, kPacked, Pack<Signed>, NoRoutine, src, triples(dst), len, number<1, 4096>),
+
       ROW(ZIVKS_Convert_32f8u_S, kRounding, RoundScaled<TowardZero>, NoRoutine, src, dst, len,
           number<ZIVK_RND_ZERO>, number<4>)
           .with("zero"),

@@ -278,6 +278,13 @@ ZIVKS_INLINE Register<To> round_at_most(F32 a, float limit) {
   if constexpr (!std::is_signed_v<To>) return minimum(round_unsigned<mode>(a), most);
 }
 
+template <class To>
+ZIVKS_INLINE Register<To> round_to_triples(F32 a) {
+  const auto rounded = round_at_most<To, ZIVK_RND_NEAR>(a, kMostTriple<To>);
+  if constexpr (std::is_signed_v<To>) return maximum(rounded, broadcast(kLeastTriple<To>));
+  if constexpr (!std::is_signed_v<To>) return rounded;
+}
+
 template <class To, ZIVKRoundMode mode>
 ZIVKS_INLINE I32 round_for(F32 a) {
   return round_signed<mode>(a);
@@ -375,6 +382,39 @@ ZIVKS_INLINE RegisterTriple<U8> load_triples_reversed(const uint8_t* from) {
 }
 ZIVKS_INLINE void store_triples(uint8_t* to, RegisterTriple<U8> triples) {
   vst3q_u8(to, {{triples.first, triples.second, triples.third}});
+}
+
+// Sixteen of them are three registers. Four elements, twelve bytes, come from one register or from two
+// neighbours.
+inline constexpr size_t kTriples = 16;
+
+template <class To, size_t K, size_t... B>
+ZIVKS_INLINE Register<To> load_widened_triples(const uint8_t* from, std::index_sequence<B...>) {
+  constexpr size_t kFirst = 3 * 4 * K / 16, kOffset = 3 * 4 * K % 16;
+  constexpr bool kFromOne = kOffset + 3 * 4 <= 16;
+  U8 bytes = load(from + 16 * kFirst);
+  // The compiler copies the operands of a lookup in two registers.
+  if constexpr (!kFromOne) bytes = U8(vextq_u8(bytes, load(from + 16 * (kFirst + 1)), kOffset));
+  return extend_triples<To>(
+      shuffle_bytes(bytes, U8{byte_of_triple<To>(B % 4, (kFromOne ? kOffset : 0) + 3 * (B / 4))...}));
+}
+template <class To, size_t K>
+ZIVKS_INLINE Register<To> load_widened_triples(const uint8_t* from) {
+  return load_widened_triples<To, K>(from, std::make_index_sequence<kRegisterBytes>());
+}
+
+template <size_t K, size_t... B>
+ZIVKS_INLINE U8 narrow_triples(const U32* elements, std::index_sequence<B...>) {
+  const auto source = [](size_t byte) { return static_cast<uint8_t>(byte / 3 * 4 + byte % 3 - 16 * K); };
+  return U8(vqtbl2q_u8({{U8(elements[K]), U8(elements[K + 1])}}, U8{source(16 * K + B)...}));
+}
+ZIVKS_INLINE void store_narrowed_triples(uint8_t* to, const U32* elements) {
+  constexpr auto kBytes = std::make_index_sequence<kRegisterBytes>();
+  const U8 first = narrow_triples<0>(elements, kBytes), second = narrow_triples<1>(elements, kBytes),
+           third = narrow_triples<2>(elements, kBytes);
+  store(to, first);
+  store(to + 16, second);
+  store(to + 32, third);
 }
 
 // --- Half a register in memory ---------------------------------------------------------

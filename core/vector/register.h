@@ -31,6 +31,8 @@
 //                                         float64, to int32, of which narrow_saturating then makes what is
 //                                         clamped at the bounds of To
 //   round_at_most<To, mode>(a, limit)     the same of float32 to int32 or uint32, but not above `limit`
+//   round_to_triples<To>                  float32 to integers of three bytes, to nearest, clamped at their bounds;
+//                                         NaN gives 0. The fourth byte of each may be anything
 //   fused_multiply_add(a, b, c)           a * b + c with one rounding
 //   multiply_low                          64-bit integers, product modulo 2^64
 //   deinterleave, interleave              even and odd elements of two registers, and back
@@ -41,6 +43,9 @@
 //   swap_bytes                            last byte of each element first
 //   load_triples_reversed, store_triples  as many elements of three bytes as a register has bytes, the bytes of
 //                                         each in reverse order; how they stand in registers is the processor's
+//   load_widened_triples<To, K>           elements of three bytes, lowest byte first: K-th register of them as 32-bit
+//                                         integers; it needs the kTriples elements that it is one of
+//   store_narrowed_triples                the lower three bytes of kTriples 32-bit integers
 //   shuffle_bytes(bytes, index)           in each 16 bytes: byte index[i] of the same 16, 0 from index 128 up
 //   load_bottom_half, load_halves, store_halves, repeat_bottom_half
 //                                         half a register, from, to and between memory
@@ -49,6 +54,7 @@
 //
 // and what the drivers have to know of the processor:
 //
+//   kTriples                              elements of three bytes that are read or written together
 //   kTurnRegisters                        registers that a turn of a loop takes of one operand
 //   kAccessesPair                         loads, and stores, of neighbouring registers become one instruction
 //   kWidensFromMemory                     loads widen: taking a register apart costs more than loading less
@@ -159,6 +165,27 @@ template <class T>
 ZIVKS_INLINE Register<SignedOf<T>> lanes_from(size_t first) {
   return lanes_from_over<T>(static_cast<SignedOf<T>>(first),
                             std::make_index_sequence<kRegisterElements<T>>());
+}
+
+// Where the bytes of a 32-bit integer are found that takes the three from `first` on. A signed one takes them
+// at its top, to be shifted down with its sign.
+template <class To>
+constexpr uint8_t byte_of_triple(size_t byte, size_t first) {
+  constexpr uint8_t kZero = 255;  // beyond every table
+  constexpr size_t kLowest = std::is_signed_v<To>;
+  return byte < kLowest || byte - kLowest >= 3 ? kZero : static_cast<uint8_t>(first + byte - kLowest);
+}
+
+// The bounds of an integer of three bytes.
+template <class To>
+inline constexpr To kMostTriple = std::is_signed_v<To> ? 0x7FFFFF : 0xFFFFFF;
+template <class To>
+inline constexpr To kLeastTriple = static_cast<To>(std::is_signed_v<To> ? -0x800000 : 0);
+
+template <class To>
+ZIVKS_INLINE Register<To> extend_triples(U8 widened) {
+  if constexpr (std::is_signed_v<To>) return Register<To>(widened) >> 8;
+  if constexpr (!std::is_signed_v<To>) return Register<To>(widened);
 }
 
 template <class Value>

@@ -387,6 +387,14 @@ ZIVKS_INLINE Register<To> round_at_most(F32 a, float limit) {
   return Register<To>(_mm256_cvttps_epi32(__m256(ready_to_truncate<mode>(bounded_for<To>(a, limit)))));
 }
 
+// A NaN, which passes the bounds here, is converted to the lowest int32, whose lower three bytes are zero.
+template <class To>
+ZIVKS_INLINE Register<To> round_to_triples(F32 a) {
+  const F32 least = broadcast(float{kLeastTriple<To>}), most = broadcast(float{kMostTriple<To>});
+  const F32 bounded = lesser(most, greater(least, a));
+  return Register<To>(_mm256_cvttps_epi32(__m256(ready_to_truncate<ZIVK_RND_NEAR>(bounded))));
+}
+
 // The bound of int32 is no float32. Above its range the conversion gives the lowest int32, of which all
 // bits have to be turned.
 template <class To, ZIVKRoundMode mode>
@@ -543,6 +551,30 @@ ZIVKS_INLINE void store_triples(uint8_t* to, RegisterTriple<U8> triples) {
   store(to, U8(_mm256_permute2x128_si256(first, second, 0x20)));
   store(to + 32, U8(_mm256_blend_epi32(third, first, 0xF0)));
   store(to + 64, U8(_mm256_permute2x128_si256(second, third, 0x31)));
+}
+
+// Eight of them are 24 bytes, of which each half of the register gets sixteen: the lower half has its four
+// elements at the bottom, the upper half at the top.
+inline constexpr size_t kTriples = 8;
+
+template <class To, size_t... B>
+ZIVKS_INLINE Register<To> widen_triples(U8 halves, std::index_sequence<B...>) {
+  constexpr size_t kAtTop = 16 - 4 * 3;
+  return extend_triples<To>(
+      shuffle_bytes(halves, U8{byte_of_triple<To>(B % 4, 3 * (B % 16 / 4) + B / 16 * kAtTop)...}));
+}
+template <class To, size_t K>
+ZIVKS_INLINE Register<To> load_widened_triples(const uint8_t* from) {
+  const uint8_t* const first = from + 3 * kTriples * K;
+  return widen_triples<To>(U8(load_halves(first, first + 8)), std::make_index_sequence<kRegisterBytes>());
+}
+// The two halves share eight bytes.
+ZIVKS_INLINE void store_narrowed_triples(uint8_t* to, const U32* elements) {
+  const M index =
+      _mm256_broadcastsi128_si256(_mm_setr_epi8(0, 1, 2, 4, 5, 6, 8, 9, 10, 12, 13, 14, -1, -1, -1, -1));
+  const M narrowed = _mm256_shuffle_epi8(M(elements[0]), index);
+  store_halves(to, to + 8,
+               U64(_mm256_permutevar8x32_epi32(narrowed, _mm256_setr_epi32(0, 1, 2, 4, 2, 4, 5, 6))));
 }
 
 // --- Memory larger than the caches ---------------------------------------------------------

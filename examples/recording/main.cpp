@@ -19,13 +19,15 @@ constexpr char kDefaultFolder[] = "recording-output";
 constexpr int kFramesPerSecond = 50;
 
 constexpr char kUsage[] =
-    "usage: recording [--output FOLDER] [FILE]\n"
+    "usage: recording [--output FOLDER] [--copy COPY] [FILE]\n"
     "Measures the WAV file FILE (default: %s)\n"
-    "and draws it into a picture in FOLDER (default: %s).\n";
+    "and draws it into a picture in FOLDER (default: %s).\n"
+    "Writes its samples to COPY, a WAV file of 24 bits, if that is given.\n";
 
 struct Arguments {
   std::filesystem::path file = kDefaultFile;
   std::filesystem::path folder = kDefaultFolder;
+  std::filesystem::path copy;
 };
 
 bool parse(int argc, char** argv, Arguments& arguments) {
@@ -34,6 +36,9 @@ bool parse(int argc, char** argv, Arguments& arguments) {
     if (std::strcmp(argv[i], "--output") == 0) {
       if (++i == argc) return false;
       arguments.folder = argv[i];
+    } else if (std::strcmp(argv[i], "--copy") == 0) {
+      if (++i == argc) return false;
+      arguments.copy = argv[i];
     } else if (argv[i][0] == '-' || has_file) {
       return false;
     } else {
@@ -54,6 +59,7 @@ int main(int argc, char** argv) {
   }
   try {
     const Recording recording = read_recording(arguments.file);
+    if (!arguments.copy.empty()) write_24_bits(recording, arguments.copy);
     const int32_t frame_length = std::max(recording.sample_rate / kFramesPerSecond, 1);
     std::vector<Channel> channels;
     for (const Array<float>& samples : recording.channels) {

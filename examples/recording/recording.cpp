@@ -2,6 +2,7 @@
 
 #include <sndfile.h>
 
+#include <algorithm>
 #include <array>
 #include <cstdio>
 #include <cstring>
@@ -84,11 +85,18 @@ std::vector<Array<float>> allocate_channels(int count, int32_t length) {
   return channels;
 }
 
-// For more than two channels; two are one complex array to the library.
+// For other than two channels; two are one complex array to the library.
 template <typename T>
 void split(const T* interleaved, std::vector<Array<T>>& channels, int32_t length) {
   for (int32_t i = 0; i < length; ++i) {
     for (auto& channel : channels) channel[static_cast<std::size_t>(i)] = *interleaved++;
+  }
+}
+
+template <typename T>
+void merge(const std::vector<Array<T>>& channels, T* interleaved, int32_t length) {
+  for (int32_t i = 0; i < length; ++i) {
+    for (const auto& channel : channels) *interleaved++ = channel[static_cast<std::size_t>(i)];
   }
 }
 
@@ -117,20 +125,30 @@ std::vector<Array<float>> read_16_bits(SNDFILE* sound, const std::filesystem::pa
   return channels;
 }
 
-// libsndfile puts the 24 bits at the top of an int.
+constexpr double kFullScaleOf24Bits = 8388608;
+
+// The bytes as they stand in the file, lowest first or, in RIFX files, highest.
 std::vector<Array<float>> read_24_bits(SNDFILE* sound, const std::filesystem::path& file, int count,
                                        int32_t length) {
-  constexpr double kFullScale = 2147483648.0;
-  auto samples = own(ZIVKS_Malloc_32s(length * count));
-  check_count(file, sf_readf_int(sound, samples.get(), length), length);
+  const int32_t total = length * count;
+  // To convert signed samples takes three of them at least.
+  const int32_t converted = std::max(total, 3);
+  auto bytes = own(ZIVKS_Malloc_8u(3 * converted));
+  check(ZIVKS_Zero_8u(bytes.get(), 3 * converted));
+  check_count(file, sf_read_raw(sound, bytes.get(), sf_count_t{3} * total), sf_count_t{3} * total);
+  if (sf_command(sound, SFC_RAW_DATA_NEEDS_ENDSWAP, nullptr, 0) == SF_TRUE) {
+    check(ZIVKS_SwapBytes_24u_I(bytes.get(), total));
+  }
+  auto samples = own(ZIVKS_Malloc_32s(converted));
+  check(ZIVKS_Convert_24s32s(bytes.get(), samples.get(), converted));
 
   auto channels = allocate_channels(count, length);
   if (count == 1) {
-    check(ZIVKS_Convert_32s32f_S(samples.get(), channels[0].get(), length, kFullScale));
+    check(ZIVKS_Convert_32s32f_S(samples.get(), channels[0].get(), length, kFullScaleOf24Bits));
     return channels;
   }
-  auto interleaved = own(ZIVKS_Malloc_32f(length * count));
-  check(ZIVKS_Convert_32s32f_S(samples.get(), interleaved.get(), length * count, kFullScale));
+  auto interleaved = own(ZIVKS_Malloc_32f(total));
+  check(ZIVKS_Convert_32s32f_S(samples.get(), interleaved.get(), total, kFullScaleOf24Bits));
   if (count == 2) {
     check(ZIVKS_CplxToReal_32fc(reinterpret_cast<const ZIVK32fc*>(interleaved.get()), channels[0].get(),
                                 channels[1].get(), length));
@@ -165,4 +183,28 @@ Recording read_recording(const std::filesystem::path& file) {
   return {file, info.samplerate, bits, length,
           bits == 16 ? read_16_bits(sound.get(), file, info.channels, length)
                      : read_24_bits(sound.get(), file, info.channels, length)};
+}
+
+void write_24_bits(const Recording& recording, const std::filesystem::path& file) {
+  const auto count = static_cast<int>(recording.channels.size());
+  const int32_t total = recording.length * count;
+  auto interleaved = own(ZIVKS_Malloc_32f(total));
+  if (count == 2) {
+    check(ZIVKS_RealToCplx_32f(recording.channels[0].get(), recording.channels[1].get(),
+                               reinterpret_cast<ZIVK32fc*>(interleaved.get()), recording.length));
+  } else {
+    merge(recording.channels, interleaved.get(), recording.length);
+  }
+  auto bytes = own(ZIVKS_Malloc_8u(3 * total));
+  check(ZIVKS_Convert_32f24s_S(interleaved.get(), bytes.get(), total, 1 / kFullScaleOf24Bits));
+
+  SF_INFO info = {};
+  info.samplerate = recording.sample_rate;
+  info.channels = count;
+  info.format = (count > 2 ? SF_FORMAT_WAVEX : SF_FORMAT_WAV) | SF_FORMAT_PCM_24;
+  SoundFile sound(sf_open(file.c_str(), SFM_WRITE, &info));
+  if (!sound) throw failure(file, std::string("cannot be written: ") + sf_strerror(nullptr));
+  const bool is_written =
+      sf_write_raw(sound.get(), bytes.get(), sf_count_t{3} * total) == sf_count_t{3} * total;
+  if (sf_close(sound.release()) != 0 || !is_written) throw failure(file, "cannot be written completely");
 }

@@ -24,4 +24,7 @@ struct Recording {
 // std::runtime_error with a message for the user if the file is anything else or not whole.
 Recording read_recording(const std::filesystem::path& file);
 
+// Writes a WAV file of 24 bits. What was read from 16 or 24 bits has the same samples there.
+void write_24_bits(const Recording& recording, const std::filesystem::path& file);
+
 #endif

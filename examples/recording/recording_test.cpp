@@ -3,11 +3,13 @@
 #include <sndfile.h>
 #include <sys/wait.h>
 
+#include <climits>
 #include <cmath>
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <random>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -34,9 +36,10 @@ class RecordingTest : public testing::Test {
   }
   void TearDown() override { fs::remove_all(folder_); }
 
-  Result run(const fs::path& sound, const std::string& environment = "") const {
+  Result run(const fs::path& sound, const std::string& environment = "",
+             const std::string& options = "") const {
     const std::string command = environment + " " RECORDING_PROGRAM " --output \"" + output_.string() +
-                                "\" \"" + sound.string() + "\" 2>&1";
+                                "\" " + options + " \"" + sound.string() + "\" 2>&1";
     FILE* const pipe = popen(command.c_str(), "r");
     std::string output;
     for (int c; (c = std::fgetc(pipe)) != EOF;) output += static_cast<char>(c);
@@ -146,6 +149,53 @@ TEST_F(RecordingTest, DrawsAPictureAndEndsWithItsPath) {
   const std::string bytes = read_bytes(picture);
   EXPECT_EQ(bytes.substr(0, 8), "\x89PNG\r\n\x1a\n");
   EXPECT_GT(bytes.size(), 20000u);
+}
+
+std::vector<int> read_samples(const fs::path& file, int* format, int* channels) {
+  SF_INFO info = {};
+  SNDFILE* const sound = sf_open(file.c_str(), SFM_READ, &info);
+  std::vector<int> samples(static_cast<std::size_t>(info.frames * info.channels));
+  sf_read_int(sound, samples.data(), static_cast<sf_count_t>(samples.size()));
+  sf_close(sound);
+  *format = info.format & SF_FORMAT_SUBMASK;
+  *channels = info.channels;
+  return samples;
+}
+
+TEST_F(RecordingTest, CopiesSamplesBitForBit) {
+  const fs::path file = folder_ / "samples.wav", copy = folder_ / "copy.wav";
+  std::mt19937 random(24);
+  const struct {
+    int format, channels, length;
+  } rows[] = {{SF_FORMAT_WAV | SF_FORMAT_PCM_24, 1, kLength},
+              {SF_FORMAT_WAV | SF_FORMAT_PCM_24, 1, 1},
+              {SF_FORMAT_WAV | SF_FORMAT_PCM_24, 1, 2},
+              {SF_FORMAT_WAV | SF_FORMAT_PCM_24, 2, kLength},
+              {SF_FORMAT_WAVEX | SF_FORMAT_PCM_24, 3, kLength},
+              {SF_FORMAT_WAV | SF_ENDIAN_BIG | SF_FORMAT_PCM_24, 2, kLength},
+              {SF_FORMAT_WAV | SF_FORMAT_PCM_16, 2, kLength}};
+  for (const auto& [format, channels, length] : rows) {
+    SCOPED_TRACE(testing::Message() << std::hex << format << ", " << channels << " channels");
+    const unsigned unused_bits = (format & SF_FORMAT_SUBMASK) == SF_FORMAT_PCM_24 ? 8 : 16;
+    std::vector<int> samples(static_cast<std::size_t>(length * channels));
+    for (int& sample : samples) sample = static_cast<int>(random() >> unused_bits << unused_bits);
+    samples.front() = INT_MIN;
+    samples.back() = INT_MAX >> unused_bits << unused_bits;
+    SF_INFO info = {0, kSampleRate, channels, format, 0, 0};
+    SNDFILE* const sound = sf_open(file.c_str(), SFM_WRITE, &info);
+    ASSERT_EQ(sf_writef_int(sound, samples.data(), length), length);
+    ASSERT_EQ(sf_close(sound), 0);
+
+    const Result result = run(file, "", "--copy \"" + copy.string() + "\"");
+    ASSERT_EQ(result.exit_status, 0) << result.output;
+    int copied_format, copied_channels;
+    EXPECT_EQ(read_samples(copy, &copied_format, &copied_channels), samples);
+    EXPECT_EQ(copied_format, SF_FORMAT_PCM_24);
+    EXPECT_EQ(copied_channels, channels);
+  }
+  const Result result = run(file, "", "--copy \"" + (folder_ / "missing" / "copy.wav").string() + "\"");
+  EXPECT_EQ(result.exit_status, 1);
+  EXPECT_NE(result.output.find("cannot be written"), std::string::npos) << result.output;
 }
 
 TEST_F(RecordingTest, SilenceHasNoLevelAndNoPeak) {

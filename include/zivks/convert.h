@@ -215,6 +215,187 @@ ZIVKS_API ZIVKStatus ZIVKS_Convert_64f64s_S(const double* src, int64_t* dst, int
 
 /** @} */
 
+/**
+ * @defgroup convert_narrowing Narrowing integer conversions
+ *
+ * Results are clamped at the bounds of the destination's type. The scaled forms first multiply by the
+ * power of two M that `scale` selects, and round; what takes a rounding mode and what is checked differs
+ * from one to the other.
+ *
+ * @{
+ */
+
+/** @name Without a scale
+ *  @{ */
+
+/**
+ * Clamps each element at the bounds of the destination's type.
+ *
+ * @param src  source array
+ * @param dst  converted array
+ * @param len  number of elements
+ * @return #ZIVK_STS_NO_ERR, #ZIVK_STS_NULL_PTR_ERR or #ZIVK_STS_SIZE_ERR
+ */
+ZIVKS_API ZIVKStatus ZIVKS_Convert_8s8u(const int8_t* src, uint8_t* dst, int32_t len);
+
+/** @copydoc ZIVKS_Convert_8s8u */
+ZIVKS_API ZIVKStatus ZIVKS_Convert_32s16s(const int32_t* src, int16_t* dst, int32_t len);
+
+/** @} */
+
+/** @name With a scale
+ *  @{ */
+
+/**
+ * Scales, rounds and clamps each element. `rndMode` takes effect only where M is below 1; there every
+ * value but #ZIVK_RND_ZERO and #ZIVK_RND_NEAR counts as #ZIVK_RND_AWAY, and none is refused.
+ *
+ * If `scale` is 2^-128 or less, whole blocks of 16 elements are shifted not by k, the logarithm of M, but
+ * by its lowest byte taken as a signed number: to the right, half rounded up, if that is negative.
+ * Elements of the tail still saturate unless they are zero.
+ *
+ * @param src      source array
+ * @param dst      converted array
+ * @param len      number of elements
+ * @param rndMode  one of the `ZIVK_RND_` values
+ * @param scale    divisor, of which only a power of two takes effect: see @ref scale
+ * @return #ZIVK_STS_NO_ERR, #ZIVK_STS_NULL_PTR_ERR, #ZIVK_STS_SIZE_ERR or #ZIVK_STS_SCALE_ERR
+ */
+ZIVKS_API ZIVKStatus ZIVKS_Convert_8u8s_S(const uint8_t* src, int8_t* dst, int32_t len, ZIVKRoundMode rndMode,
+                                          double scale);
+
+/**
+ * Scales, rounds and clamps each element. `rndMode` is compared as an unsigned number and checked before
+ * `scale`.
+ *
+ * @param src      source array
+ * @param dst      converted array
+ * @param len      number of elements
+ * @param rndMode  one of the `ZIVK_RND_` values
+ * @param scale    divisor, of which only a power of two takes effect: see @ref scale
+ * @return #ZIVK_STS_NO_ERR, #ZIVK_STS_NULL_PTR_ERR, #ZIVK_STS_SIZE_ERR, #ZIVK_STS_ROUND_MODE_ERR or
+ *         #ZIVK_STS_SCALE_ERR
+ */
+ZIVKS_API ZIVKStatus ZIVKS_Convert_16s8s_S(const int16_t* src, int8_t* dst, int32_t len,
+                                           ZIVKRoundMode rndMode, double scale);
+
+/**
+ * Like ZIVKS_Convert_16s8s_S(), except that each element is first converted to `double`, which rounds one
+ * of more than 53 significant bits, and that the last element of an odd number of them is rounded to
+ * nearest as in the tails of
+ * @ref convert_rounded.
+ *
+ * @param src      source array
+ * @param dst      converted array
+ * @param len      number of elements
+ * @param rndMode  one of the `ZIVK_RND_` values
+ * @param scale    divisor, of which only a power of two takes effect: see @ref scale
+ * @return #ZIVK_STS_NO_ERR, #ZIVK_STS_NULL_PTR_ERR, #ZIVK_STS_SIZE_ERR, #ZIVK_STS_ROUND_MODE_ERR or
+ *         #ZIVK_STS_SCALE_ERR
+ */
+ZIVKS_API ZIVKStatus ZIVKS_Convert_64s32s_S(const int64_t* src, int32_t* dst, int32_t len,
+                                            ZIVKRoundMode rndMode, double scale);
+
+/**
+ * Scales each element, rounds it to nearest, ties to even, and clamps it. There is no rounding mode to
+ * select.
+ *
+ * @param src    source array
+ * @param dst    converted array
+ * @param len    number of elements
+ * @param scale  divisor, of which only a power of two takes effect: see @ref scale
+ * @return #ZIVK_STS_NO_ERR, #ZIVK_STS_NULL_PTR_ERR, #ZIVK_STS_SIZE_ERR or #ZIVK_STS_SCALE_ERR
+ */
+ZIVKS_API ZIVKStatus ZIVKS_Convert_32s16s_S(const int32_t* src, int16_t* dst, int32_t len, double scale);
+
+/** @} */
+
+/** @} */
+
+/**
+ * @defgroup convert_packed 24-bit samples
+ *
+ * A packed sample is three bytes, lowest byte first, and an array of `len` of them is `3 * len` bytes with no
+ * alignment; nothing outside of these is read or written. Nothing is normalised: a sample stands for the
+ * integer that it is, from 0 to 16777215 or, in two's complement, from -8388608 to 8388607.
+ *
+ * @{
+ */
+
+/** @name From packed samples
+ *  @{ */
+
+/**
+ * Converts each unsigned sample, exactly.
+ *
+ * @param src  packed samples
+ * @param dst  converted array
+ * @param len  number of samples
+ * @return #ZIVK_STS_NO_ERR, #ZIVK_STS_NULL_PTR_ERR or #ZIVK_STS_SIZE_ERR
+ */
+ZIVKS_API ZIVKStatus ZIVKS_Convert_24u32u(const uint8_t* src, uint32_t* dst, int32_t len);
+
+/** @copydoc ZIVKS_Convert_24u32u */
+ZIVKS_API ZIVKStatus ZIVKS_Convert_24u32f(const uint8_t* src, float* dst, int32_t len);
+
+/**
+ * Converts each signed sample, exactly. Unlike the other functions, this one refuses lengths of 1 and 2 with
+ * #ZIVK_STS_SIZE_ERR.
+ *
+ * @param src  packed samples
+ * @param dst  converted array
+ * @param len  number of samples, at least 3
+ * @return #ZIVK_STS_NO_ERR, #ZIVK_STS_NULL_PTR_ERR or #ZIVK_STS_SIZE_ERR
+ */
+ZIVKS_API ZIVKStatus ZIVKS_Convert_24s32s(const uint8_t* src, int32_t* dst, int32_t len);
+
+/** @copydoc ZIVKS_Convert_24s32s */
+ZIVKS_API ZIVKStatus ZIVKS_Convert_24s32f(const uint8_t* src, float* dst, int32_t len);
+
+/** @} */
+
+/** @name To packed samples
+ *  @{ */
+
+/**
+ * Multiplies each element by the power of two that `scale` selects, rounds the product to nearest, ties to
+ * even, and clamps it at the bounds of a sample.
+ *
+ * If `scale` is 2^-128 or less, whole blocks of 8 elements are shifted not by k, the logarithm of the
+ * multiplier, but by its lowest byte taken as a signed number: to the right, half rounded up, if that is
+ * negative. Elements of the tail still saturate unless they are zero.
+ *
+ * @param src    source array
+ * @param dst    packed samples
+ * @param len    number of elements
+ * @param scale  divisor, of which only a power of two takes effect: see @ref scale
+ * @return #ZIVK_STS_NO_ERR, #ZIVK_STS_NULL_PTR_ERR, #ZIVK_STS_SIZE_ERR or #ZIVK_STS_SCALE_ERR
+ */
+ZIVKS_API ZIVKStatus ZIVKS_Convert_32u24u_S(const uint32_t* src, uint8_t* dst, int32_t len, double scale);
+
+/** @copydoc ZIVKS_Convert_32u24u_S */
+ZIVKS_API ZIVKStatus ZIVKS_Convert_32s24s_S(const int32_t* src, uint8_t* dst, int32_t len, double scale);
+
+/**
+ * Multiplies each element by the power of two that `scale` selects, a `float` like the product, rounds the
+ * product to nearest, ties to even, and clamps it at the bounds of a sample. NaN gives 0, and so does zero
+ * times a multiplier too large for `float`.
+ *
+ * @param src    source array
+ * @param dst    packed samples
+ * @param len    number of elements
+ * @param scale  divisor, of which only a power of two takes effect: see @ref scale
+ * @return #ZIVK_STS_NO_ERR, #ZIVK_STS_NULL_PTR_ERR, #ZIVK_STS_SIZE_ERR or #ZIVK_STS_SCALE_ERR
+ */
+ZIVKS_API ZIVKStatus ZIVKS_Convert_32f24u_S(const float* src, uint8_t* dst, int32_t len, double scale);
+
+/** @copydoc ZIVKS_Convert_32f24u_S */
+ZIVKS_API ZIVKStatus ZIVKS_Convert_32f24s_S(const float* src, uint8_t* dst, int32_t len, double scale);
+
+/** @} */
+
+/** @} */
+
 #ifdef __cplusplus
 }
 #endif

@@ -130,6 +130,71 @@ T double_to_integer(Place place, double value, int32_t mode, double scale) {
   return rounded_at<T>(place, product(value, scale), mode);
 }
 
+template <class T, class S>
+T clamped(S value) {
+  return rounded_and_clamped<T>(product_of(value, 0), ZIVK_RND_ZERO);
+}
+template <class T, class S>
+T scaled_and_clamped(S value, int32_t mode, double scale) {
+  return rounded_and_clamped<T>(product_of(value, reference_scale_exponent(scale)), mode);
+}
+template <class T, class S>
+T scaled_to_nearest(S value, double scale) {
+  return scaled_and_clamped<T>(value, ZIVK_RND_NEAR, scale);
+}
+int32_t by_way_of_double(Place place, int64_t value, int32_t mode, double scale) {
+  return double_to_integer<int32_t>(place, nearest_float<double>(value), mode, scale);
+}
+
+// Blocks that grow by 2^128 or more read the lowest byte of the shift, in two's complement.
+Number grown_in_block(int64_t value, int shift) {
+  const int byte = shift % 256;
+  if (byte < 128) return product_of(value, byte);
+  const int right = 256 - byte;
+  if (right > 40) return product_of(0, 0);
+  return product_of((value + (int64_t{1} << (right - 1))) >> right, 0);
+}
+Number grown(Place place, int64_t value, int shift) {
+  return place == Place::kBlock ? grown_in_block(value, shift) : product_of(value, shift);
+}
+int8_t unsigned_to_signed(Place place, uint8_t value, int32_t mode, double scale) {
+  const int exponent = reference_scale_exponent(scale);
+  if (exponent > 0) return rounded_and_clamped<int8_t>(grown(place, value, exponent), ZIVK_RND_ZERO);
+  const bool known = mode == ZIVK_RND_ZERO || mode == ZIVK_RND_NEAR;
+  return scaled_and_clamped<int8_t>(value, known ? mode : ZIVK_RND_AWAY, scale);
+}
+
+// --- Packed samples --------------------------------------------------------------------
+
+template <class T>
+T from_sample(PackedSample sample) {
+  const int64_t value = sample.bytes[0] + 256 * sample.bytes[1] + 65536 * sample.bytes[2];
+  return static_cast<T>(value);
+}
+template <class T>
+T from_signed_sample(PackedSample sample) {
+  const int64_t value = from_sample<int64_t>(sample);
+  return static_cast<T>(value < 0x800000 ? value : value - 0x1000000);
+}
+
+PackedSample sample_of(Number number, bool is_signed) {
+  const int64_t value =
+      rounded_and_clamped(number, ZIVK_RND_NEAR, is_signed ? -0x800000 : 0, is_signed ? 0x7FFFFF : 0xFFFFFF);
+  const int64_t bits = value < 0 ? value + 0x1000000 : value;
+  return {{static_cast<uint8_t>(bits % 256), static_cast<uint8_t>(bits / 256 % 256),
+           static_cast<uint8_t>(bits / 65536)}};
+}
+template <class S>
+PackedSample integer_to_sample(Place place, S value, double scale) {
+  const int exponent = reference_scale_exponent(scale);
+  return sample_of(exponent > 0 ? grown(place, value, exponent) : product_of(value, exponent),
+                   std::is_signed_v<S>);
+}
+template <bool is_signed>
+PackedSample float_to_sample(float value, double scale) {
+  return sample_of(number_of(double{product(value, scale)}), is_signed);
+}
+
 }  // namespace
 
 References conversion_references() {
@@ -149,6 +214,20 @@ References conversion_references() {
       {"ZIVKS_Convert_16s64f_S", elementwise(scaled<double, int16_t>)},
       {"ZIVKS_Convert_32s32f_S", elementwise(scaled<float, int32_t>)},
       {"ZIVKS_Convert_32s64f_S", elementwise(scaled<double, int32_t>)},
+      {"ZIVKS_Convert_8s8u", elementwise(clamped<uint8_t, int8_t>)},
+      {"ZIVKS_Convert_32s16s", elementwise(clamped<int16_t, int32_t>)},
+      {"ZIVKS_Convert_8u8s_S", elementwise(unsigned_to_signed)},
+      {"ZIVKS_Convert_16s8s_S", elementwise(scaled_and_clamped<int8_t, int16_t>)},
+      {"ZIVKS_Convert_32s16s_S", elementwise(scaled_to_nearest<int16_t, int32_t>)},
+      {"ZIVKS_Convert_64s32s_S", elementwise(by_way_of_double)},
+      {"ZIVKS_Convert_24u32u", elementwise(from_sample<uint32_t>)},
+      {"ZIVKS_Convert_24u32f", elementwise(from_sample<float>)},
+      {"ZIVKS_Convert_24s32s", elementwise(from_signed_sample<int32_t>)},
+      {"ZIVKS_Convert_24s32f", elementwise(from_signed_sample<float>)},
+      {"ZIVKS_Convert_32u24u_S", elementwise(integer_to_sample<uint32_t>)},
+      {"ZIVKS_Convert_32s24s_S", elementwise(integer_to_sample<int32_t>)},
+      {"ZIVKS_Convert_32f24u_S", elementwise(float_to_sample<false>)},
+      {"ZIVKS_Convert_32f24s_S", elementwise(float_to_sample<true>)},
       {"ZIVKS_Convert_32f8u_S", elementwise(float_to_integer<uint8_t>)},
       {"ZIVKS_Convert_32f16u_S", elementwise(float_to_integer<uint16_t>)},
       {"ZIVKS_Convert_64f8u_S", elementwise(double_to_integer<uint8_t>)},
