@@ -17,8 +17,8 @@ template <class T, size_t distance, Prefetch hint>
 ZIVKS_INLINE bool is_null(Array<T, distance, hint> array) {
   return array.data == nullptr;
 }
-template <class T, size_t distance>
-ZIVKS_INLINE bool is_null(ComplexArray<T, distance> array) {
+template <class T, size_t distance, Prefetch hint>
+ZIVKS_INLINE bool is_null(ComplexArray<T, distance, hint> array) {
   return array.parts == nullptr;
 }
 template <class T>
