@@ -7,8 +7,6 @@ using namespace zivks;
 
 namespace {
 
-constexpr auto unchanged = [](auto a) { return a; };
-
 // The first `count` elements of the lanes, each of them of element_bytes, last one first.
 template <size_t count, size_t element_bytes, class T, size_t N, size_t... K>
 ZIVKS_INLINE Lanes<T, N> reverse_registers(Lanes<T, N> a, std::index_sequence<K...>) {
