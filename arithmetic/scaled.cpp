@@ -18,6 +18,7 @@
 #include "core/checks.h"
 #include "core/complex.h"
 #include "core/scale.h"
+#include "core/scaled_integer.h"
 
 using namespace zivks;
 
@@ -87,12 +88,6 @@ T shift_left_clamped(int64_t value, int count) {
   return clamp<T>(value * (int64_t{1} << std::min(count, 31)));
 }
 
-// Beyond 40 even the largest values round to 0.
-int64_t shift_right_half_up(int64_t value, int count) {
-  return count > 40 ? 0 : (value + (int64_t{1} << (count - 1))) >> count;
-}
-int64_t shift_right_down(int64_t value, int count) { return value >> std::min(count, 63); }
-
 // --- Long shifts to the left ---------------------------------------------------------------
 
 // They take all values but 0 to a bound, in blocks and tail.
@@ -109,18 +104,16 @@ struct Wraps {
 
   template <class Operation, class T, class First, class Second>
   [[gnu::noinline]] static void shift_left(T* dst, size_t len, First first, Second second, int count) {
-    const int block_count = wrapped_shift(count);
     const size_t blocks = len & ~(block - 1);
     for (size_t i = 0; i < len; ++i) {
       const int64_t exact = Operation::exact(first(i), second(i));
       const int64_t value = wrapped == Wrapped::kExactHalfUp ? exact : clamp<T>(exact);
       if (i >= blocks) {
         dst[i] = shift_left_clamped<T>(exact, count);
-      } else if (block_count >= 0) {
-        dst[i] = shift_left_clamped<T>(value, block_count);
+      } else if (wrapped == Wrapped::kClampedDown && wrapped_shift(count) < 0) {
+        dst[i] = clamp<T>(value >> std::min(-wrapped_shift(count), 63));
       } else {
-        dst[i] = clamp<T>(wrapped == Wrapped::kClampedDown ? shift_right_down(value, -block_count)
-                                                           : shift_right_half_up(value, -block_count));
+        dst[i] = clamp<T>(shift_left_wrapping(value, count));
       }
     }
   }
@@ -175,7 +168,7 @@ R round_halved(Halved<R> halved, int count) {
 
 // Unsigned 16-bit values of at most 510, ties to even.
 template <size_t N>
-ZIVKS_INLINE Lanes<uint16_t, N> round_small(Lanes<uint16_t, N> value, int count) {
+ZIVKS_INLINE Lanes<uint16_t, N> divide_small_rounded(Lanes<uint16_t, N> value, int count) {
   const U16 one = broadcast(uint16_t{1});
   const U16 half_less_one = shift_left(one, count - 1) - one;
   return lift<uint16_t>(
@@ -219,7 +212,9 @@ ZIVKStatus divide_rounded(Array<T, distance, hint> dst, size_t len, int count, F
     const int bounded = std::min(count, 10);  // by then the largest sum, 510, rounds to 0
     return map(
         dst, len,
-        [=](auto a, auto b) { return narrow_saturating<T>(round_small(Operation::widened(a, b), bounded)); },
+        [=](auto a, auto b) {
+          return narrow_saturating<T>(divide_small_rounded(Operation::widened(a, b), bounded));
+        },
         first, second);
   } else {
     if (count == 1) {

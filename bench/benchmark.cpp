@@ -27,7 +27,7 @@ constexpr double kShortCallAllowance = 10.0;  // nanoseconds above the cheapest 
 
 // Bytes that an array of `kMemoryBound` elements may take, also when it is the copy that moves the same
 // bytes.
-constexpr std::size_t kArrayBytes = std::size_t{kMemoryBound} * 24;
+constexpr std::size_t kArrayBytes = std::size_t{kMemoryBound} * 32;
 
 struct Candidate {
   std::string name;

@@ -408,6 +408,65 @@ struct AddScaled64 {
   }
 };
 
+// Multiply-accumulate.
+
+struct AddProduct {
+  template <class T>
+  PLAIN_LOOP void operator()(const T* src1, const T* src2, T* srcDst, int32_t len) const {
+    for (int32_t i = 0; i < len; ++i) srcDst[i] = std::fma(src1[i], src2[i], srcDst[i]);
+  }
+  template <class T>
+  PLAIN_LOOP void operator()(const T* src, T val, T* srcDst, int32_t len) const {
+    for (int32_t i = 0; i < len; ++i) srcDst[i] = std::fma(src[i], val, srcDst[i]);
+  }
+};
+
+// The last elements are rounded in another order.
+struct AddComplexProduct {
+  PLAIN_LOOP void operator()(const ZIVK32fc* src1, const ZIVK32fc* src2, ZIVK32fc* srcDst,
+                             int32_t len) const {
+    const int32_t blocks = len / 4 * 4;
+    for (int32_t i = 0; i < blocks; ++i) {
+      const ZIVK32fc a = src1[i], b = src2[i];
+      srcDst[i].re += std::fma(-a.im, b.im, a.re * b.re);
+      srcDst[i].im += std::fma(a.im, b.re, a.re * b.im);
+    }
+    add_tail(src1, src2, srcDst, blocks, len);
+  }
+  PLAIN_LOOP void operator()(const ZIVK64fc* src1, const ZIVK64fc* src2, ZIVK64fc* srcDst,
+                             int32_t len) const {
+    const int32_t blocks = len / 2 * 2;
+    for (int32_t i = 0; i < blocks; ++i) {
+      const ZIVK64fc a = src1[i], b = src2[i];
+      srcDst[i].re += std::fma(a.re, b.re, -(a.im * b.im));
+      srcDst[i].im += std::fma(a.im, b.re, a.re * b.im);
+    }
+    add_tail(src1, src2, srcDst, blocks, len);
+  }
+  template <class T>
+  static void add_tail(const T* src1, const T* src2, T* srcDst, int32_t begin, int32_t end) {
+    for (int32_t i = begin; i < end; ++i) {
+      const T a = src1[i], b = src2[i];
+      srcDst[i].re += std::fma(a.re, b.re, -(a.im * b.im));
+      srcDst[i].im += std::fma(a.re, b.im, a.im * b.re);
+    }
+  }
+};
+
+// Sum and Float are the types of the exact sum and of what is multiplied.
+template <class Sum, class Float>
+struct AddProductScaled {
+  template <class S, class T>
+  PLAIN_LOOP void operator()(const S* src1, const S* src2, T* srcDst, int32_t len, double scale) const {
+    const auto factor = static_cast<Float>(1.0 / scale);
+    for (int32_t i = 0; i < len; ++i) {
+      srcDst[i] = rounded_and_clamped<T>(static_cast<Float>(Sum{src1[i]} * src2[i] + srcDst[i]) * factor);
+    }
+  }
+};
+using AddProductScaled16s = AddProductScaled<int32_t, float>;
+using AddProductScaled32s = AddProductScaled<int64_t, double>;
+
 // Copies and fills.
 
 struct CopyForward {

@@ -21,8 +21,8 @@ template <class T, class Widened>
 ZIVKS_INLINE bool is_null(PackedArray<T, Widened> array) {
   return array.bytes == nullptr;
 }
-template <class T, size_t distance>
-ZIVKS_INLINE bool is_null(ComplexArray<T, distance> array) {
+template <class T, size_t distance, Prefetch hint>
+ZIVKS_INLINE bool is_null(ComplexArray<T, distance, hint> array) {
   return array.parts == nullptr;
 }
 template <class T>

@@ -162,7 +162,7 @@ ZIVKS_INLINE PackedArray<Pointed, Widened> packed(Pointed* bytes) {
 }
 
 // An array of complex numbers, given as their parts in turn: re, im, re, im ...
-template <class Pointed, size_t distance = 0>
+template <class Pointed, size_t distance = 0, Prefetch hint = Prefetch::kRead>
 struct ComplexArray {
   using Element = std::remove_const_t<Pointed>;
   static constexpr size_t kStepRegisters = 2;
@@ -195,7 +195,7 @@ struct ComplexArray {
 
   template <size_t elements>
   ZIVKS_INLINE void prefetch(size_t i) const {
-    prefetch_ahead<distance, 2 * elements * sizeof(Element)>(parts + 2 * i);
+    prefetch_ahead<distance, 2 * elements * sizeof(Element), hint>(parts + 2 * i);
   }
 
  private:

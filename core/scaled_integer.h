@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <limits>
 
+#include "core/scale.h"
 #include "core/vector/lanes.h"
 
 namespace zivks {
@@ -80,16 +81,12 @@ void with_scaling(int exponent, Body body) {
   return body([=](auto x) { return shift_out_rounded<mode>(x, -exponent); });
 }
 
-// From this shift on, blocks and tails have different rules. Blocks take the lowest byte of the count for a
-// signed number and shift to the right, half rounded up, if that is negative; in tails float32 is infinite.
-inline constexpr int kLeastWrappingShift = 128;
-
-// An integer of 32 bits, in such a block.
-inline int64_t shift_left_wrapping(int64_t x, int shift) {
-  constexpr int kEnough = 30;  // for every result but zero to be clamped, or for every one to be zero
-  const int count = static_cast<int8_t>(shift);
-  if (count >= 0) return x * (int64_t{1} << std::min(count, kEnough));
-  const int right = std::min(-count, kEnough + 4);
+// An integer of up to 33 bits shifted to the left by wrapped_shift(count); to the right, halves go up. At 31 all
+// values but 0 are beyond 32 bits and none is beyond 64, and from 34 to the right on all round to 0.
+inline int64_t shift_left_wrapping(int64_t x, int count) {
+  const int wrapped = wrapped_shift(count);
+  if (wrapped >= 0) return x * (int64_t{1} << std::min(wrapped, 31));
+  const int right = std::min(-wrapped, 34);
   return (x + (int64_t{1} << (right - 1))) >> right;
 }
 

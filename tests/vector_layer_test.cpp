@@ -8,6 +8,7 @@
 #include <cmath>
 #include <limits>
 #include <random>
+#include <set>
 #include <vector>
 
 #include "core/loops.h"
@@ -476,11 +477,33 @@ void expect_rounding_to_triples() {
         return To(rounded_between<ZIVK_RND_NEAR>(kLeastTriple<To>, double(a), kMostTriple<To>) & bytes);
       });
 }
+// Values within the range of int32 only.
+template <ZIVKRoundMode mode>
+void expect_rounding_of_small() {
+  constexpr size_t N = kRegisterElements<double>;
+  std::vector<double> values = {2147483647, -2147483648.0};
+  for (float value : telling_values<float>()) {
+    if (std::fabs(value) < 0x1p31F) values.push_back(double(value));
+  }
+  for (size_t i = 0; i < values.size(); ++i) {
+    const F64 low = register_of(values, i), high = register_of(values, 3 * i + N);
+    const F32 both = narrow(low, high);
+    const I32 of_doubles = round_small<mode>(low, high), of_floats = round_small<mode>(both);
+    for (size_t k = 0; k < 2 * N; ++k) {
+      const double value = k < N ? low[k] : high[k - N];
+      ASSERT_EQ(of_doubles[k], rounded_between<mode>(INT32_MIN, value, INT32_MAX)) << value;
+      if (std::fabs(both[k]) < 0x1p31F) {
+        ASSERT_EQ(of_floats[k], rounded_between<mode>(INT32_MIN, double(both[k]), INT32_MAX)) << value;
+      }
+    }
+  }
+}
 template <ZIVKRoundMode mode>
 void expect_rounding_to_all_types() {
   expect_rounding<float, mode, uint8_t, int8_t, uint16_t, int16_t, int32_t>();
   expect_rounding<double, mode, uint8_t, int8_t, uint16_t, int16_t, int32_t, int64_t>();
   expect_rounding_below_limit<mode>();
+  expect_rounding_of_small<mode>();
 }
 
 TEST(VectorLayer, RoundingToIntegersIgnoresTheCurrentMode) {
@@ -503,6 +526,66 @@ TEST(VectorLayer, FusedMultiplyAdd) {
         "fused", [=](auto a, auto b) { return fused_multiply_add(a, b, broadcast(third)); },
         [=](T a, T b) { return std::fma(a, b, third); });
   });
+}
+
+TEST(VectorLayer, PairsOfElements) {
+  for_types<float, double>([](auto type) {
+    using T = decltype(type);
+    const std::vector<T> values = telling_values<T>();
+    const T third = T(1) / 3;
+    for (size_t i = 0; i < values.size(); ++i) {
+      const Register<T> a = register_of(values, i), even = duplicate_even(a), odd = duplicate_odd(a),
+                        swapped = swap_pairs(a), negated = negate_even(a),
+                        fused = fused_multiply_alternate(a, swapped, broadcast(third));
+      for (size_t k = 0; k < kRegisterElements<T>; ++k) {
+        ASSERT_TRUE(same(T(even[k]), T(a[k & ~size_t{1}])));
+        ASSERT_TRUE(same(T(odd[k]), T(a[k | 1])));
+        ASSERT_TRUE(same(T(swapped[k]), T(a[k ^ 1])));
+        ASSERT_TRUE(same(T(negated[k]), k % 2 == 0 ? -T(a[k]) : T(a[k])));
+        ASSERT_TRUE(same(T(fused[k]), std::fma(T(a[k]), T(a[k ^ 1]), k % 2 == 0 ? -third : third)));
+      }
+    }
+  });
+}
+
+TEST(VectorLayer, SumsInFloat64) {
+  const std::vector<int32_t> values = telling_values<int32_t>();
+  constexpr size_t N = kRegisterElements<double>;
+  for (size_t i = 0; i < values.size(); ++i) {
+    for (size_t j = 0; j < values.size(); ++j) {
+      const I32 a = register_of(values, i), b = register_of(values, j), c = register_of(values, i + 5 * j);
+      const F64 sums[] = {sum_part<0>(a, b), sum_part<1>(a, b)},
+                with_product[] = {sum_of_product_part<0>(a, b, c), sum_of_product_part<1>(a, b, c)};
+      for (size_t k = 0; k < 2 * N; ++k) {
+        const int64_t x = a[k], y = b[k], z = c[k];
+        ASSERT_EQ(sums[k / N][k % N], double(x + y));
+        ASSERT_EQ(with_product[k / N][k % N], double(x * y + z));
+      }
+    }
+  }
+}
+
+TEST(VectorLayer, WideningProducts) {
+  const std::vector<int16_t> values = telling_values<int16_t>();
+  constexpr size_t N = kRegisterElements<int32_t>;
+  for (size_t i = 0; i < values.size(); ++i) {
+    const I16 a = register_of(values, i), b = register_of(values, 5 * i + 1);
+    const I32 low = multiply_part<0>(a, b), high = multiply_part<1>(a, b);
+    for (size_t k = 0; k < N; ++k) {
+      ASSERT_EQ(low[k], a[k] * b[k]);
+      ASSERT_EQ(high[k], a[N + k] * b[N + k]);
+    }
+    const I16 c = register_of(values, 7 * i + 2);
+    const RegisterPair<I32> sums = multiply_add_apart(a, b, c);
+    std::multiset<int> found, expected;
+    for (size_t k = 0; k < N; ++k) found.insert({sums.first[k], sums.second[k]});
+    const I16 joined = join_saturating(sums);
+    for (size_t k = 0; k < 2 * N; ++k) {
+      expected.insert(a[k] * b[k] + c[k]);
+      ASSERT_EQ(joined[k], clamped<int16_t>(a[k] * b[k] + c[k]));
+    }
+    ASSERT_EQ(found, expected);
+  }
 }
 
 TEST(VectorLayer, OrderOfElements) {

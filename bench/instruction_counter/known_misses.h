@@ -33,6 +33,10 @@ inline constexpr char kTwoComparisons[] =
     "a load and two comparisons a register are half of the plain loop's five already";
 inline constexpr char kTwoSearches[] =
     "a search for the extreme, and another one for the place where it stands";
+inline constexpr char kPartsTakenApart[] =
+    "loads that take parts apart have no offsets, so each wants an address; permutations join the results";
+inline constexpr char kExactSumInFloat[] =
+    "to floating point and back with a multiplication between is half of the plain loop's work already";
 inline constexpr char kTwoOperations[] = "two operations a register to leave the real parts alone";
 
 inline constexpr KnownMiss kKnownMisses[] = {
@@ -323,6 +327,20 @@ inline constexpr KnownMiss kKnownMisses[] = {
     {"ZIVKS_AddC_64s_S scale 8, ties up", 0.36, 184, kScaledPaths},
     {"ZIVKS_AddC_64u_S scale 8, to zero", kNoMiss, 107, kScaledPaths},
     {"ZIVKS_AddC_64u_S scale 8, ties up", kNoMiss, 147, kScaledPaths},
+    {"ZIVKS_AddProduct_32fc", 1.32, 182, kPartsTakenApart},
+    {"ZIVKS_AddProduct_64fc", 1.70, 251, kPartsTakenApart},
+    {"ZIVKS_AddProduct_16s_S scale 1", kNoMiss, 91, kScaledPaths},
+    {"ZIVKS_AddProduct_16s_S scale 2", 0.46, 94, kExactSumInFloat},
+    {"ZIVKS_AddProduct_16s_S scale 8", 0.46, 94, kExactSumInFloat},
+    {"ZIVKS_AddProduct_16s_S scale 0.5", kNoMiss, 96, kScaledPaths},
+    {"ZIVKS_AddProduct_32s_S scale 1", 0.48, 137, kExactSumInFloat},
+    {"ZIVKS_AddProduct_32s_S scale 2", 0.48, 129, kExactSumInFloat},
+    {"ZIVKS_AddProduct_32s_S scale 8", 0.48, 129, kExactSumInFloat},
+    {"ZIVKS_AddProduct_32s_S scale 0.5", 0.48, 140, kExactSumInFloat},
+    {"ZIVKS_AddProduct_16s32s_S scale 1", kNoMiss, 86, kScaledPaths},
+    {"ZIVKS_AddProduct_16s32s_S scale 2", 0.43, 106, kExactSumInFloat},
+    {"ZIVKS_AddProduct_16s32s_S scale 8", 0.43, 106, kExactSumInFloat},
+    {"ZIVKS_AddProduct_16s32s_S scale 0.5", kNoMiss, 90, kScaledPaths},
     // clang-format on
 };
 

@@ -169,6 +169,17 @@ std::vector<Row> arithmetic_rows() {
       ROW(ZIVKS_Abs_32s_I, kSaturating, InPlace<Absolute>, NoRoutine, srcDst, len),
       ROW(ZIVKS_Abs_32f_I, kPlain, InPlace<Absolute>, NoRoutine, srcDst, len),
       ROW(ZIVKS_Abs_64f_I, kPlain, InPlace<Absolute>, NoRoutine, srcDst, len),
+
+      ROW(ZIVKS_AddProduct_32f, kPlain, AddProduct, NoRoutine, src1, src2, srcDst, len),
+      ROW(ZIVKS_AddProduct_64f, kPlain, AddProduct, NoRoutine, src1, src2, srcDst, len),
+      ROW(ZIVKS_AddProduct_32fc, kPlain, AddComplexProduct, NoRoutine, src1, src2, srcDst, len),
+      ROW(ZIVKS_AddProduct_64fc, kPlain, AddComplexProduct, NoRoutine, src1, src2, srcDst, len),
+      ROW(ZIVKS_AddProductC_32f, kPlain, AddProduct, NoRoutine, src, val, srcDst, len),
+      ROW(ZIVKS_AddProductC_64f, kPlain, AddProduct, NoRoutine, src, val, srcDst, len),
+
+      AT_FOUR_SCALES(ZIVKS_AddProduct_16s_S, AddProductScaled16s, src1, src2, srcDst, len),
+      AT_FOUR_SCALES(ZIVKS_AddProduct_32s_S, AddProductScaled32s, src1, src2, srcDst, len),
+      AT_FOUR_SCALES(ZIVKS_AddProduct_16s32s_S, AddProductScaled32s, src1, src2, srcDst, len),
   };
 }
 

@@ -44,6 +44,10 @@ ZIVKS_INLINE Lanes<T, N> operator-(Lanes<T, N> a, Lanes<T, N> b) {
   return lift<T>([](auto x, auto y) { return x - y; }, a, b);
 }
 template <class T, size_t N>
+ZIVKS_INLINE Lanes<T, N> operator-(Lanes<T, N> a) {
+  return lift<T>([](auto x) { return -x; }, a);
+}
+template <class T, size_t N>
 ZIVKS_INLINE Lanes<T, N> operator*(Lanes<T, N> a, Lanes<T, N> b) {
   return lift<T>([](auto x, auto y) { return x * y; }, a, b);
 }
@@ -124,6 +128,15 @@ ZIVKS_INLINE Lanes<T, N> absolute(Lanes<T, N> a) {
 }
 
 template <class T, size_t N>
+ZIVKS_INLINE Lanes<T, N> fused_multiply_add(Lanes<T, N> a, Lanes<T, N> b, Lanes<T, N> c) {
+  return lift<T>([](auto x, auto y, auto z) { return fused_multiply_add(x, y, z); }, a, b, c);
+}
+template <class T, size_t N>
+ZIVKS_INLINE Lanes<T, N> fused_multiply_add(Lanes<T, N> a, Register<T> b, Lanes<T, N> c) {
+  return lift<T>([b](auto x, auto z) { return fused_multiply_add(x, b, z); }, a, c);
+}
+
+template <class T, size_t N>
 ZIVKS_INLINE Lanes<T, N> shift_left(Lanes<T, N> a, int count) {
   return lift<T>([count](auto x) { return shift_left(x, count); }, a);
 }
@@ -156,6 +169,17 @@ ZIVKS_INLINE Lanes<To, N> widen(Lanes<T, N> a) {
   static_assert(sizeof(To) > sizeof(T));
   return spread_over<To>(std::make_index_sequence<Lanes<To, N>::kParts>(), a,
                          [](auto x, auto k) { return widen_part<To, k>(x); });
+}
+
+// Products of 16-bit integers.
+template <size_t N, size_t... I>
+ZIVKS_INLINE Lanes<int32_t, N> multiply_widening_over(std::index_sequence<I...>, Lanes<int16_t, N> a,
+                                                      Lanes<int16_t, N> b) {
+  return {{multiply_part<I % 2>(a.part[I / 2], b.part[I / 2])...}};
+}
+template <size_t N>
+ZIVKS_INLINE Lanes<int32_t, N> multiply_widening(Lanes<int16_t, N> a, Lanes<int16_t, N> b) {
+  return multiply_widening_over(std::make_index_sequence<Lanes<int32_t, N>::kParts>(), a, b);
 }
 
 // To a floating-point type, rounded in the current mode where it is not exact.

@@ -14,6 +14,7 @@ inline constexpr size_t kTurnRegisters = 8;
 inline constexpr bool kAccessesPair = true;
 inline constexpr bool kWidensFromMemory = false;
 inline constexpr bool kExactFloatExtremesAreCostly = false;
+inline constexpr bool kSeparatesParts = true;
 inline constexpr bool kPrefetches = true;
 
 template <class R>
@@ -248,6 +249,39 @@ ZIVKS_INLINE Register<To> narrow_saturating(I32 a, I32 b, I32 c, I32 d) {
 ZIVKS_INLINE F32 fused_multiply_add(F32 a, F32 b, F32 c) { return F32(vfmaq_f32(c, a, b)); }
 ZIVKS_INLINE F64 fused_multiply_add(F64 a, F64 b, F64 c) { return F64(vfmaq_f64(c, a, b)); }
 
+template <size_t K>
+ZIVKS_INLINE F64 sum_part(I32 a, I32 b) {
+  if constexpr (K == 0) return F64(vcvtq_f64_s64(vaddl_s32(vget_low_s32(a), vget_low_s32(b))));
+  if constexpr (K == 1) return F64(vcvtq_f64_s64(vaddl_high_s32(a, b)));
+}
+template <size_t K>
+ZIVKS_INLINE F64 sum_of_product_part(I32 a, I32 b, I32 c) {
+  if constexpr (K == 0) {
+    return F64(vcvtq_f64_s64(vaddw_s32(vmull_s32(vget_low_s32(a), vget_low_s32(b)), vget_low_s32(c))));
+  } else {
+    return F64(vcvtq_f64_s64(vaddw_high_s32(vmull_high_s32(a, b), c)));
+  }
+}
+
+ZIVKS_INLINE F32 negate_even(F32 a) { return F32(U64(a) ^ broadcast(uint64_t{1} << 31)); }
+ZIVKS_INLINE F64 negate_even(F64 a) { return F64(U64(a) ^ U64{uint64_t{1} << 63, 0}); }
+template <class R>
+ZIVKS_INLINE R fused_multiply_alternate(R a, R b, R c) {
+  return fused_multiply_add(a, b, negate_even(c));
+}
+
+template <size_t K>
+ZIVKS_INLINE I32 multiply_part(I16 a, I16 b) {
+  if constexpr (K == 0) return I32(vmull_s16(vget_low_s16(a), vget_low_s16(b)));
+  if constexpr (K == 1) return I32(vmull_high_s16(a, b));
+}
+ZIVKS_INLINE RegisterPair<I32> multiply_add_apart(I16 a, I16 b, I16 c) {
+  return {I32(vaddw_s16(vmull_s16(vget_low_s16(a), vget_low_s16(b)), vget_low_s16(c))),
+          I32(vaddw_high_s16(vmull_high_s16(a, b), c))};
+}
+ZIVKS_INLINE I16 join_saturating(RegisterPair<I32> a) {
+  return I16(vqmovn_high_s32(vqmovn_s32(a.first), a.second));
+}
 ZIVKS_INLINE U64 multiply_low(U64 a, U64 b) { return a * b; }
 
 // --- Rounding to integers --------------------------------------------------------------
@@ -285,6 +319,14 @@ ZIVKS_INLINE Register<To> round_to_triples(F32 a) {
   if constexpr (!std::is_signed_v<To>) return rounded;
 }
 
+template <ZIVKRoundMode mode>
+ZIVKS_INLINE I32 round_small(F32 a) {
+  return round_signed<mode>(a);
+}
+template <ZIVKRoundMode mode>
+ZIVKS_INLINE I32 round_small(F64 a, F64 b) {
+  return I32(vuzp1q_s32(I32(round_signed<mode>(a)), I32(round_signed<mode>(b))));
+}
 template <class To, ZIVKRoundMode mode>
 ZIVKS_INLINE I32 round_for(F32 a) {
   return round_signed<mode>(a);
@@ -338,6 +380,13 @@ ZIVKS_INLINE RegisterPair<R> deinterleave(R low, R high) {
   const auto [even, odd] = deinterleave(Bits(low), Bits(high));
   return {R(even), R(odd)};
 }
+
+ZIVKS_INLINE F32 duplicate_even(F32 a) { return F32(vtrn1q_f32(a, a)); }
+ZIVKS_INLINE F64 duplicate_even(F64 a) { return F64(vtrn1q_f64(a, a)); }
+ZIVKS_INLINE F32 duplicate_odd(F32 a) { return F32(vtrn2q_f32(a, a)); }
+ZIVKS_INLINE F64 duplicate_odd(F64 a) { return F64(vtrn2q_f64(a, a)); }
+ZIVKS_INLINE F32 swap_pairs(F32 a) { return F32(vrev64q_f32(a)); }
+ZIVKS_INLINE F64 swap_pairs(F64 a) { return F64(vextq_f64(a, a, 1)); }
 
 template <class T>
 ZIVKS_INLINE RegisterPair<Register<T>> load_deinterleaved(const T* from) {

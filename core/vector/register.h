@@ -22,6 +22,8 @@
 //   negative_product                      all ones in lanes where the exact product is negative
 //   widen_part<To, K>                     K-th part of a register's integers, in a wider type
 //   convert_part<To, K>                   the same, to a floating-point type; rounds in the current mode
+//   sum_part<K>(a, b)                     K-th part of a + b, of int32, in float64
+//   sum_of_product_part<K>(a, b, c)       K-th part of a * b + c, of int32, in float64; the exact sum, rounded
 //   narrow                                two registers of float64 to one of float32
 //   narrow_saturating<To>                 two registers to one of integers half as wide, clamped; four of
 //                                         int32 to one of integers a quarter as wide
@@ -33,10 +35,20 @@
 //   round_at_most<To, mode>(a, limit)     the same of float32 to int32 or uint32, but not above `limit`
 //   round_to_triples<To>                  float32 to integers of three bytes, to nearest, clamped at their bounds;
 //                                         NaN gives 0. The fourth byte of each may be anything
+//   round_small<mode>                     float32, or two registers of float64, to int32, for values within
+//                                         its range
 //   fused_multiply_add(a, b, c)           a * b + c with one rounding
+//   fused_multiply_alternate(a, b, c)     a * b - c in even lanes, a * b + c in odd ones, with one rounding
+//   negate_even                           floats: the sign bit of even lanes turned
+//   multiply_part<K>                      K-th part of the products of 16-bit integers, in 32 bits
+//   multiply_add_apart(a, b, c)           16-bit integers, a * b + c in two registers of 32 bits; which lanes
+//                                         stand in which is the processor's choice
+//   join_saturating                       those registers to one of 16 bits, clamped, in the order that was
 //   multiply_low                          64-bit integers, product modulo 2^64
 //   deinterleave, interleave              even and odd elements of two registers, and back
 //   load_deinterleaved                    even and odd elements of two registers' length of memory
+//   duplicate_even, duplicate_odd         floats: of each pair of lanes the even one, or the odd one, twice
+//   swap_pairs                            floats: of each pair of lanes the odd one first
 //   reverse                               last element first
 //   reverse_pairs                         64-bit integers: last pair first, each pair in its order
 //   reverse_bottom<element, bytes>        elements of so many bytes each in the lowest `bytes`: last one first
@@ -59,6 +71,7 @@
 //   kAccessesPair                         loads, and stores, of neighbouring registers become one instruction
 //   kWidensFromMemory                     loads widen: taking a register apart costs more than loading less
 //   kExactFloatExtremesAreCostly          minimum and maximum of floats take several instructions
+//   kSeparatesParts                       complex numbers are best taken apart before they are multiplied
 //   kPrefetches                           hints are worth while in loops that write
 #ifndef ZIVKS_CORE_VECTOR_REGISTER_H
 #define ZIVKS_CORE_VECTOR_REGISTER_H

@@ -21,6 +21,7 @@ inline constexpr size_t kTurnRegisters = 4;
 inline constexpr bool kAccessesPair = false;
 inline constexpr bool kWidensFromMemory = true;
 inline constexpr bool kExactFloatExtremesAreCostly = true;
+inline constexpr bool kSeparatesParts = false;
 inline constexpr bool kPrefetches = false;
 
 template <class R>
@@ -338,6 +339,40 @@ ZIVKS_INLINE F64 fused_multiply_add(F64 a, F64 b, F64 c) {
   return F64(_mm256_fmadd_pd(__m256d(a), __m256d(b), __m256d(c)));
 }
 
+template <size_t K>
+ZIVKS_INLINE F64 sum_part(I32 a, I32 b) {
+  return convert_part<double, K>(a) + convert_part<double, K>(b);
+}
+template <size_t K>
+ZIVKS_INLINE F64 sum_of_product_part(I32 a, I32 b, I32 c) {
+  return fused_multiply_add(convert_part<double, K>(a), convert_part<double, K>(b),
+                            convert_part<double, K>(c));
+}
+
+ZIVKS_INLINE F32 fused_multiply_alternate(F32 a, F32 b, F32 c) {
+  return F32(_mm256_fmaddsub_ps(__m256(a), __m256(b), __m256(c)));
+}
+ZIVKS_INLINE F64 fused_multiply_alternate(F64 a, F64 b, F64 c) {
+  return F64(_mm256_fmaddsub_pd(__m256d(a), __m256d(b), __m256d(c)));
+}
+
+// The product of the low halves of 32 bits, plus that of the high ones, of which one is zero.
+template <size_t K>
+ZIVKS_INLINE I32 multiply_part(I16 a, I16 b) {
+  return I32(_mm256_madd_epi16(M(widen_part<int32_t, K>(a)), M(widen_part<uint32_t, K>(U16(b)))));
+}
+
+// Of each 128 bits the lower four stand in the first register, the upper four in the second.
+ZIVKS_INLINE RegisterPair<I32> multiply_add_apart(I16 a, I16 b, I16 c) {
+  a = kept_in_register(a), b = kept_in_register(b), c = kept_in_register(c);  // else all are loaded twice
+  const M one = M(broadcast(int16_t{1}));
+  return {I32(_mm256_madd_epi16(_mm256_unpacklo_epi16(M(a), M(c)), _mm256_unpacklo_epi16(M(b), one))),
+          I32(_mm256_madd_epi16(_mm256_unpackhi_epi16(M(a), M(c)), _mm256_unpackhi_epi16(M(b), one)))};
+}
+ZIVKS_INLINE I16 join_saturating(RegisterPair<I32> a) {
+  return I16(_mm256_packs_epi32(M(a.first), M(a.second)));
+}
+
 ZIVKS_INLINE U64 multiply_low(U64 a, U64 b) { return a * b; }
 
 // --- Rounding to integers --------------------------------------------------------------
@@ -393,6 +428,16 @@ ZIVKS_INLINE Register<To> round_to_triples(F32 a) {
   const F32 least = broadcast(float{kLeastTriple<To>}), most = broadcast(float{kMostTriple<To>});
   const F32 bounded = lesser(most, greater(least, a));
   return Register<To>(_mm256_cvttps_epi32(__m256(ready_to_truncate<ZIVK_RND_NEAR>(bounded))));
+}
+
+template <ZIVKRoundMode mode>
+ZIVKS_INLINE I32 round_small(F32 a) {
+  return I32(_mm256_cvttps_epi32(__m256(ready_to_truncate<mode>(a))));
+}
+template <ZIVKRoundMode mode>
+ZIVKS_INLINE I32 round_small(F64 a, F64 b) {
+  const auto half = [](F64 x) { return _mm256_cvttpd_epi32(__m256d(ready_to_truncate<mode>(x))); };
+  return I32(_mm256_set_m128i(half(b), half(a)));
 }
 
 // The bound of int32 is no float32. Above its range the conversion gives the lowest int32, of which all
@@ -474,6 +519,16 @@ ZIVKS_INLINE RegisterPair<R> deinterleave(R low, R high) {
             R(order_quarters(_mm256_packus_epi16(odd(low), odd(high))))};
   }
 }
+
+ZIVKS_INLINE F32 duplicate_even(F32 a) { return F32(_mm256_moveldup_ps(__m256(a))); }
+ZIVKS_INLINE F64 duplicate_even(F64 a) { return F64(_mm256_movedup_pd(__m256d(a))); }
+ZIVKS_INLINE F32 duplicate_odd(F32 a) { return F32(_mm256_movehdup_ps(__m256(a))); }
+ZIVKS_INLINE F64 duplicate_odd(F64 a) { return F64(_mm256_permute_pd(__m256d(a), 0xF)); }
+ZIVKS_INLINE F32 swap_pairs(F32 a) { return F32(_mm256_permute_ps(__m256(a), 0xB1)); }
+ZIVKS_INLINE F64 swap_pairs(F64 a) { return F64(_mm256_permute_pd(__m256d(a), 0x5)); }
+
+ZIVKS_INLINE F32 negate_even(F32 a) { return F32(U64(a) ^ broadcast(uint64_t{1} << 31)); }
+ZIVKS_INLINE F64 negate_even(F64 a) { return F64(U64(a) ^ U64{uint64_t{1} << 63, 0, uint64_t{1} << 63, 0}); }
 
 template <class T>
 ZIVKS_INLINE RegisterPair<Register<T>> load_deinterleaved(const T* from) {

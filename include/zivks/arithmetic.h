@@ -1,6 +1,6 @@
 /**
  * @file
- * Addition, subtraction and absolute value.
+ * Addition, subtraction, absolute value and multiply-accumulate.
  */
 #ifndef ZIVKS_ARITHMETIC_H
 #define ZIVKS_ARITHMETIC_H
@@ -773,6 +773,148 @@ ZIVKS_API ZIVKStatus ZIVKS_Abs_16s_I(int16_t* srcDst, int32_t len);
 ZIVKS_API ZIVKStatus ZIVKS_Abs_32s_I(int32_t* srcDst, int32_t len);
 ZIVKS_API ZIVKStatus ZIVKS_Abs_32f_I(float* srcDst, int32_t len);
 ZIVKS_API ZIVKStatus ZIVKS_Abs_64f_I(double* srcDst, int32_t len);
+
+/** @} */
+
+/** @} */
+
+/**
+ * @defgroup arithmetic_product Multiply-accumulate
+ * @ingroup arithmetic
+ *
+ * Products are added to an array that is both read and written. With real elements it may be a factor as
+ * well, if the elements are as wide.
+ *
+ * @{
+ */
+
+/** @name AddProduct
+ *  @{ */
+
+/**
+ * Adds the product of two arrays: `srcDst[i] = src1[i] * src2[i] + srcDst[i]`, with one rounding.
+ *
+ * @param src1    first factor
+ * @param src2    second factor
+ * @param srcDst  summand and sum
+ * @param len     number of elements
+ * @return #ZIVK_STS_NO_ERR, #ZIVK_STS_NULL_PTR_ERR or #ZIVK_STS_SIZE_ERR
+ */
+ZIVKS_API ZIVKStatus ZIVKS_AddProduct_32f(const float* src1, const float* src2, float* srcDst, int32_t len);
+
+/** @copydoc ZIVKS_AddProduct_32f */
+ZIVKS_API ZIVKStatus ZIVKS_AddProduct_64f(const double* src1, const double* src2, double* srcDst,
+                                          int32_t len);
+
+/**
+ * Adds the product of two complex arrays. Three roundings make up each part of a result. With a = `src1[i]`,
+ * b = `src2[i]` and c = `srcDst[i]`, one product is rounded, the other is added to it with one rounding, and
+ * c is added last. Which product is rounded differs between the blocks of 4 elements and the tail, and can be
+ * seen in the last place:
+ *
+ * |       | real part, rounded | real part, fused | imaginary part, rounded | imaginary part, fused |
+ * |-------|--------------------|------------------|-------------------------|-----------------------|
+ * | block | a.re b.re          | - a.im b.im      | a.re b.im               | + a.im b.re           |
+ * | tail  | - a.im b.im        | + a.re b.re      | a.im b.re               | + a.re b.im           |
+ *
+ * No overlap of `srcDst` with a factor is supported.
+ *
+ * @param src1    first factor
+ * @param src2    second factor
+ * @param srcDst  summand and sum
+ * @param len     number of complex elements
+ * @return #ZIVK_STS_NO_ERR, #ZIVK_STS_NULL_PTR_ERR or #ZIVK_STS_SIZE_ERR
+ */
+ZIVKS_API ZIVKStatus ZIVKS_AddProduct_32fc(const ZIVK32fc* src1, const ZIVK32fc* src2, ZIVK32fc* srcDst,
+                                           int32_t len);
+
+/**
+ * Adds the product of two complex arrays as ZIVKS_AddProduct_32fc() does, but in another order of roundings
+ * and with blocks of 2 elements:
+ *
+ * |       | real part, rounded | real part, fused | imaginary part, rounded | imaginary part, fused |
+ * |-------|--------------------|------------------|-------------------------|-----------------------|
+ * | block | - a.im b.im        | + a.re b.re      | a.re b.im               | + a.im b.re           |
+ * | tail  | - a.im b.im        | + a.re b.re      | a.im b.re               | + a.re b.im           |
+ *
+ * No overlap of `srcDst` with a factor is supported.
+ *
+ * @param src1    first factor
+ * @param src2    second factor
+ * @param srcDst  summand and sum
+ * @param len     number of complex elements
+ * @return #ZIVK_STS_NO_ERR, #ZIVK_STS_NULL_PTR_ERR or #ZIVK_STS_SIZE_ERR
+ */
+ZIVKS_API ZIVKStatus ZIVKS_AddProduct_64fc(const ZIVK64fc* src1, const ZIVK64fc* src2, ZIVK64fc* srcDst,
+                                           int32_t len);
+
+/** @} */
+
+/** @name AddProductC
+ *  @{ */
+
+/**
+ * Adds the product of an array and a constant: `srcDst[i] = src[i] * val + srcDst[i]`, with one rounding.
+ *
+ * @param src     factor
+ * @param val     constant factor
+ * @param srcDst  summand and sum
+ * @param len     number of elements
+ * @return #ZIVK_STS_NO_ERR, #ZIVK_STS_NULL_PTR_ERR or #ZIVK_STS_SIZE_ERR
+ */
+ZIVKS_API ZIVKStatus ZIVKS_AddProductC_32f(const float* src, float val, float* srcDst, int32_t len);
+
+/** @copydoc ZIVKS_AddProductC_32f */
+ZIVKS_API ZIVKStatus ZIVKS_AddProductC_64f(const double* src, double val, double* srcDst, int32_t len);
+
+/** @} */
+
+/** @name Scaled AddProduct
+ *  @{ */
+
+/**
+ * Adds the product of two arrays, scales and saturates: `srcDst[i] = (src1[i] * src2[i] + srcDst[i]) * M`, to
+ * the nearest integer, ties to even. The exact sum is converted to `float` before it is multiplied by the
+ * power of two M that `scale` selects: of a sum of more than 24 significant bits the lower ones are rounded
+ * away first.
+ *
+ * @param src1    first factor
+ * @param src2    second factor
+ * @param srcDst  summand and result
+ * @param len     number of elements
+ * @param scale   divisor, of which only a power of two takes effect: see @ref scale
+ * @return #ZIVK_STS_NO_ERR, #ZIVK_STS_NULL_PTR_ERR, #ZIVK_STS_SIZE_ERR or #ZIVK_STS_SCALE_ERR
+ */
+ZIVKS_API ZIVKStatus ZIVKS_AddProduct_16s_S(const int16_t* src1, const int16_t* src2, int16_t* srcDst,
+                                            int32_t len, double scale);
+
+/**
+ * Like ZIVKS_AddProduct_16s_S(), except that the exact sum is converted to `double`, which rounds a sum of
+ * more than 53 significant bits.
+ *
+ * @param src1    first factor
+ * @param src2    second factor
+ * @param srcDst  summand and result
+ * @param len     number of elements
+ * @param scale   divisor, of which only a power of two takes effect: see @ref scale
+ * @return #ZIVK_STS_NO_ERR, #ZIVK_STS_NULL_PTR_ERR, #ZIVK_STS_SIZE_ERR or #ZIVK_STS_SCALE_ERR
+ */
+ZIVKS_API ZIVKStatus ZIVKS_AddProduct_32s_S(const int32_t* src1, const int32_t* src2, int32_t* srcDst,
+                                            int32_t len, double scale);
+
+/**
+ * Like ZIVKS_AddProduct_16s_S(), except that the summand and the result are of 32 bits. The sum is exact
+ * until it has been scaled.
+ *
+ * @param src1    first factor
+ * @param src2    second factor
+ * @param srcDst  summand and result
+ * @param len     number of elements
+ * @param scale   divisor, of which only a power of two takes effect: see @ref scale
+ * @return #ZIVK_STS_NO_ERR, #ZIVK_STS_NULL_PTR_ERR, #ZIVK_STS_SIZE_ERR or #ZIVK_STS_SCALE_ERR
+ */
+ZIVKS_API ZIVKStatus ZIVKS_AddProduct_16s32s_S(const int16_t* src1, const int16_t* src2, int32_t* srcDst,
+                                               int32_t len, double scale);
 
 /** @} */
 

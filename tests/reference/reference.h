@@ -26,6 +26,7 @@ References complex_layout_references();
 References element_order_references();
 References logic_references();
 References arithmetic_references();
+References multiply_accumulate_references();
 References scaled_arithmetic_references();
 References conversion_references();
 References extremes_references();

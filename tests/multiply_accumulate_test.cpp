@@ -1,0 +1,165 @@
+// Multiply-accumulate beyond one element at a time, and where the order of its roundings shows.
+#include "reference/multiply_accumulate.h"
+
+#include <limits>
+#include <vector>
+
+#include "reference/against_reference.h"
+
+namespace zivks_test {
+namespace {
+
+template <class C>
+std::vector<C> random_numbers(uint64_t seed, size_t len) {
+  Random random(seed);
+  std::vector<C> numbers(len);
+  for (C& number : numbers) {
+    for (PartOf<C>* part : {&number.re, &number.im}) {
+      *part = static_cast<PartOf<C>>(std::ldexp(static_cast<double>(random.next() >> 11), -52) - 1);
+    }
+  }
+  return numbers;
+}
+
+template <class C, class AddProduct>
+void expect_block_and_tail_on_a_factor(AddProduct add_product) {
+  for (size_t len = 1; len <= 40; ++len) {
+    for (size_t shared = 0; shared <= 2; ++shared) {  // the first factor, the second, or both
+      std::vector<C> sum = random_numbers<C>(len, len), expected = sum;
+      const std::vector<C> factor = random_numbers<C>(len + 100, len);
+      const auto either = [&](size_t index, std::vector<C>& array) {
+        return index == shared || shared == 2 ? array.data() : factor.data();
+      };
+      ASSERT_EQ(add_product(either(0, sum), either(1, sum), sum.data(), static_cast<int32_t>(len)),
+                ZIVK_STS_NO_ERR);
+      reference_add_product(either(0, expected), either(1, expected), expected.data(), len);
+      ASSERT_EQ(std::memcmp(sum.data(), expected.data(), len * sizeof(C)), 0) << len << ", " << shared;
+    }
+  }
+}
+
+// No overlap is promised, but what it does is told.
+TEST(AddProduct, OfComplexNumbersOnAFactorUsesTheNewRealPartInTheTail) {
+  expect_block_and_tail_on_a_factor<ZIVK32fc>(ZIVKS_AddProduct_32fc);
+  expect_block_and_tail_on_a_factor<ZIVK64fc>(ZIVKS_AddProduct_64fc);
+}
+
+// How many elements of a block come out otherwise than they would in a tail.
+template <class C, class AddProduct>
+size_t count_differences(AddProduct add_product, bool in_real_parts) {
+  constexpr size_t kLen = 1000;
+  const std::vector<C> a = random_numbers<C>(1, kLen), b = random_numbers<C>(2, kLen);
+  std::vector<C> at_once(kLen), one_by_one(kLen);
+  add_product(a.data(), b.data(), at_once.data(), kLen);
+  for (size_t i = 0; i < kLen; ++i) add_product(&a[i], &b[i], &one_by_one[i], 1);
+  size_t count = 0;
+  for (size_t i = 0; i < kLen; ++i) {
+    count += in_real_parts ? at_once[i].re != one_by_one[i].re : at_once[i].im != one_by_one[i].im;
+  }
+  return count;
+}
+
+TEST(AddProduct, OfComplexNumbersRoundsInAnotherOrderInTheTail) {
+  EXPECT_GT(count_differences<ZIVK32fc>(ZIVKS_AddProduct_32fc, true), 100U);
+  EXPECT_GT(count_differences<ZIVK32fc>(ZIVKS_AddProduct_32fc, false), 100U);
+  EXPECT_EQ(count_differences<ZIVK64fc>(ZIVKS_AddProduct_64fc, true), 0U);
+  EXPECT_GT(count_differences<ZIVK64fc>(ZIVKS_AddProduct_64fc, false), 100U);
+}
+
+// Sums of zeros of both signs depend on what is negated, and on what is added to what.
+template <class C, class AddProduct>
+void expect_signs_of_zero(AddProduct add_product) {
+  constexpr size_t kLen = 4096;  // four values in six places
+  const PartOf<C> values[] = {0, static_cast<PartOf<C>>(-0.0), 1, -1};
+  std::vector<C> factor[2], sum;
+  for (size_t i = 0; i < kLen; ++i) {
+    const auto number = [&](size_t shift) { return C{values[i >> shift & 3], values[i >> (shift + 2) & 3]}; };
+    factor[0].push_back(number(0)), factor[1].push_back(number(4)), sum.push_back(number(8));
+  }
+  for (size_t step : {kLen, size_t{1}}) {  // in blocks, and in tails only
+    std::vector<C> result = sum, expected = sum;
+    for (size_t i = 0; i < kLen; i += step) {
+      add_product(&factor[0][i], &factor[1][i], &result[i], static_cast<int32_t>(step));
+      reference_add_product(&factor[0][i], &factor[1][i], &expected[i], step);
+    }
+    EXPECT_EQ(std::memcmp(result.data(), expected.data(), kLen * sizeof(C)), 0) << step;
+  }
+}
+
+TEST(AddProduct, OfComplexNumbersGivesZerosTheirSigns) {
+  expect_signs_of_zero<ZIVK32fc>(ZIVKS_AddProduct_32fc);
+  expect_signs_of_zero<ZIVK64fc>(ZIVKS_AddProduct_64fc);
+}
+
+TEST(AddProduct, KeepsWhatTwoRoundingsWouldLose) {
+  const float factor = 1 + 0x1p-12F;
+  float sum = -(1 + 0x1p-11F);
+  ASSERT_EQ(ZIVKS_AddProduct_32f(&factor, &factor, &sum, 1), ZIVK_STS_NO_ERR);
+  EXPECT_EQ(sum, 0x1p-24F);
+}
+
+// At every place of a block and of a tail.
+template <class S, class T, class AddProduct>
+void expect_everywhere(AddProduct add_product, S a, S b, T c, double scale, T expected) {
+  const std::vector<S> first(37, a), second(37, b);
+  std::vector<T> sum(37, c);
+  ASSERT_EQ(add_product(first.data(), second.data(), sum.data(), 37, scale), ZIVK_STS_NO_ERR);
+  EXPECT_EQ(sum, std::vector<T>(37, expected)) << a << " * " << b << " + " << c << ", scale " << scale;
+}
+
+TEST(AddProduct, ScaledSaturates) {
+  expect_everywhere<int16_t, int16_t>(ZIVKS_AddProduct_16s_S, 200, 200, 100, 1, 32767);
+  expect_everywhere<int16_t, int16_t>(ZIVKS_AddProduct_16s_S, -32768, -32768, 0, 65536, 16384);
+  expect_everywhere<int16_t, int32_t>(ZIVKS_AddProduct_16s32s_S, 32767, 32767, 2147483647, 1, 2147483647);
+}
+
+// One above a tie, which is the last place of the float that the sum is held in: taken for the tie, unless
+// the float holds more.
+TEST(AddProduct, ScaledRoundsTheSumBeforeItScales) {
+  expect_everywhere<int16_t, int16_t>(ZIVKS_AddProduct_16s_S, 4096, 4096, 2049, 4096, 4096);
+  expect_everywhere<int16_t, int32_t>(ZIVKS_AddProduct_16s32s_S, 4096, 4096, 2049, 4096, 4097);
+  expect_everywhere<int32_t, int32_t>(ZIVKS_AddProduct_32s_S, 1 << 27, 1 << 26, (1 << 22) + 1, 0x1p23,
+                                      1 << 30);
+  expect_everywhere<int32_t, int32_t>(ZIVKS_AddProduct_32s_S, 1 << 26, 1 << 26, (1 << 22) + 1, 0x1p23,
+                                      (1 << 29) + 1);
+}
+
+// Sums of any size that end in one half of the power of two that they are divided by, or in one beside it.
+template <class S, class T>
+void expect_agreement_around_ties(const char* name) {
+  constexpr size_t kLen = 517;
+  constexpr int kBits = std::numeric_limits<S>::digits;
+  const Function& function = *find_function(name);
+  const Reference& reference = *find_reference(function);
+  Random random(1);
+  for (int shift = -8; shift <= 2 * kBits + 3; ++shift) {
+    Operands operands = random_operands(function, kLen, 0);
+    operands.slots.back() = Slot::of(std::ldexp(1.0, shift));
+    for (size_t i = 0; i < kLen; ++i) {
+      uint64_t target = random.next() >> (66 - 2 * kBits) >> random.below(2 * kBits - 2);
+      if (shift > 0 && shift < 2 * kBits - 2)
+        target = (target >> shift << shift) + (uint64_t{1} << (shift - 1));
+      target += random.below(3);
+      const uint64_t least = (target >> (kBits - 1)) + 1;
+      const uint64_t factor = least + random.below(std::numeric_limits<S>::max() - least);
+      const int sign = random.below(2) == 0 ? 1 : -1;
+      const auto a = static_cast<S>(factor), b = static_cast<S>(sign * static_cast<S>(target / factor));
+      const auto c = static_cast<T>(sign * static_cast<T>(target % factor) - 1);
+      std::memcpy(&operands.arrays[0][i * sizeof a], &a, sizeof a);
+      std::memcpy(&operands.arrays[1][i * sizeof b], &b, sizeof b);
+      std::memcpy(&operands.arrays[2][i * sizeof c], &c, sizeof c);
+    }
+    Call call(function, operands);
+    ASSERT_EQ(difference_of_call(function, call, reference(function, operands)), "")
+        << name << ", scale 2^" << shift;
+  }
+}
+
+TEST(AddProduct, ScaledIsExactAroundTies) {
+  expect_agreement_around_ties<int16_t, int16_t>("ZIVKS_AddProduct_16s_S");
+  expect_agreement_around_ties<int32_t, int32_t>("ZIVKS_AddProduct_32s_S");
+  expect_agreement_around_ties<int16_t, int32_t>("ZIVKS_AddProduct_16s32s_S");
+}
+
+}  // namespace
+}  // namespace zivks_test
