@@ -111,6 +111,20 @@ struct Absolute {
   }
 };
 
+struct LargerOf {
+  template <class T>
+  T operator()(T a, T b) const {
+    return a > b ? a : b;
+  }
+};
+
+struct SmallerOf {
+  template <class T>
+  T operator()(T a, T b) const {
+    return a < b ? a : b;
+  }
+};
+
 struct BitwiseAnd {
   template <class A>
   auto operator()(A a, A b) const {

@@ -144,6 +144,24 @@ TEST(MaxIndx, NanHidesItsBlockAndTheFirstElementIsFinal) {
   EXPECT_FALSE(std::signbit(zero));
 }
 
+// In a tail the chosen element keeps its bits, those of a NaN too; the tables' rows allow any NaN.
+template <class T>
+void expect_tail_keeps_bits(ZIVKStatus (*choose)(const T*, const T*, T*, int32_t)) {
+  const T nan = nan_with_payload<T>(false, true, 0x77), other = nan_with_payload<T>(true, false, 0x55);
+  for (const auto& [a, b, expected] :
+       {std::tuple(nan, T{1}, T{1}), std::tuple(T{1}, nan, nan), std::tuple(nan, other, other),
+        std::tuple(T{0}, -T{0}, T{0}), std::tuple(-T{0}, T{0}, -T{0})}) {
+    T result;
+    ASSERT_EQ(choose(&a, &b, &result, 1), ZIVK_STS_NO_ERR);
+    EXPECT_EQ(bit_cast<BitsOf<T>>(result), bit_cast<BitsOf<T>>(expected));
+  }
+}
+
+TEST(Every, TailKeepsTheBitsOfTheChosenElement) {
+  for (auto choose : {ZIVKS_MaxEvery_32f, ZIVKS_MinEvery_32f}) expect_tail_keeps_bits<float>(choose);
+  for (auto choose : {ZIVKS_MaxEvery_64f, ZIVKS_MinEvery_64f}) expect_tail_keeps_bits<double>(choose);
+}
+
 TEST(MaxAbs, Of32BitIntegersLeavesOutTheFirstBlock) {
   std::vector<int32_t> samples = {-5, -100, 0, 0, 0, 0, 0, 0};
   int32_t result = 0;

@@ -29,6 +29,7 @@ References arithmetic_references();
 References scaled_arithmetic_references();
 References conversion_references();
 References extremes_references();
+References comparison_references();
 References zero_crossing_references();
 
 // An element of three bytes.
