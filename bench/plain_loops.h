@@ -575,6 +575,15 @@ struct MinimumAndMaximumAndIndices {
   }
 };
 
+struct CountBetween {
+  PLAIN_LOOP void operator()(const int32_t* src, int32_t len, int32_t* count, int32_t lower,
+                             int32_t upper) const {
+    int32_t found = 0;
+    for (int32_t i = 0; i < len; ++i) found += lower < src[i] && src[i] < upper;
+    *count = found;
+  }
+};
+
 struct ProductIsNegative {
   int operator()(int16_t a, int16_t b) const { return a * b < 0; }
   int operator()(float a, float b) const { return a * b < 0; }

@@ -162,6 +162,29 @@ TEST(Every, TailKeepsTheBitsOfTheChosenElement) {
   for (auto choose : {ZIVKS_MaxEvery_64f, ZIVKS_MinEvery_64f}) expect_tail_keeps_bits<double>(choose);
 }
 
+TEST(CountInRange, EmptyBoundsAreNeverCounted) {
+  const std::vector<int32_t> samples = {std::numeric_limits<int32_t>::min(), -1, 0, 5, 6, 6, 7,
+                                        std::numeric_limits<int32_t>::max()};
+  const auto count = [&](int32_t lower, int32_t upper) {
+    int32_t result = -1;
+    EXPECT_EQ(
+        ZIVKS_CountInRange_32s(samples.data(), static_cast<int32_t>(samples.size()), &result, lower, upper),
+        ZIVK_STS_NO_ERR);
+    return result;
+  };
+  EXPECT_EQ(count(5, 6), 0);
+  EXPECT_EQ(count(5, 7), 2);
+  EXPECT_EQ(count(7, 5), 0);
+  EXPECT_EQ(count(samples.back(), samples.front()), 0);
+  EXPECT_EQ(count(samples.back(), samples.back()), 0);
+  EXPECT_EQ(count(samples.front(), samples.back()), 6);
+  // No element is read then: at this address none could be.
+  int32_t result = -1;
+  const auto* const unreadable = reinterpret_cast<const int32_t*>(uintptr_t{4});
+  EXPECT_EQ(ZIVKS_CountInRange_32s(unreadable, 100, &result, 5, 6), ZIVK_STS_NO_ERR);
+  EXPECT_EQ(result, 0);
+}
+
 TEST(MaxAbs, Of32BitIntegersLeavesOutTheFirstBlock) {
   std::vector<int32_t> samples = {-5, -100, 0, 0, 0, 0, 0, 0};
   int32_t result = 0;

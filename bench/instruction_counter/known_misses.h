@@ -30,6 +30,8 @@ inline constexpr char kTwoComparisons[] =
     "a load and two comparisons a register are half of the plain loop's five already";
 inline constexpr char kTwoSearches[] =
     "a search for the extreme, and another one for the place where it stands";
+inline constexpr char kThreeOperations[] =
+    "half a load and three operations a register are half of the plain loop's seven already";
 inline constexpr char kTwoOperations[] = "two operations a register to leave the real parts alone";
 
 inline constexpr KnownMiss kKnownMisses[] = {
@@ -136,6 +138,7 @@ inline constexpr KnownMiss kKnownMisses[] = {
     {"ZIVKS_MaxAbsIndx_32s", kNoMiss, 103, kTwoSearches},
     {"ZIVKS_MinAbsIndx_16s", kNoMiss, 75, kTwoSearches},
     {"ZIVKS_MinAbsIndx_32s", kNoMiss, 93, kTwoSearches},
+    {"ZIVKS_CountInRange_32s", 0.56, 86, kThreeOperations},
     {"ZIVKS_MinMax_8u", 0.58, kNoMiss, kTwoComparisons},
     {"ZIVKS_MinMax_16u", 0.58, kNoMiss, kTwoComparisons},
     {"ZIVKS_MinMax_32u", 0.58, kNoMiss, kTwoComparisons},

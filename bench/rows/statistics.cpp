@@ -66,6 +66,8 @@ std::vector<Row> statistics_rows() {
       ROW(ZIVKS_MinEvery_32s_I, kPlain, InPlace<SmallerOf>, NoRoutine, src, srcDst, len),
       ROW(ZIVKS_MinEvery_32f_I, kPlain, InPlace<SmallerOf>, NoRoutine, src, srcDst, len),
       ROW(ZIVKS_MinEvery_64f_I, kPlain, InPlace<SmallerOf>, NoRoutine, src, srcDst, len),
+      ROW(ZIVKS_CountInRange_32s, kExtreme, CountBetween, NoRoutine, src, len, result, number<-1000000000>,
+          number<1000000000>),
       ROW(ZIVKS_ZeroCrossing_32f, kWidening, CountChanges<ProductIsNegative>, NoRoutine, src, len, result,
           number<0>)
           .with("kind 0"),

@@ -394,6 +394,27 @@ ZIVKS_API ZIVKStatus ZIVKS_MinEvery_64f_I(const double* src, double* srcDst, int
 /** @} */
 
 /**
+ * @defgroup count_in_range Counting
+ * @{
+ */
+
+/**
+ * Counts the elements between two bounds, both excluded.
+ *
+ * @param src         source array
+ * @param len         number of elements
+ * @param pCount      receives the number of elements above `lowerBound` and below `upperBound`; 0, without a
+ *                    look at the elements, if no integer lies between the two
+ * @param lowerBound  what elements have to be above
+ * @param upperBound  what elements have to be below
+ * @return #ZIVK_STS_NO_ERR, #ZIVK_STS_NULL_PTR_ERR or #ZIVK_STS_SIZE_ERR
+ */
+ZIVKS_API ZIVKStatus ZIVKS_CountInRange_32s(const int32_t* src, int32_t len, int32_t* pCount,
+                                            int32_t lowerBound, int32_t upperBound);
+
+/** @} */
+
+/**
  * @defgroup zero_crossing Zero crossings
  *
  * How often a signal changes its sign from one sample to the next. `kind` tells what a pair of neighbours

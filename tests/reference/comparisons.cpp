@@ -13,6 +13,12 @@ T chosen(Place place, T a, T b) {
   return (a > b) == larger ? a : b;
 }
 
+int32_t count_between(const std::vector<int32_t>& samples, int32_t lower, int32_t upper) {
+  int32_t count = 0;
+  for (int32_t sample : samples) count += lower < sample && sample < upper;
+  return count;
+}
+
 template <class T>
 void add_every(References& references, const std::string& suffix) {
   references["ZIVKS_MaxEvery_" + suffix] = elementwise(chosen<true, T>);
@@ -22,7 +28,7 @@ void add_every(References& references, const std::string& suffix) {
 }  // namespace
 
 References comparison_references() {
-  References references;
+  References references = {{"ZIVKS_CountInRange_32s", reduction(count_between)}};
   add_every<int16_t>(references, "16s_I");
   add_every<int32_t>(references, "32s_I");
   add_every<float>(references, "32f");
