@@ -584,6 +584,44 @@ struct CountBetween {
   }
 };
 
+// The nearer of the entry that is not below the value and the one before it.
+inline int32_t nearer_neighbour(const uint16_t* table, int32_t table_len, int32_t above, uint16_t val) {
+  if (above == 0) return 0;
+  if (above == table_len) return above - 1;
+  return val - table[above - 1] <= table[above] - val ? above - 1 : above;
+}
+
+struct BisectEach {
+  PLAIN_LOOP void operator()(const uint16_t* src, uint16_t* dst, int32_t* indices, int32_t len,
+                             const uint16_t* table, int32_t table_len) const {
+    for (int32_t i = 0; i < len; ++i) {
+      int32_t low = 0, high = table_len;
+      while (low < high) {
+        const int32_t middle = low + (high - low) / 2;
+        if (table[middle] < src[i]) {
+          low = middle + 1;
+        } else {
+          high = middle;
+        }
+      }
+      indices[i] = nearer_neighbour(table, table_len, low, src[i]);
+      dst[i] = table[indices[i]];
+    }
+  }
+};
+
+struct LowerBoundEach {
+  static constexpr const char* kName = "lower_bound";
+  PLAIN_LOOP void operator()(const uint16_t* src, uint16_t* dst, int32_t* indices, int32_t len,
+                             const uint16_t* table, int32_t table_len) const {
+    for (int32_t i = 0; i < len; ++i) {
+      const uint16_t* const above = std::lower_bound(table, table + table_len, src[i]);
+      indices[i] = nearer_neighbour(table, table_len, static_cast<int32_t>(above - table), src[i]);
+      dst[i] = table[indices[i]];
+    }
+  }
+};
+
 struct ProductIsNegative {
   int operator()(int16_t a, int16_t b) const { return a * b < 0; }
   int operator()(float a, float b) const { return a * b < 0; }

@@ -1,4 +1,6 @@
 // Reductions: what single values do at single places, and counts beyond what float32 counts.
+#include <algorithm>
+
 #include "reference/against_reference.h"
 #include "reference/zero_crossing.h"
 #include "repeated_samples.h"
@@ -184,6 +186,37 @@ TEST(CountInRange, EmptyBoundsAreNeverCounted) {
   EXPECT_EQ(ZIVKS_CountInRange_32s(unreadable, 100, &result, 5, 6), ZIVK_STS_NO_ERR);
   EXPECT_EQ(result, 0);
 }
+
+// Every value in tables of every shape, with runs of equal entries: the probe that meets the value decides.
+class NearestInTables : public AgainstReference {};
+
+TEST_P(NearestInTables, FollowsTheProbesOfTheBisection) {
+  Random random(1);
+  const size_t table = function().arguments.size() - 2;
+  for (size_t entries = 1; entries <= 70; ++entries) {
+    const size_t range = 1 + random.below(3 * entries);
+    std::vector<uint16_t> values(entries);
+    for (uint16_t& value : values) value = static_cast<uint16_t>(1 + random.below(range));
+    std::sort(values.begin(), values.end());
+    Operands operands = random_operands(function(), static_cast<int32_t>(range + 2), 0);
+    operands.slots[table + 1] = Slot::of(static_cast<int32_t>(entries));
+    operands.arrays[table].resize(entries * sizeof(uint16_t));
+    std::memcpy(operands.arrays[table].data(), values.data(), entries * sizeof(uint16_t));
+    for (size_t i = 0; i < range + 2; ++i) {
+      const auto value = static_cast<uint16_t>(i);
+      if (function().arguments[0].is_array()) {
+        std::memcpy(&operands.arrays[0][i * sizeof value], &value, sizeof value);
+      } else {
+        operands.slots[0] = Slot::of(value);
+        ASSERT_EQ(difference_from_reference(operands), "") << "value " << i << ", entries " << entries;
+      }
+    }
+    ASSERT_EQ(difference_from_reference(operands), "") << "entries " << entries;
+  }
+}
+
+ZIVKS_FOR_FUNCTIONS(NearestInTables, (std::vector{find_function("ZIVKS_FindNearestOne_16u"),
+                                                  find_function("ZIVKS_FindNearest_16u")}));
 
 TEST(MaxAbs, Of32BitIntegersLeavesOutTheFirstBlock) {
   std::vector<int32_t> samples = {-5, -100, 0, 0, 0, 0, 0, 0};

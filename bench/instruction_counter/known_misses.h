@@ -32,6 +32,9 @@ inline constexpr char kTwoSearches[] =
     "a search for the extreme, and another one for the place where it stands";
 inline constexpr char kThreeOperations[] =
     "half a load and three operations a register are half of the plain loop's seven already";
+inline constexpr char kSearchEach[] = "each element is a search of its own, of ten to fourteen steps";
+inline constexpr char kBothEnds[] =
+    "and each search is a call, which moves both ends in every step rather than guess which";
 inline constexpr char kTwoOperations[] = "two operations a register to leave the real parts alone";
 
 inline constexpr KnownMiss kKnownMisses[] = {
@@ -139,6 +142,9 @@ inline constexpr KnownMiss kKnownMisses[] = {
     {"ZIVKS_MinAbsIndx_16s", kNoMiss, 75, kTwoSearches},
     {"ZIVKS_MinAbsIndx_32s", kNoMiss, 93, kTwoSearches},
     {"ZIVKS_CountInRange_32s", 0.56, 86, kThreeOperations},
+    {"ZIVKS_FindNearest_16u 1 Ki entries", kNoMiss, 1627, kSearchEach},
+    {"ZIVKS_FindNearest_16u 16 Ki entries", kNoMiss, 2123, kSearchEach},
+    {"ZIVKS_FindNearestOne_16u", 1.40, 2448, kBothEnds},
     {"ZIVKS_MinMax_8u", 0.58, kNoMiss, kTwoComparisons},
     {"ZIVKS_MinMax_16u", 0.58, kNoMiss, kTwoComparisons},
     {"ZIVKS_MinMax_32u", 0.58, kNoMiss, kTwoComparisons},

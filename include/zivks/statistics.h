@@ -415,6 +415,45 @@ ZIVKS_API ZIVKStatus ZIVKS_CountInRange_32s(const int32_t* src, int32_t len, int
 /** @} */
 
 /**
+ * @defgroup find_nearest Nearest match
+ *
+ * The entry of a table that is nearest to a value, and its index. The table has to be in ascending order,
+ * which is not checked. Of two entries equally near the lower one is taken. The search is a bisection that
+ * ends where it meets the value: among entries equal to the value any may be found, always the same one.
+ *
+ * @{
+ */
+
+/**
+ * Finds the entry nearest to one value.
+ *
+ * @param val       value to look for
+ * @param pNearest  receives the nearest entry
+ * @param pIndx     receives its index
+ * @param table     entries in ascending order
+ * @param tableLen  number of entries
+ * @return #ZIVK_STS_NO_ERR, #ZIVK_STS_NULL_PTR_ERR or #ZIVK_STS_SIZE_ERR
+ */
+ZIVKS_API ZIVKStatus ZIVKS_FindNearestOne_16u(uint16_t val, uint16_t* pNearest, int32_t* pIndx,
+                                              const uint16_t* table, int32_t tableLen);
+
+/**
+ * Finds the entries nearest to each of many values. `dst` may be `src`.
+ *
+ * @param src       values to look for
+ * @param dst       receives the nearest entries
+ * @param dstIndx   receives their indices
+ * @param len       number of values
+ * @param table     entries in ascending order
+ * @param tableLen  number of entries
+ * @return #ZIVK_STS_NO_ERR, #ZIVK_STS_NULL_PTR_ERR or #ZIVK_STS_SIZE_ERR
+ */
+ZIVKS_API ZIVKStatus ZIVKS_FindNearest_16u(const uint16_t* src, uint16_t* dst, int32_t* dstIndx, int32_t len,
+                                           const uint16_t* table, int32_t tableLen);
+
+/** @} */
+
+/**
  * @defgroup zero_crossing Zero crossings
  *
  * How often a signal changes its sign from one sample to the next. `kind` tells what a pair of neighbours
