@@ -125,6 +125,13 @@ struct SmallerOf {
   }
 };
 
+struct NumberOr {
+  template <class T>
+  T operator()(T a, T val) const {
+    return a == a ? a : val;
+  }
+};
+
 struct BitwiseAnd {
   template <class A>
   auto operator()(A a, A b) const {

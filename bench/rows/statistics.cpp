@@ -85,6 +85,8 @@ std::vector<Row> statistics_rows() {
           .with("16 Ki entries"),
       LibraryFunction<&find_nearest_one_by_one>::row<BisectEach, LowerBoundEach>(
           "ZIVKS_FindNearestOne_16u", kPlain, src, dst, dstIndx, len, table<1024>, number<1024>),
+      ROW(ZIVKS_ReplaceNAN_32f_I, kPlain, InPlace<NumberOr>, NoRoutine, val, srcDst, len),
+      ROW(ZIVKS_ReplaceNAN_64f_I, kPlain, InPlace<NumberOr>, NoRoutine, val, srcDst, len),
       ROW(ZIVKS_ZeroCrossing_32f, kWidening, CountChanges<ProductIsNegative>, NoRoutine, src, len, result,
           number<0>)
           .with("kind 0"),

@@ -454,6 +454,26 @@ ZIVKS_API ZIVKStatus ZIVKS_FindNearest_16u(const uint16_t* src, uint16_t* dst, i
 /** @} */
 
 /**
+ * @defgroup replace_nan Replacing NaN
+ * @{
+ */
+
+/**
+ * Replaces every NaN by a constant; all other elements keep their bits.
+ *
+ * @param val     constant
+ * @param srcDst  array
+ * @param len     number of elements
+ * @return #ZIVK_STS_NO_ERR, #ZIVK_STS_NULL_PTR_ERR or #ZIVK_STS_SIZE_ERR
+ */
+ZIVKS_API ZIVKStatus ZIVKS_ReplaceNAN_32f_I(float val, float* srcDst, int32_t len);
+
+/** @copydoc ZIVKS_ReplaceNAN_32f_I */
+ZIVKS_API ZIVKStatus ZIVKS_ReplaceNAN_64f_I(double val, double* srcDst, int32_t len);
+
+/** @} */
+
+/**
  * @defgroup zero_crossing Zero crossings
  *
  * How often a signal changes its sign from one sample to the next. `kind` tells what a pair of neighbours

@@ -48,6 +48,11 @@ std::vector<Bytes> nearest_of_all(const Function& function, const Operands& oper
 }
 
 template <class T>
+T number_or(T element, T value) {
+  return element != element ? value : element;
+}
+
+template <class T>
 void add_every(References& references, const std::string& suffix) {
   references["ZIVKS_MaxEvery_" + suffix] = elementwise(chosen<true, T>);
   references["ZIVKS_MinEvery_" + suffix] = elementwise(chosen<false, T>);
@@ -58,7 +63,9 @@ void add_every(References& references, const std::string& suffix) {
 References comparison_references() {
   References references = {{"ZIVKS_CountInRange_32s", reduction(count_between)},
                            {"ZIVKS_FindNearestOne_16u", nearest_of_all},
-                           {"ZIVKS_FindNearest_16u", nearest_of_all}};
+                           {"ZIVKS_FindNearest_16u", nearest_of_all},
+                           {"ZIVKS_ReplaceNAN_32f_I", elementwise(number_or<float>)},
+                           {"ZIVKS_ReplaceNAN_64f_I", elementwise(number_or<double>)}};
   add_every<int16_t>(references, "16s_I");
   add_every<int32_t>(references, "32s_I");
   add_every<float>(references, "32f");
