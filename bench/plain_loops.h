@@ -111,6 +111,27 @@ struct Absolute {
   }
 };
 
+struct LargerOf {
+  template <class T>
+  T operator()(T a, T b) const {
+    return a > b ? a : b;
+  }
+};
+
+struct SmallerOf {
+  template <class T>
+  T operator()(T a, T b) const {
+    return a < b ? a : b;
+  }
+};
+
+struct NumberOr {
+  template <class T>
+  T operator()(T a, T val) const {
+    return a == a ? a : val;
+  }
+};
+
 struct BitwiseAnd {
   template <class A>
   auto operator()(A a, A b) const {
@@ -674,6 +695,53 @@ struct MinimumAndMaximumAndIndices {
     *minimum_index = low_index;
     *maximum = high;
     *maximum_index = high_index;
+  }
+};
+
+struct CountBetween {
+  PLAIN_LOOP void operator()(const int32_t* src, int32_t len, int32_t* count, int32_t lower,
+                             int32_t upper) const {
+    int32_t found = 0;
+    for (int32_t i = 0; i < len; ++i) found += lower < src[i] && src[i] < upper;
+    *count = found;
+  }
+};
+
+// The nearer of the entry that is not below the value and the one before it.
+inline int32_t nearer_neighbour(const uint16_t* table, int32_t table_len, int32_t above, uint16_t val) {
+  if (above == 0) return 0;
+  if (above == table_len) return above - 1;
+  return val - table[above - 1] <= table[above] - val ? above - 1 : above;
+}
+
+struct BisectEach {
+  PLAIN_LOOP void operator()(const uint16_t* src, uint16_t* dst, int32_t* indices, int32_t len,
+                             const uint16_t* table, int32_t table_len) const {
+    for (int32_t i = 0; i < len; ++i) {
+      int32_t low = 0, high = table_len;
+      while (low < high) {
+        const int32_t middle = low + (high - low) / 2;
+        if (table[middle] < src[i]) {
+          low = middle + 1;
+        } else {
+          high = middle;
+        }
+      }
+      indices[i] = nearer_neighbour(table, table_len, low, src[i]);
+      dst[i] = table[indices[i]];
+    }
+  }
+};
+
+struct LowerBoundEach {
+  static constexpr const char* kName = "lower_bound";
+  PLAIN_LOOP void operator()(const uint16_t* src, uint16_t* dst, int32_t* indices, int32_t len,
+                             const uint16_t* table, int32_t table_len) const {
+    for (int32_t i = 0; i < len; ++i) {
+      const uint16_t* const above = std::lower_bound(table, table + table_len, src[i]);
+      indices[i] = nearer_neighbour(table, table_len, static_cast<int32_t>(above - table), src[i]);
+      dst[i] = table[indices[i]];
+    }
   }
 };
 

@@ -41,6 +41,7 @@ inline constexpr Requirement kScaled = {2.0, 1.0 / 3};  // rounding and saturati
 inline constexpr Requirement kExtreme = {1.0, 0.5};
 inline constexpr Requirement kNanWatching = {1.5, 0.5};  // extremes of floats
 inline constexpr Requirement kPosition = {3.0, 0.5};
+inline constexpr Requirement kBisection = {2.0, 1.0};
 
 // The memory that rows work on, all of it touched beforehand. The arrays follow one another in memory, so that a
 // move from a source to a destination always goes the same way, and start at different offsets within a page, since
@@ -51,7 +52,7 @@ class Arrays {
 
   explicit Arrays(std::size_t bytes_each) : bytes_each_(bytes_each) {
     const std::size_t distance = (bytes_each + 4095) / 4096 * 4096 + 1088;
-    storage_.reset(static_cast<std::byte*>(::operator new(kCount * distance, kPage)));
+    storage_.reset(static_cast<std::byte*>(::operator new(kCount* distance, kPage)));
     for (std::size_t i = 0; i < kCount; ++i) arrays_[i] = storage_.get() + i * distance;
     clear();
   }
@@ -133,6 +134,24 @@ struct Array {
   }
 };
 
+// As many different values in ascending order.
+template <int index, int entries>
+struct AscendingTable : NoArray {
+  template <class Parameter>
+  static Parameter get(const Arrays& arrays, int32_t) {
+    return static_cast<Parameter>(arrays.array(index));
+  }
+  template <class Parameter>
+  static void fill(const Arrays& arrays, int32_t) {
+    constexpr unsigned kSpacing = 65536 / entries;
+    std::mt19937 generator;
+    auto* const table = static_cast<Element<Parameter>*>(arrays.array(index));
+    for (unsigned i = 0; i < entries; ++i) {
+      table[i] = static_cast<Element<Parameter>>(i * kSpacing + generator() % kSpacing);
+    }
+  }
+};
+
 template <int index>
 struct Result : NoArray {
   template <class Parameter>
@@ -170,7 +189,9 @@ struct Number : NoArray {
 inline constexpr Array<0, 1> src, src1, srcRe;
 inline constexpr Array<1, 1> src2, srcIm;
 inline constexpr Array<2, 1> dst, dstRe;
-inline constexpr Array<3, 1> dstIm;
+inline constexpr Array<3, 1> dstIm, dstIndx;
+template <int entries>
+inline constexpr AscendingTable<1, entries> table;
 inline constexpr Array<2, 2> srcDst;
 template <int index, int moves>
 constexpr Array<index, moves, 3> triples(Array<index, moves>) {

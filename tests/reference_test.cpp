@@ -58,7 +58,7 @@ void expect_agreement_on_combinations(const Function& function, size_t variant, 
       for (size_t i = 0; i < all.arrays.size(); ++i) {
         const Argument& argument = function.arguments[i];
         if (argument.role == Role::kLength) part.slots[i] = Slot::of(part.length);
-        const size_t bytes = argument.is_pointer() ? array_bytes(argument, part.length) : 0;
+        const size_t bytes = argument.is_array() ? array_bytes(argument, part.length) : all.arrays[i].size();
         const size_t offset = argument.is_array() ? start * argument.array_element_bytes() : 0;
         const auto first = all.arrays[i].begin() + static_cast<ptrdiff_t>(offset);
         part.arrays.emplace_back(first, first + static_cast<ptrdiff_t>(bytes));

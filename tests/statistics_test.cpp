@@ -1,4 +1,6 @@
 // Reductions: what single values do at single places, and counts beyond what float32 counts.
+#include <algorithm>
+
 #include "reference/against_reference.h"
 #include "reference/zero_crossing.h"
 #include "repeated_samples.h"
@@ -9,6 +11,7 @@ namespace {
 std::vector<const Function*> reductions() {
   std::vector<const Function*> list;
   for (const Function* function : array_functions()) {
+    if (function->arguments[0].role != Role::kSource) continue;
     for (const Argument& argument : function->arguments) {
       if (argument.role != Role::kResult) continue;
       list.push_back(function);
@@ -142,6 +145,78 @@ TEST(MaxIndx, NanHidesItsBlockAndTheFirstElementIsFinal) {
   EXPECT_EQ(index, 9);
   EXPECT_FALSE(std::signbit(zero));
 }
+
+// In a tail the chosen element keeps its bits, those of a NaN too; the tables' rows allow any NaN.
+template <class T>
+void expect_tail_keeps_bits(ZIVKStatus (*choose)(const T*, const T*, T*, int32_t)) {
+  const T nan = nan_with_payload<T>(false, true, 0x77), other = nan_with_payload<T>(true, false, 0x55);
+  for (const auto& [a, b, expected] :
+       {std::tuple(nan, T{1}, T{1}), std::tuple(T{1}, nan, nan), std::tuple(nan, other, other),
+        std::tuple(T{0}, -T{0}, T{0}), std::tuple(-T{0}, T{0}, -T{0})}) {
+    T result;
+    ASSERT_EQ(choose(&a, &b, &result, 1), ZIVK_STS_NO_ERR);
+    EXPECT_EQ(bit_cast<BitsOf<T>>(result), bit_cast<BitsOf<T>>(expected));
+  }
+}
+
+TEST(Every, TailKeepsTheBitsOfTheChosenElement) {
+  for (auto choose : {ZIVKS_MaxEvery_32f, ZIVKS_MinEvery_32f}) expect_tail_keeps_bits<float>(choose);
+  for (auto choose : {ZIVKS_MaxEvery_64f, ZIVKS_MinEvery_64f}) expect_tail_keeps_bits<double>(choose);
+}
+
+TEST(CountInRange, EmptyBoundsAreNeverCounted) {
+  const std::vector<int32_t> samples = {std::numeric_limits<int32_t>::min(), -1, 0, 5, 6, 6, 7,
+                                        std::numeric_limits<int32_t>::max()};
+  const auto count = [&](int32_t lower, int32_t upper) {
+    int32_t result = -1;
+    EXPECT_EQ(
+        ZIVKS_CountInRange_32s(samples.data(), static_cast<int32_t>(samples.size()), &result, lower, upper),
+        ZIVK_STS_NO_ERR);
+    return result;
+  };
+  EXPECT_EQ(count(5, 6), 0);
+  EXPECT_EQ(count(5, 7), 2);
+  EXPECT_EQ(count(7, 5), 0);
+  EXPECT_EQ(count(samples.back(), samples.front()), 0);
+  EXPECT_EQ(count(samples.back(), samples.back()), 0);
+  EXPECT_EQ(count(samples.front(), samples.back()), 6);
+  // No element is read then: at this address none could be.
+  int32_t result = -1;
+  const auto* const unreadable = reinterpret_cast<const int32_t*>(uintptr_t{4});
+  EXPECT_EQ(ZIVKS_CountInRange_32s(unreadable, 100, &result, 5, 6), ZIVK_STS_NO_ERR);
+  EXPECT_EQ(result, 0);
+}
+
+// Every value in tables of every shape, with runs of equal entries: the probe that meets the value decides.
+class NearestInTables : public AgainstReference {};
+
+TEST_P(NearestInTables, FollowsTheProbesOfTheBisection) {
+  Random random(1);
+  const size_t table = function().arguments.size() - 2;
+  for (size_t entries = 1; entries <= 70; ++entries) {
+    const size_t range = 1 + random.below(3 * entries);
+    std::vector<uint16_t> values(entries);
+    for (uint16_t& value : values) value = static_cast<uint16_t>(1 + random.below(range));
+    std::sort(values.begin(), values.end());
+    Operands operands = random_operands(function(), static_cast<int32_t>(range + 2), 0);
+    operands.slots[table + 1] = Slot::of(static_cast<int32_t>(entries));
+    operands.arrays[table].resize(entries * sizeof(uint16_t));
+    std::memcpy(operands.arrays[table].data(), values.data(), entries * sizeof(uint16_t));
+    for (size_t i = 0; i < range + 2; ++i) {
+      const auto value = static_cast<uint16_t>(i);
+      if (function().arguments[0].is_array()) {
+        std::memcpy(&operands.arrays[0][i * sizeof value], &value, sizeof value);
+      } else {
+        operands.slots[0] = Slot::of(value);
+        ASSERT_EQ(difference_from_reference(operands), "") << "value " << i << ", entries " << entries;
+      }
+    }
+    ASSERT_EQ(difference_from_reference(operands), "") << "entries " << entries;
+  }
+}
+
+ZIVKS_FOR_FUNCTIONS(NearestInTables, (std::vector{find_function("ZIVKS_FindNearestOne_16u"),
+                                                  find_function("ZIVKS_FindNearest_16u")}));
 
 TEST(MaxAbs, Of32BitIntegersLeavesOutTheFirstBlock) {
   std::vector<int32_t> samples = {-5, -100, 0, 0, 0, 0, 0, 0};

@@ -37,6 +37,11 @@ inline constexpr char kPartsTakenApart[] =
     "loads that take parts apart have no offsets, so each wants an address; permutations join the results";
 inline constexpr char kExactSumInFloat[] =
     "to floating point and back with a multiplication between is half of the plain loop's work already";
+inline constexpr char kThreeOperations[] =
+    "half a load and three operations a register are half of the plain loop's seven already";
+inline constexpr char kSearchEach[] = "each element is a search of its own, of ten to fourteen steps";
+inline constexpr char kBothEnds[] =
+    "and each search is a call, which moves both ends in every step rather than guess which";
 inline constexpr char kTwoOperations[] = "two operations a register to leave the real parts alone";
 
 inline constexpr KnownMiss kKnownMisses[] = {
@@ -134,6 +139,14 @@ inline constexpr KnownMiss kKnownMisses[] = {
     {"ZIVKS_ZeroCrossing_16s32f kind 0", kNoMiss, 104, kTailRules},
     {"ZIVKS_ZeroCrossing_16s32f kind 1", kNoMiss, 101, kTailRules},
     {"ZIVKS_ZeroCrossing_16s32f kind 2", kNoMiss, 98, kTailRules},
+    {"ZIVKS_MaxEvery_32f", kNoMiss, 75, kTailRules},
+    {"ZIVKS_MaxEvery_64f", kNoMiss, 67, kTailRules},
+    {"ZIVKS_MaxEvery_32f_I", kNoMiss, 79, kTailRules},
+    {"ZIVKS_MaxEvery_64f_I", kNoMiss, 69, kTailRules},
+    {"ZIVKS_MinEvery_32f", kNoMiss, 73, kTailRules},
+    {"ZIVKS_MinEvery_64f", kNoMiss, 67, kTailRules},
+    {"ZIVKS_MinEvery_32f_I", kNoMiss, 73, kTailRules},
+    {"ZIVKS_MinEvery_64f_I", kNoMiss, 67, kTailRules},
     {"ZIVKS_Flip_8u_I", kNoMiss, 82, kKeptAroundTheMiddle},
     {"ZIVKS_MaxIndx_16s", kNoMiss, 81, kTwoSearches},
     {"ZIVKS_MaxIndx_32s", kNoMiss, 96, kTwoSearches},
@@ -154,6 +167,10 @@ inline constexpr KnownMiss kKnownMisses[] = {
     {"ZIVKS_MaxAbsIndx_32s", kNoMiss, 103, kTwoSearches},
     {"ZIVKS_MinAbsIndx_16s", kNoMiss, 75, kTwoSearches},
     {"ZIVKS_MinAbsIndx_32s", kNoMiss, 93, kTwoSearches},
+    {"ZIVKS_CountInRange_32s", 0.56, 86, kThreeOperations},
+    {"ZIVKS_FindNearest_16u 1 Ki entries", kNoMiss, 1627, kSearchEach},
+    {"ZIVKS_FindNearest_16u 16 Ki entries", kNoMiss, 2123, kSearchEach},
+    {"ZIVKS_FindNearestOne_16u", 1.40, 2448, kBothEnds},
     {"ZIVKS_MinMax_8u", 0.58, kNoMiss, kTwoComparisons},
     {"ZIVKS_MinMax_16u", 0.58, kNoMiss, kTwoComparisons},
     {"ZIVKS_MinMax_32u", 0.58, kNoMiss, kTwoComparisons},

@@ -2,6 +2,15 @@
 
 namespace bench {
 
+// The function for a single value has no array: a call for each of many.
+static ZIVKStatus find_nearest_one_by_one(const uint16_t* src, uint16_t* dst, int32_t* dstIndx, int32_t len,
+                                          const uint16_t* table, int32_t tableLen) {
+  for (int32_t i = 0; i < len; ++i) {
+    ZIVKS_FindNearestOne_16u(src[i], dst + i, dstIndx + i, table, tableLen);
+  }
+  return ZIVK_STS_NO_ERR;
+}
+
 std::vector<Row> statistics_rows() {
   using namespace role;
   return {
@@ -54,6 +63,30 @@ std::vector<Row> statistics_rows() {
       ROW(ZIVKS_MaxAbsIndx_32s, kPosition, MaximumAndIndex<Magnitude>, NoRoutine, src, len, result, pIndx),
       ROW(ZIVKS_MinAbsIndx_16s, kPosition, MinimumAndIndex<Magnitude>, NoRoutine, src, len, result, pIndx),
       ROW(ZIVKS_MinAbsIndx_32s, kPosition, MinimumAndIndex<Magnitude>, NoRoutine, src, len, result, pIndx),
+      ROW(ZIVKS_MaxEvery_32f, kPlain, ElementWise<LargerOf>, NoRoutine, src1, src2, dst, len),
+      ROW(ZIVKS_MaxEvery_64f, kPlain, ElementWise<LargerOf>, NoRoutine, src1, src2, dst, len),
+      ROW(ZIVKS_MaxEvery_16s_I, kPlain, InPlace<LargerOf>, NoRoutine, src, srcDst, len),
+      ROW(ZIVKS_MaxEvery_32s_I, kPlain, InPlace<LargerOf>, NoRoutine, src, srcDst, len),
+      ROW(ZIVKS_MaxEvery_32f_I, kPlain, InPlace<LargerOf>, NoRoutine, src, srcDst, len),
+      ROW(ZIVKS_MaxEvery_64f_I, kPlain, InPlace<LargerOf>, NoRoutine, src, srcDst, len),
+      ROW(ZIVKS_MinEvery_32f, kPlain, ElementWise<SmallerOf>, NoRoutine, src1, src2, dst, len),
+      ROW(ZIVKS_MinEvery_64f, kPlain, ElementWise<SmallerOf>, NoRoutine, src1, src2, dst, len),
+      ROW(ZIVKS_MinEvery_16s_I, kPlain, InPlace<SmallerOf>, NoRoutine, src, srcDst, len),
+      ROW(ZIVKS_MinEvery_32s_I, kPlain, InPlace<SmallerOf>, NoRoutine, src, srcDst, len),
+      ROW(ZIVKS_MinEvery_32f_I, kPlain, InPlace<SmallerOf>, NoRoutine, src, srcDst, len),
+      ROW(ZIVKS_MinEvery_64f_I, kPlain, InPlace<SmallerOf>, NoRoutine, src, srcDst, len),
+      ROW(ZIVKS_CountInRange_32s, kExtreme, CountBetween, NoRoutine, src, len, result, number<-1000000000>,
+          number<1000000000>),
+      ROW(ZIVKS_FindNearest_16u, kBisection, BisectEach, LowerBoundEach, src, dst, dstIndx, len, table<1024>,
+          number<1024>)
+          .with("1 Ki entries"),
+      ROW(ZIVKS_FindNearest_16u, kBisection, BisectEach, LowerBoundEach, src, dst, dstIndx, len, table<16384>,
+          number<16384>)
+          .with("16 Ki entries"),
+      LibraryFunction<&find_nearest_one_by_one>::row<BisectEach, LowerBoundEach>(
+          "ZIVKS_FindNearestOne_16u", kPlain, src, dst, dstIndx, len, table<1024>, number<1024>),
+      ROW(ZIVKS_ReplaceNAN_32f_I, kPlain, InPlace<NumberOr>, NoRoutine, val, srcDst, len),
+      ROW(ZIVKS_ReplaceNAN_64f_I, kPlain, InPlace<NumberOr>, NoRoutine, val, srcDst, len),
       ROW(ZIVKS_ZeroCrossing_32f, kWidening, CountChanges<ProductIsNegative>, NoRoutine, src, len, result,
           number<0>)
           .with("kind 0"),

@@ -123,6 +123,15 @@ ZIVKS_INLINE Lanes<T, N> absolute_saturating(Lanes<T, N> a) {
 }
 
 template <class T, size_t N>
+ZIVKS_INLINE Lanes<T, N> minimum(Lanes<T, N> a, Lanes<T, N> b) {
+  return lift<T>([](auto x, auto y) { return minimum(x, y); }, a, b);
+}
+template <class T, size_t N>
+ZIVKS_INLINE Lanes<T, N> maximum(Lanes<T, N> a, Lanes<T, N> b) {
+  return lift<T>([](auto x, auto y) { return maximum(x, y); }, a, b);
+}
+
+template <class T, size_t N>
 ZIVKS_INLINE Lanes<T, N> absolute(Lanes<T, N> a) {
   return lift<T>([](auto x) { return absolute(x); }, a);
 }

@@ -1,6 +1,6 @@
 /**
  * @file
- * Extreme values, their positions, and zero crossings.
+ * Extreme values and their positions, element-wise extremes, counts, nearest matches, zero crossings.
  */
 #ifndef ZIVKS_STATISTICS_H
 #define ZIVKS_STATISTICS_H
@@ -250,13 +250,20 @@ ZIVKS_API ZIVKStatus ZIVKS_MinIndx_64f(const double* src, int32_t len, double* p
  * @param pMaxIndx  receives its index
  * @return #ZIVK_STS_NO_ERR, #ZIVK_STS_NULL_PTR_ERR or #ZIVK_STS_SIZE_ERR
  */
-ZIVKS_API ZIVKStatus ZIVKS_MinMaxIndx_8u(const uint8_t* src, int32_t len, uint8_t* pMin, int32_t* pMinIndx, uint8_t* pMax, int32_t* pMaxIndx);
-ZIVKS_API ZIVKStatus ZIVKS_MinMaxIndx_16u(const uint16_t* src, int32_t len, uint16_t* pMin, int32_t* pMinIndx, uint16_t* pMax, int32_t* pMaxIndx);
-ZIVKS_API ZIVKStatus ZIVKS_MinMaxIndx_32u(const uint32_t* src, int32_t len, uint32_t* pMin, int32_t* pMinIndx, uint32_t* pMax, int32_t* pMaxIndx);
-ZIVKS_API ZIVKStatus ZIVKS_MinMaxIndx_16s(const int16_t* src, int32_t len, int16_t* pMin, int32_t* pMinIndx, int16_t* pMax, int32_t* pMaxIndx);
-ZIVKS_API ZIVKStatus ZIVKS_MinMaxIndx_32s(const int32_t* src, int32_t len, int32_t* pMin, int32_t* pMinIndx, int32_t* pMax, int32_t* pMaxIndx);
-ZIVKS_API ZIVKStatus ZIVKS_MinMaxIndx_32f(const float* src, int32_t len, float* pMin, int32_t* pMinIndx, float* pMax, int32_t* pMaxIndx);
-ZIVKS_API ZIVKStatus ZIVKS_MinMaxIndx_64f(const double* src, int32_t len, double* pMin, int32_t* pMinIndx, double* pMax, int32_t* pMaxIndx);
+ZIVKS_API ZIVKStatus ZIVKS_MinMaxIndx_8u(const uint8_t* src, int32_t len, uint8_t* pMin, int32_t* pMinIndx,
+                                         uint8_t* pMax, int32_t* pMaxIndx);
+ZIVKS_API ZIVKStatus ZIVKS_MinMaxIndx_16u(const uint16_t* src, int32_t len, uint16_t* pMin, int32_t* pMinIndx,
+                                          uint16_t* pMax, int32_t* pMaxIndx);
+ZIVKS_API ZIVKStatus ZIVKS_MinMaxIndx_32u(const uint32_t* src, int32_t len, uint32_t* pMin, int32_t* pMinIndx,
+                                          uint32_t* pMax, int32_t* pMaxIndx);
+ZIVKS_API ZIVKStatus ZIVKS_MinMaxIndx_16s(const int16_t* src, int32_t len, int16_t* pMin, int32_t* pMinIndx,
+                                          int16_t* pMax, int32_t* pMaxIndx);
+ZIVKS_API ZIVKStatus ZIVKS_MinMaxIndx_32s(const int32_t* src, int32_t len, int32_t* pMin, int32_t* pMinIndx,
+                                          int32_t* pMax, int32_t* pMaxIndx);
+ZIVKS_API ZIVKStatus ZIVKS_MinMaxIndx_32f(const float* src, int32_t len, float* pMin, int32_t* pMinIndx,
+                                          float* pMax, int32_t* pMaxIndx);
+ZIVKS_API ZIVKStatus ZIVKS_MinMaxIndx_64f(const double* src, int32_t len, double* pMin, int32_t* pMinIndx,
+                                          double* pMax, int32_t* pMaxIndx);
 
 /** @} */
 
@@ -293,6 +300,176 @@ ZIVKS_API ZIVKStatus ZIVKS_MinAbsIndx_16s(const int16_t* src, int32_t len, int16
 ZIVKS_API ZIVKStatus ZIVKS_MinAbsIndx_32s(const int32_t* src, int32_t len, int32_t* pMinAbs, int32_t* pIndx);
 
 /** @} */
+
+/** @} */
+
+/**
+ * @defgroup every_extreme Element-wise extremes
+ *
+ * The larger or the smaller of each two elements. `dst` may be either of the sources.
+ *
+ * Float forms: the whole blocks of the arrays, 4 elements of `float` or 2 of `double`, and the elements
+ * behind them, the tail, treat NaN and zeros in different ways.
+ *
+ * - Blocks propagate NaN: a NaN in either source gives a NaN, the bits of which are not specified. -0 is
+ *   below +0.
+ * - The tail gives `src1[i]` where it is at or above `src2[i]` (MinEvery: at or below), and else `src2[i]`.
+ *   So a NaN in `src1` is dropped, a NaN in `src2` is kept, and of two zeros `src1[i]` is taken.
+ *
+ * @{
+ */
+
+/** @name MaxEvery
+ *  @{ */
+
+/**
+ * The larger of each two elements.
+ *
+ * @param src1  first source array
+ * @param src2  second source array
+ * @param dst   receives the larger elements
+ * @param len   number of elements
+ * @return #ZIVK_STS_NO_ERR, #ZIVK_STS_NULL_PTR_ERR or #ZIVK_STS_SIZE_ERR
+ */
+ZIVKS_API ZIVKStatus ZIVKS_MaxEvery_32f(const float* src1, const float* src2, float* dst, int32_t len);
+ZIVKS_API ZIVKStatus ZIVKS_MaxEvery_64f(const double* src1, const double* src2, double* dst, int32_t len);
+
+/** @} */
+
+/** @name MaxEvery, in place
+ *  @{ */
+
+/**
+ * The larger of each two elements, in place. `srcDst` is the second source: in the tail of float arrays a NaN
+ * in `srcDst` stays and a NaN in `src` disappears.
+ *
+ * @param src     first source array
+ * @param srcDst  second source array, receives the larger elements
+ * @param len     number of elements
+ * @return #ZIVK_STS_NO_ERR, #ZIVK_STS_NULL_PTR_ERR or #ZIVK_STS_SIZE_ERR
+ */
+ZIVKS_API ZIVKStatus ZIVKS_MaxEvery_16s_I(const int16_t* src, int16_t* srcDst, int32_t len);
+ZIVKS_API ZIVKStatus ZIVKS_MaxEvery_32s_I(const int32_t* src, int32_t* srcDst, int32_t len);
+ZIVKS_API ZIVKStatus ZIVKS_MaxEvery_32f_I(const float* src, float* srcDst, int32_t len);
+ZIVKS_API ZIVKStatus ZIVKS_MaxEvery_64f_I(const double* src, double* srcDst, int32_t len);
+
+/** @} */
+
+/** @name MinEvery
+ *  @{ */
+
+/**
+ * The smaller of each two elements.
+ *
+ * @param src1  first source array
+ * @param src2  second source array
+ * @param dst   receives the smaller elements
+ * @param len   number of elements
+ * @return #ZIVK_STS_NO_ERR, #ZIVK_STS_NULL_PTR_ERR or #ZIVK_STS_SIZE_ERR
+ */
+ZIVKS_API ZIVKStatus ZIVKS_MinEvery_32f(const float* src1, const float* src2, float* dst, int32_t len);
+ZIVKS_API ZIVKStatus ZIVKS_MinEvery_64f(const double* src1, const double* src2, double* dst, int32_t len);
+
+/** @} */
+
+/** @name MinEvery, in place
+ *  @{ */
+
+/**
+ * The smaller of each two elements, in place. `srcDst` is the second source: in the tail of float arrays a
+ * NaN in `srcDst` stays and a NaN in `src` disappears.
+ *
+ * @param src     first source array
+ * @param srcDst  second source array, receives the smaller elements
+ * @param len     number of elements
+ * @return #ZIVK_STS_NO_ERR, #ZIVK_STS_NULL_PTR_ERR or #ZIVK_STS_SIZE_ERR
+ */
+ZIVKS_API ZIVKStatus ZIVKS_MinEvery_16s_I(const int16_t* src, int16_t* srcDst, int32_t len);
+ZIVKS_API ZIVKStatus ZIVKS_MinEvery_32s_I(const int32_t* src, int32_t* srcDst, int32_t len);
+ZIVKS_API ZIVKStatus ZIVKS_MinEvery_32f_I(const float* src, float* srcDst, int32_t len);
+ZIVKS_API ZIVKStatus ZIVKS_MinEvery_64f_I(const double* src, double* srcDst, int32_t len);
+
+/** @} */
+
+/** @} */
+
+/**
+ * @defgroup count_in_range Counting
+ * @{
+ */
+
+/**
+ * Counts the elements between two bounds, both excluded.
+ *
+ * @param src         source array
+ * @param len         number of elements
+ * @param pCount      receives the number of elements above `lowerBound` and below `upperBound`; 0, without a
+ *                    look at the elements, if no integer lies between the two
+ * @param lowerBound  what elements have to be above
+ * @param upperBound  what elements have to be below
+ * @return #ZIVK_STS_NO_ERR, #ZIVK_STS_NULL_PTR_ERR or #ZIVK_STS_SIZE_ERR
+ */
+ZIVKS_API ZIVKStatus ZIVKS_CountInRange_32s(const int32_t* src, int32_t len, int32_t* pCount,
+                                            int32_t lowerBound, int32_t upperBound);
+
+/** @} */
+
+/**
+ * @defgroup find_nearest Nearest match
+ *
+ * The entry of a table that is nearest to a value, and its index. The table has to be in ascending order,
+ * which is not checked. Of two entries equally near the lower one is taken. The search is a bisection that
+ * ends where it meets the value: among entries equal to the value any may be found, always the same one.
+ *
+ * @{
+ */
+
+/**
+ * Finds the entry nearest to one value.
+ *
+ * @param val       value to look for
+ * @param pNearest  receives the nearest entry
+ * @param pIndx     receives its index
+ * @param table     entries in ascending order
+ * @param tableLen  number of entries
+ * @return #ZIVK_STS_NO_ERR, #ZIVK_STS_NULL_PTR_ERR or #ZIVK_STS_SIZE_ERR
+ */
+ZIVKS_API ZIVKStatus ZIVKS_FindNearestOne_16u(uint16_t val, uint16_t* pNearest, int32_t* pIndx,
+                                              const uint16_t* table, int32_t tableLen);
+
+/**
+ * Finds the entries nearest to each of many values. `dst` may be `src`.
+ *
+ * @param src       values to look for
+ * @param dst       receives the nearest entries
+ * @param dstIndx   receives their indices
+ * @param len       number of values
+ * @param table     entries in ascending order
+ * @param tableLen  number of entries
+ * @return #ZIVK_STS_NO_ERR, #ZIVK_STS_NULL_PTR_ERR or #ZIVK_STS_SIZE_ERR
+ */
+ZIVKS_API ZIVKStatus ZIVKS_FindNearest_16u(const uint16_t* src, uint16_t* dst, int32_t* dstIndx, int32_t len,
+                                           const uint16_t* table, int32_t tableLen);
+
+/** @} */
+
+/**
+ * @defgroup replace_nan Replacing NaN
+ * @{
+ */
+
+/**
+ * Replaces every NaN by a constant; all other elements keep their bits.
+ *
+ * @param val     constant
+ * @param srcDst  array
+ * @param len     number of elements
+ * @return #ZIVK_STS_NO_ERR, #ZIVK_STS_NULL_PTR_ERR or #ZIVK_STS_SIZE_ERR
+ */
+ZIVKS_API ZIVKStatus ZIVKS_ReplaceNAN_32f_I(float val, float* srcDst, int32_t len);
+
+/** @copydoc ZIVKS_ReplaceNAN_32f_I */
+ZIVKS_API ZIVKStatus ZIVKS_ReplaceNAN_64f_I(double val, double* srcDst, int32_t len);
 
 /** @} */
 

@@ -38,7 +38,7 @@ std::vector<Fault> faults_of(const Function& function) {
     };
     if (argument.is_pointer() && !argument.nullable) {
       faults.push_back({i, ZIVK_STS_NULL_PTR_ERR, kPointerRank, Slot(), argument.name + " null"});
-    } else if (argument.role == Role::kLength) {
+    } else if (argument.role == Role::kLength || argument.role == Role::kTableLength) {
       for (int32_t value = 0; value < function.least_length; ++value)
         add(ZIVK_STS_SIZE_ERR, kLengthRank, value);
       if (function.accepts_negative_length) continue;

@@ -28,14 +28,29 @@ const std::vector<Slot>& parameter_values(Role role) {
   static const std::vector<Slot> none,
       scales = slots_of({1.0, 8.0, 0.3, 0x1p-130, 0x1p+140}), kinds = slots_of<int32_t>({0, 1, 2}),
       shifts = slots_of<int32_t>({0, 1, 3, 7, 8, 9, 15, 16, 17, 31, 32, 33, 255, 256, INT32_MAX}),
-      rounding_modes = slots_of<int32_t>({ZIVK_RND_ZERO, ZIVK_RND_NEAR, ZIVK_RND_AWAY});
+      rounding_modes = slots_of<int32_t>({ZIVK_RND_ZERO, ZIVK_RND_NEAR, ZIVK_RND_AWAY}),
+      bounds = slots_of<int32_t>({INT32_MIN, -2, 0, 2, INT32_MAX}),
+      table_lengths = slots_of<int32_t>({1, 2, 3, 17, 1000});
   switch (role) {
     case Role::kScale: return scales;
     case Role::kKind: return kinds;
     case Role::kShift: return shifts;
     case Role::kRoundMode: return rounding_modes;
+    case Role::kBound: return bounds;
+    case Role::kTableLength: return table_lengths;
     default: return none;
   }
+}
+
+// In ascending order, and every other one with many equal entries.
+Bytes random_table(int32_t length, Random& random) {
+  std::vector<uint16_t> entries(static_cast<size_t>(length));
+  const uint64_t bound = random.below(2) == 0 ? entries.size() : 65536;
+  for (uint16_t& entry : entries) entry = static_cast<uint16_t>(random.below(bound));
+  std::sort(entries.begin(), entries.end());
+  Bytes bytes(entries.size() * sizeof entries[0]);
+  std::memcpy(bytes.data(), entries.data(), bytes.size());
+  return bytes;
 }
 
 GuardedMemory& memory_of_argument(size_t argument) {
@@ -87,11 +102,16 @@ size_t count_variants(const Function& function) {
 
 Operands random_operands(const Function& function, int32_t length, size_t variant, Flavour flavour) {
   Random random(static_cast<uint64_t>(length) * 8191 + variant);
+  // Of the parameters of a search the length of the table is the only one.
+  const std::vector<Slot>& table_lengths = parameter_values(Role::kTableLength);
+  const auto table_length = table_lengths[variant % table_lengths.size()].as<int32_t>();
   Operands operands{length, {}, {}};
   for (const Argument& argument : function.arguments) {
     Bytes contents;
     Slot slot;
-    if (argument.is_pointer()) {
+    if (argument.role == Role::kTable) {
+      contents = random_table(table_length, random);
+    } else if (argument.is_pointer()) {
       contents.assign(array_bytes(argument, length), kOutput);
       if (argument.is_read()) {
         argument.element->fill_random(contents.data(), contents.size() / argument.element->part_bytes(),

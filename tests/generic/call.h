@@ -22,7 +22,8 @@ struct Operands {
 // Bytes that the array of `argument` takes in a call with `length` elements.
 size_t array_bytes(const Argument& argument, int32_t length);
 
-// A function's parameters (scale, kind, shift, rndMode) take several values each: the number of their combinations.
+// A function's parameters (scale, kind, a bound, the length of a table ...) take several values each: the
+// number of their combinations.
 size_t count_variants(const Function& function);
 
 Operands random_operands(const Function& function, int32_t length, size_t variant, Flavour flavour);

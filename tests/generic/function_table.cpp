@@ -62,10 +62,13 @@ Role role_of(const std::string& word) {
   if (word == "kind") return Role::kKind;
   if (word == "shift") return Role::kShift;
   if (word == "rndMode") return Role::kRoundMode;
+  if (word == "lowerBound" || word == "upperBound") return Role::kBound;
+  if (word == "table") return Role::kTable;
+  if (word == "tableLen") return Role::kTableLength;
   if (word == "srcDst") return Role::kSourceDestination;
   if (word == "src" || word == "src1" || word == "src2" || word == "srcRe" || word == "srcIm")
     return Role::kSource;
-  if (word == "dst" || word == "dstRe" || word == "dstIm") return Role::kDestination;
+  if (word == "dst" || word == "dstRe" || word == "dstIm" || word == "dstIndx") return Role::kDestination;
   if (word.size() > 1 && word[0] == 'p' && std::isupper(static_cast<unsigned char>(word[1])))
     return Role::kResult;
   return Role::kOther;
@@ -90,11 +93,11 @@ template <class T>
 bool matches(const Argument& argument) {
   if (argument.is_pointer()) {
     return std::is_pointer_v<T> && argument.element != nullptr &&
-           std::is_const_v<std::remove_pointer_t<T>> == (argument.role == Role::kSource);
+           std::is_const_v<std::remove_pointer_t<T>> != argument.is_written();
   }
-  if (argument.role == Role::kLength || argument.role == Role::kKind || argument.role == Role::kShift ||
-      argument.role == Role::kRoundMode) {
-    return std::is_same_v<T, int32_t>;
+  for (Role integer :
+       {Role::kLength, Role::kKind, Role::kShift, Role::kRoundMode, Role::kBound, Role::kTableLength}) {
+    if (argument.role == integer) return std::is_same_v<T, int32_t>;
   }
   if (argument.role == Role::kScale) return std::is_same_v<T, double>;
   return argument.role != Role::kConstant || kIsElement<T>;

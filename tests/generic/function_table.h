@@ -46,6 +46,9 @@ enum class Role {
   kKind,
   kShift,
   kRoundMode,
+  kBound,
+  kTable,
+  kTableLength,
   kOther
 };
 
@@ -60,12 +63,12 @@ struct Argument {
     return role == Role::kSource || role == Role::kDestination || role == Role::kSourceDestination;
   }
   size_t array_element_bytes() const { return packed * element->bytes; }
-  bool is_pointer() const { return is_array() || role == Role::kResult; }
+  bool is_pointer() const { return is_array() || role == Role::kResult || role == Role::kTable; }
   bool is_read() const { return role == Role::kSource || role == Role::kSourceDestination; }
-  bool is_written() const { return is_pointer() && role != Role::kSource; }
+  bool is_written() const { return is_pointer() && role != Role::kSource && role != Role::kTable; }
   bool is_input_value() const {
     return role == Role::kConstant || role == Role::kScale || role == Role::kKind || role == Role::kShift ||
-           role == Role::kRoundMode;
+           role == Role::kRoundMode || role == Role::kBound;
   }
 };
 

@@ -30,6 +30,7 @@ References multiply_accumulate_references();
 References scaled_arithmetic_references();
 References conversion_references();
 References extremes_references();
+References comparison_references();
 References zero_crossing_references();
 
 // An element of three bytes.
