@@ -2,6 +2,17 @@
 
 namespace bench {
 
+#define IN_MODE(function, plain, mode, rounding, name) \
+  ROW(function, kRounding, plain<rounding>, NoRoutine, src, dst, len, number<mode>, number<4>).with(name)
+#define IN_EACH_MODE(function, plain)                             \
+  IN_MODE(function, plain, ZIVK_RND_ZERO, TowardZero, "zero"),    \
+      IN_MODE(function, plain, ZIVK_RND_NEAR, ToNearest, "near"), \
+      IN_MODE(function, plain, ZIVK_RND_AWAY, AwayFromZero, "away")
+// For functions with a loop that does not multiply.
+#define AT_SCALE_ONE(function, plain)                                                                    \
+  ROW(function, kRounding, plain<ToNearest>, NoRoutine, src, dst, len, number<ZIVK_RND_NEAR>, number<1>) \
+      .with("scale 1")
+
 std::vector<Row> conversion_rows() {
   using namespace role;
   return {
@@ -29,36 +40,10 @@ std::vector<Row> conversion_rows() {
       ROW(ZIVKS_Convert_32s16s_S, kRounding, RoundScaledInteger<ToNearest>, NoRoutine, src, dst, len,
           number<1>)
           .with("scale 1"),
-      ROW(ZIVKS_Convert_8u8s_S, kRounding, RoundScaledInteger<TowardZero>, NoRoutine, src, dst, len,
-          number<ZIVK_RND_ZERO>, number<4>)
-          .with("zero"),
-      ROW(ZIVKS_Convert_8u8s_S, kRounding, RoundScaledInteger<ToNearest>, NoRoutine, src, dst, len,
-          number<ZIVK_RND_NEAR>, number<4>)
-          .with("near"),
-      ROW(ZIVKS_Convert_8u8s_S, kRounding, RoundScaledInteger<AwayFromZero>, NoRoutine, src, dst, len,
-          number<ZIVK_RND_AWAY>, number<4>)
-          .with("away"),
-      ROW(ZIVKS_Convert_16s8s_S, kRounding, RoundScaledInteger<TowardZero>, NoRoutine, src, dst, len,
-          number<ZIVK_RND_ZERO>, number<4>)
-          .with("zero"),
-      ROW(ZIVKS_Convert_16s8s_S, kRounding, RoundScaledInteger<ToNearest>, NoRoutine, src, dst, len,
-          number<ZIVK_RND_NEAR>, number<4>)
-          .with("near"),
-      ROW(ZIVKS_Convert_16s8s_S, kRounding, RoundScaledInteger<AwayFromZero>, NoRoutine, src, dst, len,
-          number<ZIVK_RND_AWAY>, number<4>)
-          .with("away"),
-      ROW(ZIVKS_Convert_64s32s_S, kRounding, RoundScaledInteger<TowardZero>, NoRoutine, src, dst, len,
-          number<ZIVK_RND_ZERO>, number<4>)
-          .with("zero"),
-      ROW(ZIVKS_Convert_64s32s_S, kRounding, RoundScaledInteger<ToNearest>, NoRoutine, src, dst, len,
-          number<ZIVK_RND_NEAR>, number<4>)
-          .with("near"),
-      ROW(ZIVKS_Convert_64s32s_S, kRounding, RoundScaledInteger<AwayFromZero>, NoRoutine, src, dst, len,
-          number<ZIVK_RND_AWAY>, number<4>)
-          .with("away"),
-      ROW(ZIVKS_Convert_8u8s_S, kRounding, RoundScaledInteger<ToNearest>, NoRoutine, src, dst, len,
-          number<ZIVK_RND_NEAR>, number<1>)
-          .with("scale 1"),
+      IN_EACH_MODE(ZIVKS_Convert_8u8s_S, RoundScaledInteger),
+      AT_SCALE_ONE(ZIVKS_Convert_8u8s_S, RoundScaledInteger),
+      IN_EACH_MODE(ZIVKS_Convert_16s8s_S, RoundScaledInteger),
+      IN_EACH_MODE(ZIVKS_Convert_64s32s_S, RoundScaledInteger),
 
       ROW(ZIVKS_Convert_24u32u, kPacked, Unpack<Unsigned>, NoRoutine, triples(src), dst, len),
       ROW(ZIVKS_Convert_24u32f, kPacked, Unpack<Unsigned>, NoRoutine, triples(src), dst, len),
@@ -74,105 +59,22 @@ std::vector<Row> conversion_rows() {
           number<1, 4096>),
       ROW(ZIVKS_Convert_32f24s_S, kPacked, Pack<Signed>, NoRoutine, src, triples(dst), len, number<1, 4096>),
 
-      ROW(ZIVKS_Convert_32f8u_S, kRounding, RoundScaled<TowardZero>, NoRoutine, src, dst, len,
-          number<ZIVK_RND_ZERO>, number<4>)
-          .with("zero"),
-      ROW(ZIVKS_Convert_32f8u_S, kRounding, RoundScaled<ToNearest>, NoRoutine, src, dst, len,
-          number<ZIVK_RND_NEAR>, number<4>)
-          .with("near"),
-      ROW(ZIVKS_Convert_32f8u_S, kRounding, RoundScaled<AwayFromZero>, NoRoutine, src, dst, len,
-          number<ZIVK_RND_AWAY>, number<4>)
-          .with("away"),
-      ROW(ZIVKS_Convert_32f16u_S, kRounding, RoundScaled<TowardZero>, NoRoutine, src, dst, len,
-          number<ZIVK_RND_ZERO>, number<4>)
-          .with("zero"),
-      ROW(ZIVKS_Convert_32f16u_S, kRounding, RoundScaled<ToNearest>, NoRoutine, src, dst, len,
-          number<ZIVK_RND_NEAR>, number<4>)
-          .with("near"),
-      ROW(ZIVKS_Convert_32f16u_S, kRounding, RoundScaled<AwayFromZero>, NoRoutine, src, dst, len,
-          number<ZIVK_RND_AWAY>, number<4>)
-          .with("away"),
-      ROW(ZIVKS_Convert_64f8u_S, kRounding, RoundScaled<TowardZero>, NoRoutine, src, dst, len,
-          number<ZIVK_RND_ZERO>, number<4>)
-          .with("zero"),
-      ROW(ZIVKS_Convert_64f8u_S, kRounding, RoundScaled<ToNearest>, NoRoutine, src, dst, len,
-          number<ZIVK_RND_NEAR>, number<4>)
-          .with("near"),
-      ROW(ZIVKS_Convert_64f8u_S, kRounding, RoundScaled<AwayFromZero>, NoRoutine, src, dst, len,
-          number<ZIVK_RND_AWAY>, number<4>)
-          .with("away"),
-      ROW(ZIVKS_Convert_64f16u_S, kRounding, RoundScaled<TowardZero>, NoRoutine, src, dst, len,
-          number<ZIVK_RND_ZERO>, number<4>)
-          .with("zero"),
-      ROW(ZIVKS_Convert_64f16u_S, kRounding, RoundScaled<ToNearest>, NoRoutine, src, dst, len,
-          number<ZIVK_RND_NEAR>, number<4>)
-          .with("near"),
-      ROW(ZIVKS_Convert_64f16u_S, kRounding, RoundScaled<AwayFromZero>, NoRoutine, src, dst, len,
-          number<ZIVK_RND_AWAY>, number<4>)
-          .with("away"),
-      ROW(ZIVKS_Convert_32f8s_S, kRounding, RoundScaled<TowardZero>, NoRoutine, src, dst, len,
-          number<ZIVK_RND_ZERO>, number<4>)
-          .with("zero"),
-      ROW(ZIVKS_Convert_32f8s_S, kRounding, RoundScaled<ToNearest>, NoRoutine, src, dst, len,
-          number<ZIVK_RND_NEAR>, number<4>)
-          .with("near"),
-      ROW(ZIVKS_Convert_32f8s_S, kRounding, RoundScaled<AwayFromZero>, NoRoutine, src, dst, len,
-          number<ZIVK_RND_AWAY>, number<4>)
-          .with("away"),
-      ROW(ZIVKS_Convert_32f16s_S, kRounding, RoundScaled<TowardZero>, NoRoutine, src, dst, len,
-          number<ZIVK_RND_ZERO>, number<4>)
-          .with("zero"),
-      ROW(ZIVKS_Convert_32f16s_S, kRounding, RoundScaled<ToNearest>, NoRoutine, src, dst, len,
-          number<ZIVK_RND_NEAR>, number<4>)
-          .with("near"),
-      ROW(ZIVKS_Convert_32f16s_S, kRounding, RoundScaled<AwayFromZero>, NoRoutine, src, dst, len,
-          number<ZIVK_RND_AWAY>, number<4>)
-          .with("away"),
-      ROW(ZIVKS_Convert_32f32s_S, kRounding, RoundScaled<TowardZero>, NoRoutine, src, dst, len,
-          number<ZIVK_RND_ZERO>, number<4>)
-          .with("zero"),
-      ROW(ZIVKS_Convert_32f32s_S, kRounding, RoundScaled<ToNearest>, NoRoutine, src, dst, len,
-          number<ZIVK_RND_NEAR>, number<4>)
-          .with("near"),
-      ROW(ZIVKS_Convert_32f32s_S, kRounding, RoundScaled<AwayFromZero>, NoRoutine, src, dst, len,
-          number<ZIVK_RND_AWAY>, number<4>)
-          .with("away"),
-      ROW(ZIVKS_Convert_64f8s_S, kRounding, RoundScaled<TowardZero>, NoRoutine, src, dst, len,
-          number<ZIVK_RND_ZERO>, number<4>)
-          .with("zero"),
-      ROW(ZIVKS_Convert_64f8s_S, kRounding, RoundScaled<ToNearest>, NoRoutine, src, dst, len,
-          number<ZIVK_RND_NEAR>, number<4>)
-          .with("near"),
-      ROW(ZIVKS_Convert_64f8s_S, kRounding, RoundScaled<AwayFromZero>, NoRoutine, src, dst, len,
-          number<ZIVK_RND_AWAY>, number<4>)
-          .with("away"),
-      ROW(ZIVKS_Convert_64f16s_S, kRounding, RoundScaled<TowardZero>, NoRoutine, src, dst, len,
-          number<ZIVK_RND_ZERO>, number<4>)
-          .with("zero"),
-      ROW(ZIVKS_Convert_64f16s_S, kRounding, RoundScaled<ToNearest>, NoRoutine, src, dst, len,
-          number<ZIVK_RND_NEAR>, number<4>)
-          .with("near"),
-      ROW(ZIVKS_Convert_64f16s_S, kRounding, RoundScaled<AwayFromZero>, NoRoutine, src, dst, len,
-          number<ZIVK_RND_AWAY>, number<4>)
-          .with("away"),
-      ROW(ZIVKS_Convert_64f32s_S, kRounding, RoundScaled<TowardZero>, NoRoutine, src, dst, len,
-          number<ZIVK_RND_ZERO>, number<4>)
-          .with("zero"),
-      ROW(ZIVKS_Convert_64f32s_S, kRounding, RoundScaled<ToNearest>, NoRoutine, src, dst, len,
-          number<ZIVK_RND_NEAR>, number<4>)
-          .with("near"),
-      ROW(ZIVKS_Convert_64f32s_S, kRounding, RoundScaled<AwayFromZero>, NoRoutine, src, dst, len,
-          number<ZIVK_RND_AWAY>, number<4>)
-          .with("away"),
-      ROW(ZIVKS_Convert_64f64s_S, kRounding, RoundScaled<TowardZero>, NoRoutine, src, dst, len,
-          number<ZIVK_RND_ZERO>, number<4>)
-          .with("zero"),
-      ROW(ZIVKS_Convert_64f64s_S, kRounding, RoundScaled<ToNearest>, NoRoutine, src, dst, len,
-          number<ZIVK_RND_NEAR>, number<4>)
-          .with("near"),
-      ROW(ZIVKS_Convert_64f64s_S, kRounding, RoundScaled<AwayFromZero>, NoRoutine, src, dst, len,
-          number<ZIVK_RND_AWAY>, number<4>)
-          .with("away"),
+      IN_EACH_MODE(ZIVKS_Convert_32f8u_S, RoundScaled),
+      AT_SCALE_ONE(ZIVKS_Convert_32f8u_S, RoundScaled),
+      IN_EACH_MODE(ZIVKS_Convert_32f16u_S, RoundScaled),
+      AT_SCALE_ONE(ZIVKS_Convert_32f16u_S, RoundScaled),
+      IN_EACH_MODE(ZIVKS_Convert_64f8u_S, RoundScaled),
+      AT_SCALE_ONE(ZIVKS_Convert_64f8u_S, RoundScaled),
+      IN_EACH_MODE(ZIVKS_Convert_64f16u_S, RoundScaled),
+      AT_SCALE_ONE(ZIVKS_Convert_64f16u_S, RoundScaled),
+      IN_EACH_MODE(ZIVKS_Convert_32f8s_S, RoundScaled),
+      AT_SCALE_ONE(ZIVKS_Convert_32f8s_S, RoundScaled),
+      IN_EACH_MODE(ZIVKS_Convert_32f16s_S, RoundScaled),
+      IN_EACH_MODE(ZIVKS_Convert_32f32s_S, RoundScaled),
+      IN_EACH_MODE(ZIVKS_Convert_64f8s_S, RoundScaled),
+      IN_EACH_MODE(ZIVKS_Convert_64f16s_S, RoundScaled),
+      IN_EACH_MODE(ZIVKS_Convert_64f32s_S, RoundScaled),
+      IN_EACH_MODE(ZIVKS_Convert_64f64s_S, RoundScaled),
   };
 }
 
