@@ -1,5 +1,5 @@
-// Scaled addition and subtraction: every member over every scale that means something to one of them, and what
-// single members do at single places.
+// Scaled addition and subtraction: every member over every scale that means something to one of them, and
+// what single members do at single places.
 #include <algorithm>
 #include <cmath>
 
@@ -17,8 +17,8 @@ std::vector<const Function*> scaled_arithmetic_functions() {
   return list;
 }
 
-// Where a member changes its path, a multiplier leaves the range of its type, or a shift count reaches a width
-// or wraps: beyond 127 it is the low eight bits, as a signed number.
+// Where a member changes its path, a multiplier leaves the range of its type, or a shift count reaches a
+// width or wraps: beyond 127 it is the low eight bits, as a signed number.
 const std::vector<double>& threshold_scales() {
   static const std::vector<double> list = [] {
     std::vector<double> scales = {1.5, 1.9999, 0.75, 3, 0.3, 511.99, 513, 1.5 * 0x1p-128, 1.5 * 0x1p-129};
@@ -52,13 +52,13 @@ class ThresholdScales : public AgainstReference {
   const ElementType& element() const { return *function().arguments[first()].element; }
 
   void expect_agreement(Operands operands, double scale) const {
+    static const std::vector<int32_t> no_mode = {0}, modes = {0, 1, 2, 7, -1, INT32_MIN};
     operands.slots.back() = Slot::of(scale);
-    for (int32_t mode : {0, 1, 2, 7, -1, std::numeric_limits<int32_t>::min()}) {
+    for (int32_t mode : round_mode_ == 0 ? no_mode : modes) {
       if (round_mode_ != 0) operands.slots[round_mode_] = Slot::of(mode);
       ASSERT_EQ(difference_from_reference(operands), "")
           << "scale " << std::hexfloat << scale << std::dec << ", length " << operands.length << ", mode "
           << mode;
-      if (round_mode_ == 0) return;
     }
   }
 
@@ -151,7 +151,8 @@ template <class T>
 using Given = std::common_type_t<T>;  // not deduced
 
 template <class T>
-T of(ZIVKStatus (*function)(const T*, const T*, T*, int32_t, double), Given<T> a, Given<T> b, double scale) {
+T result_of(ZIVKStatus (*function)(const T*, const T*, T*, int32_t, double), Given<T> a, Given<T> b,
+            double scale) {
   return result_everywhere([&](size_t length) {
     const std::vector<T> first(length, a), second(length, b);
     std::vector<T> result(length);
@@ -160,7 +161,8 @@ T of(ZIVKStatus (*function)(const T*, const T*, T*, int32_t, double), Given<T> a
   });
 }
 template <class T>
-T of(ZIVKStatus (*function)(const T*, T, T*, int32_t, double), Given<T> a, Given<T> constant, double scale) {
+T result_of(ZIVKStatus (*function)(const T*, T, T*, int32_t, double), Given<T> a, Given<T> constant,
+            double scale) {
   return result_everywhere([&](size_t length) {
     const std::vector<T> source(length, a);
     std::vector<T> result(length);
@@ -169,8 +171,8 @@ T of(ZIVKStatus (*function)(const T*, T, T*, int32_t, double), Given<T> a, Given
   });
 }
 template <class T>
-T of(ZIVKStatus (*function)(const T*, T, T*, int32_t, int32_t, double), Given<T> a, Given<T> constant,
-     int32_t mode, double scale) {
+T result_of(ZIVKStatus (*function)(const T*, T, T*, int32_t, int32_t, double), Given<T> a, Given<T> constant,
+            int32_t mode, double scale) {
   return result_everywhere([&](size_t length) {
     const std::vector<T> source(length, a);
     std::vector<T> result(length);
@@ -182,41 +184,41 @@ T of(ZIVKStatus (*function)(const T*, T, T*, int32_t, int32_t, double), Given<T>
 constexpr int64_t kLow = std::numeric_limits<int64_t>::min(), kHigh = std::numeric_limits<int64_t>::max();
 
 TEST(ScaledArithmetic, RoundsToEvenAndSaturates) {
-  EXPECT_EQ(of(ZIVKS_Add_8u_S, 200, 100, 1), 255);
-  EXPECT_EQ(of(ZIVKS_Add_8u_S, 200, 100, 2), 150);
-  EXPECT_EQ(of(ZIVKS_Add_8u_S, 1, 1, 4), 0);
-  EXPECT_EQ(of(ZIVKS_Add_8u_S, 3, 3, 4), 2);
-  EXPECT_EQ(of(ZIVKS_Add_8u_S, 100, 100, 0.5), 255);
-  EXPECT_EQ(of(ZIVKS_Add_8u_S, 20, 30, 0.5), 100);
-  EXPECT_EQ(of(ZIVKS_Add_16s_S, 1, 2, 2), 2);
-  EXPECT_EQ(of(ZIVKS_Add_16s_S, 2, 3, 3), 2);
-  EXPECT_EQ(of(ZIVKS_Add_16s_S, -2, -3, 2), -2);
-  EXPECT_EQ(of(ZIVKS_Add_16s_S, 20000, 20000, 0.5), 32767);
-  EXPECT_EQ(of(ZIVKS_Add_32s_S, 2147483647, 2147483647, 2), 2147483647);
-  EXPECT_EQ(of(ZIVKS_Add_32s_S, 2147483647, 2147483646, 2), 2147483646);
-  EXPECT_EQ(of(ZIVKS_Add_64s_S, kHigh, kHigh, 2), kHigh);
-  EXPECT_EQ(of(ZIVKS_Add_64s_S, kLow, kLow, 2), kLow);
-  EXPECT_EQ(of(ZIVKS_Add_64s_S, 2, 3, 2), 2);
-  EXPECT_EQ(of(ZIVKS_AddC_32s_S, 2147483647, 2147483647, 1), 2147483647);
-  const ZIVK16sc limits = of(ZIVKS_Add_16sc_S, {32767, -32768}, {1, -1}, 1);
+  EXPECT_EQ(result_of(ZIVKS_Add_8u_S, 200, 100, 1), 255);
+  EXPECT_EQ(result_of(ZIVKS_Add_8u_S, 200, 100, 2), 150);
+  EXPECT_EQ(result_of(ZIVKS_Add_8u_S, 1, 1, 4), 0);
+  EXPECT_EQ(result_of(ZIVKS_Add_8u_S, 3, 3, 4), 2);
+  EXPECT_EQ(result_of(ZIVKS_Add_8u_S, 100, 100, 0.5), 255);
+  EXPECT_EQ(result_of(ZIVKS_Add_8u_S, 20, 30, 0.5), 100);
+  EXPECT_EQ(result_of(ZIVKS_Add_16s_S, 1, 2, 2), 2);
+  EXPECT_EQ(result_of(ZIVKS_Add_16s_S, 2, 3, 3), 2);
+  EXPECT_EQ(result_of(ZIVKS_Add_16s_S, -2, -3, 2), -2);
+  EXPECT_EQ(result_of(ZIVKS_Add_16s_S, 20000, 20000, 0.5), 32767);
+  EXPECT_EQ(result_of(ZIVKS_Add_32s_S, 2147483647, 2147483647, 2), 2147483647);
+  EXPECT_EQ(result_of(ZIVKS_Add_32s_S, 2147483647, 2147483646, 2), 2147483646);
+  EXPECT_EQ(result_of(ZIVKS_Add_64s_S, kHigh, kHigh, 2), kHigh);
+  EXPECT_EQ(result_of(ZIVKS_Add_64s_S, kLow, kLow, 2), kLow);
+  EXPECT_EQ(result_of(ZIVKS_Add_64s_S, 2, 3, 2), 2);
+  EXPECT_EQ(result_of(ZIVKS_AddC_32s_S, 2147483647, 2147483647, 1), 2147483647);
+  const ZIVK16sc limits = result_of(ZIVKS_Add_16sc_S, {32767, -32768}, {1, -1}, 1);
   EXPECT_EQ(limits.re, 32767);
   EXPECT_EQ(limits.im, -32768);
-  const ZIVK32sc halves = of(ZIVKS_AddC_32sc_S, {1, 3}, {0, 0}, 2);
+  const ZIVK32sc halves = result_of(ZIVKS_AddC_32sc_S, {1, 3}, {0, 0}, 2);
   EXPECT_EQ(halves.re, 0);
   EXPECT_EQ(halves.im, 2);
 }
 
 TEST(ScaledArithmetic, SubtractsInTheDirectionOfItsName) {
-  EXPECT_EQ(of(ZIVKS_Sub_8u_S, 1, 5, 1), 4);
-  EXPECT_EQ(of(ZIVKS_Sub_8u_S, 5, 1, 1), 0);
-  EXPECT_EQ(of(ZIVKS_Sub_16s_S, -32768, 32767, 2), 32767);
-  const ZIVK32sc difference = of(ZIVKS_Sub_32sc_S, {1, 1}, {4, 5}, 2);
+  EXPECT_EQ(result_of(ZIVKS_Sub_8u_S, 1, 5, 1), 4);
+  EXPECT_EQ(result_of(ZIVKS_Sub_8u_S, 5, 1, 1), 0);
+  EXPECT_EQ(result_of(ZIVKS_Sub_16s_S, -32768, 32767, 2), 32767);
+  const ZIVK32sc difference = result_of(ZIVKS_Sub_32sc_S, {1, 1}, {4, 5}, 2);
   EXPECT_EQ(difference.re, 2);
   EXPECT_EQ(difference.im, 2);
-  EXPECT_EQ(of(ZIVKS_SubC_16s_S, 32767, -32768, 1), 32767);
-  EXPECT_EQ(of(ZIVKS_SubCRev_16s_S, 32767, -32768, 1), -32768);
-  EXPECT_EQ(of(ZIVKS_SubCRev_8u_S, 3, 10, 1), 7);
-  EXPECT_EQ(of(ZIVKS_SubCRev_8u_S, 200, 10, 1), 0);
+  EXPECT_EQ(result_of(ZIVKS_SubC_16s_S, 32767, -32768, 1), 32767);
+  EXPECT_EQ(result_of(ZIVKS_SubCRev_16s_S, 32767, -32768, 1), -32768);
+  EXPECT_EQ(result_of(ZIVKS_SubCRev_8u_S, 3, 10, 1), 7);
+  EXPECT_EQ(result_of(ZIVKS_SubCRev_8u_S, 200, 10, 1), 0);
   const uint8_t subtrahend = 1;
   uint8_t minuend = 5;
   ASSERT_EQ(ZIVKS_Sub_8u_IS(&subtrahend, &minuend, 1, 1), ZIVK_STS_NO_ERR);
@@ -234,9 +236,9 @@ TEST(Sub8u, NarrowsTheSecondHalfOfEveryEightInABlockByTruncation) {
 }
 
 TEST(AddC8u, ClearsFromScale512OnWithoutALookAtTheSource) {
-  EXPECT_EQ(of(ZIVKS_AddC_8u_S, 255, 255, 256), 2);
-  EXPECT_EQ(of(ZIVKS_AddC_8u_S, 255, 255, 511), 2);
-  EXPECT_EQ(of(ZIVKS_Add_8u_S, 255, 255, 512), 1);
+  EXPECT_EQ(result_of(ZIVKS_AddC_8u_S, 255, 255, 256), 2);
+  EXPECT_EQ(result_of(ZIVKS_AddC_8u_S, 255, 255, 511), 2);
+  EXPECT_EQ(result_of(ZIVKS_Add_8u_S, 255, 255, 512), 1);
   const GuardedMemory memory;
   const uint8_t* const unreadable = memory.end();
   for (int32_t length : {1, 15, 16, 100}) {
@@ -256,27 +258,27 @@ TEST(ScaledArithmetic, ShiftsBlocksToTheRightWhereTheCountWraps) {
   EXPECT_EQ(result[8], std::numeric_limits<int32_t>::min());
   ASSERT_EQ(ZIVKS_Add_32s_S(source.data(), none.data(), result.data(), 9, 0x1p-254), ZIVK_STS_NO_ERR);
   EXPECT_EQ(result[0], std::numeric_limits<int32_t>::min());
-  EXPECT_EQ(of(ZIVKS_SubC_32sc_S, {-6, 6}, {0, 0}, 0x1p-254).re, -1);
+  EXPECT_EQ(result_of(ZIVKS_SubC_32sc_S, {-6, 6}, {0, 0}, 0x1p-254).re, -1);
   const std::vector<uint16_t> sixes(5, 6), zeros(5);
   std::vector<uint16_t> sums(5);
   ASSERT_EQ(ZIVKS_Add_16u_S(sixes.data(), zeros.data(), sums.data(), 5, 0x1p-254), ZIVK_STS_NO_ERR);
   EXPECT_EQ(sums, (std::vector<uint16_t>{2, 2, 2, 2, 65535}));
-  EXPECT_EQ(of(ZIVKS_Add_64s_S, -6, 0, 0x1p-254), -1);
-  EXPECT_EQ(of(ZIVKS_AddC_64u_S, 6, 0, 0, 0x1p-254), 2U);
+  EXPECT_EQ(result_of(ZIVKS_Add_64s_S, -6, 0, 0x1p-254), -1);
+  EXPECT_EQ(result_of(ZIVKS_AddC_64u_S, 6, 0, 0, 0x1p-254), 2U);
 }
 
 TEST(AddC64, RoundsByItsModeWhichIsNotChecked) {
-  EXPECT_EQ(of(ZIVKS_AddC_64s_S, 2, 3, 0, 2), 2);
-  EXPECT_EQ(of(ZIVKS_AddC_64s_S, 2, 3, 1, 2), 2);
+  EXPECT_EQ(result_of(ZIVKS_AddC_64s_S, 2, 3, 0, 2), 2);
+  EXPECT_EQ(result_of(ZIVKS_AddC_64s_S, 2, 3, 1, 2), 2);
   for (int32_t other : {2, 7, -1}) {
-    EXPECT_EQ(of(ZIVKS_AddC_64s_S, 2, 3, other, 2), 3);
-    EXPECT_EQ(of(ZIVKS_AddC_64s_S, -2, -3, other, 2), -2);
-    EXPECT_EQ(of(ZIVKS_AddC_64u_S, ~uint64_t{0}, 1, other, 0x1p65), 1U);
+    EXPECT_EQ(result_of(ZIVKS_AddC_64s_S, 2, 3, other, 2), 3);
+    EXPECT_EQ(result_of(ZIVKS_AddC_64s_S, -2, -3, other, 2), -2);
+    EXPECT_EQ(result_of(ZIVKS_AddC_64u_S, ~uint64_t{0}, 1, other, 0x1p65), 1U);
   }
-  EXPECT_EQ(of(ZIVKS_AddC_64u_S, ~uint64_t{0}, 1, 1, 0x1p65), 0U);
-  EXPECT_EQ(of(ZIVKS_AddC_64u_S, ~uint64_t{0}, 2, 1, 0x1p65), 1U);
-  EXPECT_EQ(of(ZIVKS_AddC_64u_S, ~uint64_t{0}, ~uint64_t{0}, 1, 2), ~uint64_t{0});
-  EXPECT_EQ(of(ZIVKS_AddC_64s_S, kLow, kLow, 2, 0x1p65), 0);
+  EXPECT_EQ(result_of(ZIVKS_AddC_64u_S, ~uint64_t{0}, 1, 1, 0x1p65), 0U);
+  EXPECT_EQ(result_of(ZIVKS_AddC_64u_S, ~uint64_t{0}, 2, 1, 0x1p65), 1U);
+  EXPECT_EQ(result_of(ZIVKS_AddC_64u_S, ~uint64_t{0}, ~uint64_t{0}, 1, 2), ~uint64_t{0});
+  EXPECT_EQ(result_of(ZIVKS_AddC_64s_S, kLow, kLow, 2, 0x1p65), 0);
 }
 
 TEST(AddC64s, LowestConstantTakesTiesDownInBlocksAndUpInTheTail) {

@@ -106,7 +106,8 @@ std::vector<const Function*> extreme_positions() {
 
 using LongSearch = AgainstReference;
 
-// Arrays of much the same value with a few others strewn in, NaN among them: ties and hidden blocks near and far.
+// Arrays of much the same value with a few others strewn in, NaN among them: ties and hidden blocks near and
+// far.
 TEST_P(LongSearch, FindsTheFirstOfTheExtremesThatAreNotHidden) {
   const ElementType& element = *function().arguments[0].element;
   const size_t count = element.count_decisive(false);

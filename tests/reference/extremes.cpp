@@ -87,8 +87,8 @@ T greatest_magnitude(const std::vector<T>& samples) {
   return extreme_of(Extreme::kGreatest, samples, magnitude<T>, seed, magnitude(samples[0]), first);
 }
 
-// Blocks are compared by their extremes, strictly, and the winner's lanes one after the other with its extreme; the
-// last lane is taken untested.
+// Blocks are compared by their extremes, strictly, and the winner's lanes one after the other with its
+// extreme; the last lane is taken untested.
 template <class T>
 std::tuple<T, int32_t> position_of(Extreme extreme, const std::vector<T>& samples, T (*value)(T), T seed) {
   const size_t block = 32 / sizeof(T), blocks = block_elements(samples);

@@ -49,8 +49,8 @@ enum class Shifted { kNothing, kExactHalfUp, kSaturatedHalfUp, kSaturatedDown };
 
 // What sets a member apart from the others, all of which multiply, round to nearest even and saturate.
 struct Rules {
-  // Scales below 1: elements in a block that shifts. A block of one stands for members without a tail, and for
-  // those whose tail shifts as well.
+  // Scales below 1: elements in a block that shifts. A block of one stands for members without a tail, and
+  // for those whose tail shifts as well.
   size_t shifting_block = 1;
   Shifted shifted = Shifted::kNothing;
   // Whole blocks of so many elements narrow the second four of every eight products to 16 bits by truncation.
@@ -133,8 +133,9 @@ constexpr Rules shifting(size_t block, Shifted shifted) { return {block, shifted
 References scaled_arithmetic_references() {
   constexpr Shifted kExact = Shifted::kExactHalfUp, kSaturated = Shifted::kSaturatedHalfUp,
                     kDown = Shifted::kSaturatedDown;
-  Rules truncating, clearing = shifting(32, kDown);
+  Rules truncating;
   truncating.truncating_block = 64;
+  Rules clearing = shifting(32, kDown);
   clearing.clearing_shift = 9;
   return {
       {"ZIVKS_Add_8u_S", member<uint8_t>(sum, shifting(8, kExact))},
