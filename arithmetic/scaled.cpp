@@ -81,8 +81,8 @@ T clamp(int64_t value) {
   return static_cast<T>(std::min<int64_t>(std::max<int64_t>(value, Limits::min()), Limits::max()));
 }
 
-// Sums and differences are from -2^32 to 2^32 - 1, so that a shift by 31 overflows for none. By then all but 0
-// have reached a bound.
+// Sums and differences are from -2^32 to 2^32 - 1, so that a shift by 31 overflows for none. By then all but
+// 0 have reached a bound.
 template <class T>
 T shift_left_clamped(int64_t value, int count) {
   return clamp<T>(value * (int64_t{1} << std::min(count, 31)));
@@ -125,8 +125,8 @@ using WrapsClamped = Wraps<block, Wrapped::kClampedHalfUp>;
 template <size_t block>
 using WrapsDown = Wraps<block, Wrapped::kClampedDown>;
 
-// Blocks of 64 elements narrow from 32 to 8 bits in two steps, the first of which takes the elements 4 to 7 of
-// each eight to 16 bits without saturation. It shows from a count of 9 on.
+// Blocks of 64 elements narrow from 32 to 8 bits in two steps, the first of which takes the elements 4 to 7
+// of each eight to 16 bits without saturation. It shows from a count of 9 on.
 struct NarrowsInTwoSteps {
   static constexpr int kLeastCount = 9;
 

@@ -52,8 +52,8 @@ struct TiesDown {
   static U64 carry_of_half(Quotient) { return U64{}; }
 };
 
-// For shifts by 1 to 64. Signed values are offset by 2^63, which makes them unsigned, and the quotient's share
-// of the offset is taken off it.
+// For shifts by 1 to 64. Signed values are offset by 2^63, which makes them unsigned, and the quotient's
+// share of the offset is taken off it.
 template <class Rounding, class T>
 ZIVKS_INLINE Register<T> round_sum(Register<T> a, Register<T> b, int shift) {
   constexpr uint64_t kOffset = std::is_signed_v<T> ? uint64_t{1} << 63 : 0;

@@ -43,9 +43,9 @@ inline constexpr Requirement kNanWatching = {1.5, 0.5};  // extremes of floats
 inline constexpr Requirement kPosition = {3.0, 0.5};
 inline constexpr Requirement kBisection = {2.0, 1.0};
 
-// The memory that rows work on, all of it touched beforehand. The arrays follow one another in memory, so that a
-// move from a source to a destination always goes the same way, and start at different offsets within a page, since
-// on some processors a load waits for an earlier store at the same offset.
+// The memory that rows work on, all of it touched beforehand. The arrays follow one another in memory, so
+// that a move from a source to a destination always goes the same way, and start at different offsets within
+// a page, since on some processors a load waits for an earlier store at the same offset.
 class Arrays {
  public:
   static constexpr int kCount = 4;

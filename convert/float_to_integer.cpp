@@ -10,10 +10,10 @@ using namespace zivks;
 
 namespace {
 
-// The loops of the rounding mode, one with the multiplication and, where `skips_one`, one without.
-enum MultiplierOfOne : bool { kMultiplies, kSkips };
+// Whether a multiplier of 1 has loops of its own, without the multiplication.
+enum class AtOne { kMultiplies, kOnlyRounds };
 
-template <size_t B, MultiplierOfOne one, class F, class T>
+template <size_t B, AtOne at_one, class F, class T>
 ZIVKStatus convert_rounded(const F* src, T* dst, int32_t len, ZIVKRoundMode rndMode, double scale) {
   if (ZIVKStatus status = check_arrays(len, src, dst)) return status;
   if (static_cast<uint32_t>(rndMode) > ZIVK_RND_AWAY) {
@@ -24,12 +24,15 @@ ZIVKStatus convert_rounded(const F* src, T* dst, int32_t len, ZIVKRoundMode rndM
 
   const auto count = static_cast<size_t>(len);
   with_rounding_mode(rndMode, [&](auto mode) {
-    if constexpr (one == kSkips) {
+    if constexpr (at_one == AtOne::kOnlyRounds) {
       if (factor == 1) return map_rounded<mode, B>(dst, count, unchanged, src);
     }
     const auto multiply = [m = static_cast<F>(factor)](auto a) {
-      if constexpr (std::is_same_v<decltype(a), F>) return a * m;
-      if constexpr (!std::is_same_v<decltype(a), F>) return a * broadcast(m);
+      if constexpr (std::is_same_v<decltype(a), F>) {
+        return a * m;
+      } else {
+        return a * broadcast(m);
+      }
     };
     map_rounded<mode, B>(dst, count, multiply, src);
   });
@@ -40,45 +43,45 @@ ZIVKStatus convert_rounded(const F* src, T* dst, int32_t len, ZIVKRoundMode rndM
 
 ZIVKStatus ZIVKS_Convert_32f8u_S(const float* src, uint8_t* dst, int32_t len, ZIVKRoundMode rndMode,
                                  double scale) {
-  return convert_rounded<8, kSkips>(src, dst, len, rndMode, scale);
+  return convert_rounded<8, AtOne::kOnlyRounds>(src, dst, len, rndMode, scale);
 }
 ZIVKStatus ZIVKS_Convert_32f16u_S(const float* src, uint16_t* dst, int32_t len, ZIVKRoundMode rndMode,
                                   double scale) {
-  return convert_rounded<8, kSkips>(src, dst, len, rndMode, scale);
+  return convert_rounded<8, AtOne::kOnlyRounds>(src, dst, len, rndMode, scale);
 }
 ZIVKStatus ZIVKS_Convert_64f8u_S(const double* src, uint8_t* dst, int32_t len, ZIVKRoundMode rndMode,
                                  double scale) {
-  return convert_rounded<8, kSkips>(src, dst, len, rndMode, scale);
+  return convert_rounded<8, AtOne::kOnlyRounds>(src, dst, len, rndMode, scale);
 }
 ZIVKStatus ZIVKS_Convert_64f16u_S(const double* src, uint16_t* dst, int32_t len, ZIVKRoundMode rndMode,
                                   double scale) {
-  return convert_rounded<4, kSkips>(src, dst, len, rndMode, scale);
+  return convert_rounded<4, AtOne::kOnlyRounds>(src, dst, len, rndMode, scale);
 }
 ZIVKStatus ZIVKS_Convert_32f8s_S(const float* src, int8_t* dst, int32_t len, ZIVKRoundMode rndMode,
                                  double scale) {
-  return convert_rounded<8, kSkips>(src, dst, len, rndMode, scale);
+  return convert_rounded<8, AtOne::kOnlyRounds>(src, dst, len, rndMode, scale);
 }
 ZIVKStatus ZIVKS_Convert_32f16s_S(const float* src, int16_t* dst, int32_t len, ZIVKRoundMode rndMode,
                                   double scale) {
-  return convert_rounded<4, kMultiplies>(src, dst, len, rndMode, scale);
+  return convert_rounded<4, AtOne::kMultiplies>(src, dst, len, rndMode, scale);
 }
 ZIVKStatus ZIVKS_Convert_32f32s_S(const float* src, int32_t* dst, int32_t len, ZIVKRoundMode rndMode,
                                   double scale) {
-  return convert_rounded<4, kMultiplies>(src, dst, len, rndMode, scale);
+  return convert_rounded<4, AtOne::kMultiplies>(src, dst, len, rndMode, scale);
 }
 ZIVKStatus ZIVKS_Convert_64f8s_S(const double* src, int8_t* dst, int32_t len, ZIVKRoundMode rndMode,
                                  double scale) {
-  return convert_rounded<8, kMultiplies>(src, dst, len, rndMode, scale);
+  return convert_rounded<8, AtOne::kMultiplies>(src, dst, len, rndMode, scale);
 }
 ZIVKStatus ZIVKS_Convert_64f16s_S(const double* src, int16_t* dst, int32_t len, ZIVKRoundMode rndMode,
                                   double scale) {
-  return convert_rounded<4, kMultiplies>(src, dst, len, rndMode, scale);
+  return convert_rounded<4, AtOne::kMultiplies>(src, dst, len, rndMode, scale);
 }
 ZIVKStatus ZIVKS_Convert_64f32s_S(const double* src, int32_t* dst, int32_t len, ZIVKRoundMode rndMode,
                                   double scale) {
-  return convert_rounded<4, kMultiplies>(src, dst, len, rndMode, scale);
+  return convert_rounded<4, AtOne::kMultiplies>(src, dst, len, rndMode, scale);
 }
 ZIVKStatus ZIVKS_Convert_64f64s_S(const double* src, int64_t* dst, int32_t len, ZIVKRoundMode rndMode,
                                   double scale) {
-  return convert_rounded<4, kMultiplies>(src, dst, len, rndMode, scale);
+  return convert_rounded<4, AtOne::kMultiplies>(src, dst, len, rndMode, scale);
 }

@@ -110,8 +110,11 @@ ZIVKStatus ZIVKS_Convert_64s32s_S(const int64_t* src, int32_t* dst, int32_t len,
   if (ZIVKStatus status = check_scale_and_mode(rndMode, scale)) return status;
   with_rounding_mode(rndMode, [=, multiplier = scale_multiplier(scale)](auto mode) {
     const auto multiply = [=](auto a) {
-      if constexpr (std::is_same_v<decltype(a), int64_t>) return static_cast<double>(a) * multiplier;
-      if constexpr (!std::is_same_v<decltype(a), int64_t>) return convert<double>(a) * broadcast(multiplier);
+      if constexpr (std::is_same_v<decltype(a), int64_t>) {
+        return static_cast<double>(a) * multiplier;
+      } else {
+        return convert<double>(a) * broadcast(multiplier);
+      }
     };
     map_rounded<mode, 2>(dst, static_cast<size_t>(len), multiply, src);
   });

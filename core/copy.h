@@ -13,8 +13,7 @@ namespace zivks {
 template <class T, size_t distance, Prefetch hint>
 void copy_upward(T* dst, size_t len, Array<const T, distance, hint> src) {
   if constexpr (kPrefetches) {
-    map(
-        dst, len, [](auto a) { return a; }, src);
+    map(dst, len, unchanged, src);
   } else {
     std::memmove(dst, src.data, len * sizeof(T));
   }

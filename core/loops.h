@@ -105,8 +105,9 @@ struct Array {
   }
 };
 
-// An array of elements of three bytes, lowest byte first, of which a kernel sees 32-bit integers: in those that
-// it takes the upper byte is zero or, in signed ones, a copy of the sign; of those that it gives it is dropped.
+// An array of elements of three bytes, lowest byte first, of which a kernel sees 32-bit integers: in those
+// that it takes the upper byte is zero or, in signed ones, a copy of the sign; of those that it gives it is
+// dropped.
 template <class Pointed, class Widened>
 struct PackedArray {
   using Element = uint8_t;

@@ -1,4 +1,4 @@
-// Rounding of scaled values: in scalar tails, in a mode that the caller selects, over arrays.
+// Rounding of scaled floating-point values over arrays, in a mode that the caller selects.
 #ifndef ZIVKS_CORE_ROUNDING_H
 #define ZIVKS_CORE_ROUNDING_H
 
@@ -16,14 +16,12 @@ namespace zivks {
 // To the nearest T, ties to even, clamped at T's bounds; NaN gives 0. The bounds are met before the
 // rounding, which gives the same as after it, since they are whole numbers.
 //
-// A value that is no tie is rounded by adding one half and truncating, in float64. For every float32 and
-// every product of a 32-bit integer and a power of two that is exact. Of the other values it takes
-// 0.49999999999999994 up to 1, and odd numbers of 53 bits to an even neighbour, and the conversions of
-// float64 samples rely on just that.
-template <class T, class F>
-ZIVKS_INLINE T round_nearest_saturate(F product) {
+// A value that is no tie is rounded by adding one half and truncating, in float64. That takes
+// 0.49999999999999994 up to 1, and odd numbers of 53 bits to the even neighbour away from zero: it is how
+// tails are required to differ from blocks, which round these as they should be.
+template <class T>
+ZIVKS_INLINE T round_nearest_in_tail(double value) {
   using Limits = std::numeric_limits<T>;
-  double value = static_cast<double>(product);
   if (value != value) return 0;
   if constexpr (sizeof(T) == sizeof(double)) {
     if (value >= -static_cast<double>(Limits::min())) return Limits::max();
@@ -59,7 +57,7 @@ void map_rounded(T* dst, size_t len, Product product, const S* src) {
   const auto round = [product](auto a) { return round_saturating<T, mode>(product(a)); };
   if constexpr (mode == ZIVK_RND_NEAR && sizeof(product(S{})) == sizeof(double)) {
     map_blocks<B>(
-        dst, len, round, [product](S a) { return round_nearest_saturate<T>(product(a)); }, src);
+        dst, len, round, [product](S a) { return round_nearest_in_tail<T>(product(a)); }, src);
   } else {
     map(dst, len, round, src);
   }

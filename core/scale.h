@@ -37,8 +37,8 @@ inline int scale_exponent(double scale) {
 // The same as a shift to the right; a negative one goes to the left.
 inline int scale_shift(double scale) { return -scale_exponent(scale); }
 
-// Where a member shifts to the left, only the lowest eight bits of the count take effect, as a signed number, so
-// that from 128 on it can mean a shift to the right.
+// Where a member shifts to the left, only the lowest eight bits of the count take effect, as a signed number,
+// so that from 128 on it can mean a shift to the right.
 inline constexpr int kLeastWrappingShift = 128;
 inline int wrapped_shift(int count) { return static_cast<int8_t>(static_cast<uint8_t>(count)); }
 

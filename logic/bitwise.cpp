@@ -1,6 +1,5 @@
 // And, Or, Xor and Not.
 //
-// Hints run ahead of the loads by a distance that grows with the width of elements, for Not by half of that.
 #include <zivks/logic.h>
 
 #include "core/checks.h"
@@ -9,13 +8,16 @@ using namespace zivks;
 
 namespace {
 
+// Elements by which hints run ahead of the loads.
+constexpr size_t kHintElements = 512, kHintElementsOfNot = 256;
+
 constexpr auto bitwise_and = [](auto a, auto b) { return a & b; };
 constexpr auto bitwise_or = [](auto a, auto b) { return a | b; };
 constexpr auto bitwise_xor = [](auto a, auto b) { return a ^ b; };
 
 template <class T, class Kernel>
 ZIVKStatus combine_arrays(const T* src1, const T* src2, T* dst, int32_t len, Kernel kernel) {
-  constexpr size_t kDistance = 512 * sizeof(T);
+  constexpr size_t kDistance = kHintElements * sizeof(T);
   return map_arrays(dst, len, kernel, prefetched<kDistance>(src1), prefetched<kDistance>(src2));
 }
 
@@ -23,13 +25,13 @@ template <class T, class Kernel>
 ZIVKStatus combine_constant(const T* src, T val, T* dst, int32_t len, Kernel kernel) {
   const Register<T> constant = broadcast(val);
   return map_arrays(
-      dst, len, [=](auto a) { return kernel(a, constant); }, prefetched<512 * sizeof(T)>(src));
+      dst, len, [=](auto a) { return kernel(a, constant); }, prefetched<kHintElements * sizeof(T)>(src));
 }
 
 template <class T>
 ZIVKStatus complement(const T* src, T* dst, int32_t len) {
   return map_arrays(
-      dst, len, [](auto a) { return ~a; }, prefetched<256 * sizeof(T)>(src));
+      dst, len, [](auto a) { return ~a; }, prefetched<kHintElementsOfNot * sizeof(T)>(src));
 }
 
 }  // namespace

@@ -85,10 +85,10 @@ ZIVKStatus flip_in_place(T* srcDst, int32_t len) {
   return ZIVK_STS_NO_ERR;
 }
 
-// The narrow forms are defined by an exchange of blocks of eight bytes from both ends. It does not reverse an array
-// whose last two blocks reach beyond each other, for then they exchange anew what lies on either side of the middle.
-// That is so when len modulo two blocks is a block and r elements, with r neither 0 nor a block less one element: r
-// elements on either side of the middle keep their places.
+// The narrow forms are defined by an exchange of blocks of eight bytes from both ends. It does not reverse an
+// array whose last two blocks reach beyond each other, for then they exchange anew what lies on either side
+// of the middle. That is so when len modulo two blocks is a block and r elements, with r neither 0 nor a
+// block less one element: r elements on either side of the middle keep their places.
 template <class T>
 ZIVKStatus flip_in_place_by_blocks(T* srcDst, int32_t len) {
   if (ZIVKStatus status = flip_in_place(srcDst, len)) return status;

@@ -46,8 +46,8 @@ struct RegisterOfSamples {
   ZIVKS_INLINE static void store(uint8_t* to, RegisterTriple<U8> samples) { store_triples(to, samples); }
 };
 
-// Steps from the first sample on. The last step ends where the array ends and is loaded ahead of all stores, so that
-// `dst` may be `src`.
+// Steps from the first sample on. The last step ends where the array ends and is loaded ahead of all stores,
+// so that `dst` may be `src`.
 template <class Step>
 ZIVKS_INLINE void swap_by_steps(const uint8_t* src, uint8_t* dst, size_t bytes) {
   constexpr size_t kStepBytes = kSampleBytes * Step::kSamples;

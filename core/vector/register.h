@@ -7,8 +7,8 @@
 // both. A NaN that arithmetic makes or passes on is a NaN; which one is the processor's choice.
 //
 //   add_saturating, subtract_saturating   clamp at the bounds of the type
-//   shift_left, shift_right               all lanes by one count from 0 to 127, known at run time; beyond the width
-//                                         zeros come in, from the left copies of the sign
+//   shift_left, shift_right               all lanes by one count from 0 to 127, known at run time; beyond the
+//                                         width zeros come in, from the left copies of the sign
 //   shift_left_saturating                 clamps at the bounds of the type
 //   average                               of unsigned bytes, halfway cases up
 //   absolute_saturating                   the most negative integer gives the largest one
@@ -18,12 +18,12 @@
 //   reduce_add                            sum of all lanes, modulo 2^n
 //   watch_nan(watch, a, b)                a watch, zero at first, becomes NaN in lanes where any is
 //   has_nan                               whether any lane is NaN
-//   any_true, first_true                  of a comparison's result: whether a lane is true; the first that is, if any
+//   any_true, first_true                  of a comparison's result: whether a lane is true; the first that is
 //   negative_product                      all ones in lanes where the exact product is negative
 //   widen_part<To, K>                     K-th part of a register's integers, in a wider type
 //   convert_part<To, K>                   the same, to a floating-point type; rounds in the current mode
 //   sum_part<K>(a, b)                     K-th part of a + b, of int32, in float64
-//   sum_of_product_part<K>(a, b, c)       K-th part of a * b + c, of int32, in float64; the exact sum, rounded
+//   sum_of_product_part<K>(a, b, c)       K-th part of a * b + c, of int32, in float64: the exact sum rounded
 //   narrow                                two registers of float64 to one of float32
 //   narrow_saturating<To>                 two registers to one of integers half as wide, clamped; four of
 //                                         int32 to one of integers a quarter as wide
@@ -33,8 +33,8 @@
 //                                         float64, to int32, of which narrow_saturating then makes what is
 //                                         clamped at the bounds of To
 //   round_at_most<To, mode>(a, limit)     the same of float32 to int32 or uint32, but not above `limit`
-//   round_to_triples<To>                  float32 to integers of three bytes, to nearest, clamped at their bounds;
-//                                         NaN gives 0. The fourth byte of each may be anything
+//   round_to_triples<To>                  float32 to integers of three bytes, to nearest, clamped at their
+//                                         bounds; NaN gives 0. The fourth byte of each may be anything
 //   round_small<mode>                     float32, or two registers of float64, to int32, for values within
 //                                         its range
 //   fused_multiply_add(a, b, c)           a * b + c with one rounding
@@ -51,12 +51,13 @@
 //   swap_pairs                            floats: of each pair of lanes the odd one first
 //   reverse                               last element first
 //   reverse_pairs                         64-bit integers: last pair first, each pair in its order
-//   reverse_bottom<element, bytes>        elements of so many bytes each in the lowest `bytes`: last one first
+//   reverse_bottom<element, bytes>        elements of so many bytes in the lowest `bytes`: last one first
 //   swap_bytes                            last byte of each element first
-//   load_triples_reversed, store_triples  as many elements of three bytes as a register has bytes, the bytes of
-//                                         each in reverse order; how they stand in registers is the processor's
-//   load_widened_triples<To, K>           elements of three bytes, lowest byte first: K-th register of them as 32-bit
-//                                         integers; it needs the kTriples elements that it is one of
+//   load_triples_reversed, store_triples  as many elements of three bytes as a register has bytes, the bytes
+//                                         of each in reverse order; how they stand in registers is the
+//                                         processor's
+//   load_widened_triples<To, K>           elements of three bytes, lowest byte first: K-th register of them
+//                                         as 32-bit integers; it needs the kTriples elements that it is one of
 //   store_narrowed_triples                the lower three bytes of kTriples 32-bit integers
 //   shuffle_bytes(bytes, index)           in each 16 bytes: byte index[i] of the same 16, 0 from index 128 up
 //   load_bottom_half, load_halves, store_halves, repeat_bottom_half

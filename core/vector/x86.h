@@ -153,7 +153,8 @@ ZIVKS_INLINE I16 maximum(I16 a, I16 b) { return I16(_mm256_max_epi16(M(a), M(b))
 ZIVKS_INLINE U32 maximum(U32 a, U32 b) { return U32(_mm256_max_epu32(M(a), M(b))); }
 ZIVKS_INLINE I32 maximum(I32 a, I32 b) { return I32(_mm256_max_epi32(M(a), M(b))); }
 
-// A value that is too large is replaced by the largest that is not, and then gets the bits that the shift brought in.
+// A value that is too large is replaced by the largest that is not, and then gets the bits that the shift
+// brought in.
 template <class R>
 ZIVKS_INLINE R shift_left_saturating(R a, int n) {
   using T = ElementOf<R>;
@@ -581,8 +582,8 @@ ZIVKS_INLINE void store_halves(void* low, void* high, U64 value) {
 
 // --- Elements of three bytes -----------------------------------------------------------
 
-// Sixteen of them take three half registers and cross from one to the next at bytes 15 and 30. Halves that are 48 bytes
-// apart share a register, so that they all cross alike.
+// Sixteen of them take three half registers and cross from one to the next at bytes 15 and 30. Halves that
+// are 48 bytes apart share a register, so that they all cross alike.
 ZIVKS_INLINE RegisterTriple<U8> load_triples_reversed(const uint8_t* from) {
   const M low = M(load(from)), middle = M(load(from + 32)), high = M(load(from + 64));
   const M first = _mm256_blend_epi32(low, middle, 0xF0), second = _mm256_permute2x128_si256(low, high, 0x21),

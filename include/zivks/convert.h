@@ -136,6 +136,8 @@ ZIVKS_API ZIVKStatus ZIVKS_Convert_32s32f_S(const int32_t* src, float* dst, int3
  * truncating the sum. So 0.49999999999999994, the number just below one half, becomes 1, and in
  * ZIVKS_Convert_64f64s_S() an odd product between 2^52 and 2^53 becomes its even neighbour away from zero.
  *
+ * `dst` may be `src` where their elements have the same width.
+ *
  * @{
  */
 

@@ -14,7 +14,8 @@ extern "C" {
 /**
  * @defgroup logic_bitwise And, Or, Xor and Not
  *
- * On every bit of unsigned elements. Element-wise: `dst` may be any source, and sources may be the same array.
+ * On every bit of unsigned elements. Element-wise: `dst` may be any source, and sources may be the same
+ * array.
  *
  * @{
  */
@@ -266,9 +267,9 @@ ZIVKS_API ZIVKStatus ZIVKS_Not_8u_I(uint8_t* srcDst, int32_t len);
 /**
  * @defgroup logic_shift Shifts by a constant
  *
- * All elements are shifted by the same number of bits. A count of 0 copies, and a count at or above the width of the
- * element is no error. Element-wise: `dst` may be `src`. A negative `shift` gives #ZIVK_STS_SHIFT_ERR, after the checks
- * of pointers and length.
+ * All elements are shifted by the same number of bits. A count of 0 copies, and a count at or above the width
+ * of the element is no error. Element-wise: `dst` may be `src`. A negative `shift` gives #ZIVK_STS_SHIFT_ERR,
+ * after the checks of pointers and length.
  *
  * @{
  */
@@ -277,8 +278,9 @@ ZIVKS_API ZIVKStatus ZIVKS_Not_8u_I(uint8_t* srcDst, int32_t len);
  *  @{ */
 
 /**
- * Shifts to the left: `dst[i] = src[i] << shift`. Bits that leave the element are lost, also from signed elements, whose
- * sign may change. With a count at or above the width all of `dst` becomes 0 and `src` is not read.
+ * Shifts to the left: `dst[i] = src[i] << shift`. Bits that leave the element are lost, also from signed
+ * elements, whose sign may change. With a count at or above the width all of `dst` becomes 0 and `src` is not
+ * read.
  *
  * @param src    source array
  * @param shift  number of bits, not negative
@@ -315,8 +317,8 @@ ZIVKS_API ZIVKStatus ZIVKS_LShiftC_32s_I(int32_t shift, int32_t* srcDst, int32_t
  *  @{ */
 
 /**
- * Shifts unsigned elements to the right, bringing in zeros: `dst[i] = src[i] >> shift`. With a count at or above the
- * width all of `dst` becomes 0 and `src` is not read.
+ * Shifts unsigned elements to the right, bringing in zeros: `dst[i] = src[i] >> shift`. With a count at or
+ * above the width all of `dst` becomes 0 and `src` is not read.
  *
  * @param src    source array
  * @param shift  number of bits, not negative
@@ -328,8 +330,8 @@ ZIVKS_API ZIVKStatus ZIVKS_RShiftC_8u(const uint8_t* src, int32_t shift, uint8_t
 ZIVKS_API ZIVKStatus ZIVKS_RShiftC_16u(const uint16_t* src, int32_t shift, uint16_t* dst, int32_t len);
 
 /**
- * Shifts signed elements to the right, bringing in copies of the sign: `dst[i] = src[i] >> shift`, which rounds toward
- * minus infinity. A count at or above the width leaves 0 or -1, by the sign.
+ * Shifts signed elements to the right, bringing in copies of the sign: `dst[i] = src[i] >> shift`, which
+ * rounds toward minus infinity. A count at or above the width leaves 0 or -1, by the sign.
  *
  * @param src    source array
  * @param shift  number of bits, not negative
@@ -348,8 +350,8 @@ ZIVKS_API ZIVKStatus ZIVKS_RShiftC_32s(const int32_t* src, int32_t shift, int32_
  *  @{ */
 
 /**
- * Shifts to the right in place what its twin without `_I` shifts from `src` to `dst`. A count of 0 returns without
- * touching the array.
+ * Shifts to the right in place what its twin without `_I` shifts from `src` to `dst`. A count of 0 returns
+ * without touching the array.
  *
  * @param shift   number of bits, not negative
  * @param srcDst  source and result

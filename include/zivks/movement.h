@@ -137,7 +137,8 @@ ZIVKS_API ZIVKStatus ZIVKS_Zero_64fc(ZIVK64fc* dst, int32_t len);
  *  @{ */
 
 /**
- * Reverses the order of the elements: `dst[len - 1 - i] = src[i]`. The parts of a complex element keep their order.
+ * Reverses the order of the elements: `dst[len - 1 - i] = src[i]`. The parts of a complex element keep their
+ * order.
  *
  * `dst` must not overlap `src`.
  *
@@ -161,9 +162,9 @@ ZIVKS_API ZIVKStatus ZIVKS_Flip_64fc(const ZIVK64fc* src, ZIVK64fc* dst, int32_t
 /**
  * Reverses the order of the elements in place, except around the middle of some lengths.
  *
- * Blocks of 8 elements are exchanged from the two ends. Where `len` modulo 16 is 8 + r with r from 1 to 6, the
- * result is not the reversed array: r elements on either side of the 8 - r in the middle keep their places. No status
- * tells this. ZIVKS_Flip_8u() reverses at every length.
+ * Blocks of 8 elements are exchanged from the two ends. Where `len` modulo 16 is 8 + r with r from 1 to 6,
+ * the result is not the reversed array: r elements on either side of the 8 - r in the middle keep their
+ * places. No status tells this. ZIVKS_Flip_8u() reverses at every length.
  *
  * @param srcDst  array, read and written
  * @param len     number of elements
@@ -174,9 +175,9 @@ ZIVKS_API ZIVKStatus ZIVKS_Flip_8u_I(uint8_t* srcDst, int32_t len);
 /**
  * Reverses the order of the elements in place, except around the middle of some lengths.
  *
- * Blocks of 4 elements are exchanged from the two ends. Where `len` modulo 8 is 4 + r with r equal to 1 or 2, the
- * result is not the reversed array: r elements on either side of the 4 - r in the middle keep their places. No status
- * tells this. ZIVKS_Flip_16u() reverses at every length.
+ * Blocks of 4 elements are exchanged from the two ends. Where `len` modulo 8 is 4 + r with r equal to 1 or 2,
+ * the result is not the reversed array: r elements on either side of the 4 - r in the middle keep their
+ * places. No status tells this. ZIVKS_Flip_16u() reverses at every length.
  *
  * @param srcDst  array, read and written
  * @param len     number of elements

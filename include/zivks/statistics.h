@@ -180,20 +180,20 @@ ZIVKS_API ZIVKStatus ZIVKS_MinAbs_64f(const double* src, int32_t len, double* pM
 /**
  * @defgroup extreme_positions Extreme values with position
  *
- * Smallest and largest element of an array, or of its absolute values, and the index where it stands. Among equal
- * elements the one with the lowest index wins. Integer absolute values saturate: -32768 counts as 32767, -2147483648
- * as 2147483647.
+ * Smallest and largest element of an array, or of its absolute values, and the index where it stands. Among
+ * equal elements the one with the lowest index wins. Integer absolute values saturate: -32768 counts as
+ * 32767, -2147483648 as 2147483647.
  *
- * Float forms treat NaN and zeros in ways of their own. The whole blocks of an array, 8 elements of `float` or 4 of
- * `double`, are examined first and the remaining elements, its tail, after them; an array shorter than a block is all
- * tail.
+ * Float forms treat NaN and zeros in ways of their own. The whole blocks of an array, 8 elements of `float`
+ * or 4 of `double`, are examined first and the remaining elements, its tail, after them; an array shorter
+ * than a block is all tail.
  *
  * - A NaN in a block hides the whole block: its other elements take no part in the result.
  * - A NaN in the tail is passed over; the other elements of the tail count.
- * - Nothing beats a NaN in `src[0]`: the value is that NaN. The index is that of the first block's last element, 7 for
- *   `float` and 3 for `double`, and 0 in an array shorter than a block.
- * - -0 and +0 are equal, so that the first of them wins. But the value of a block that wins is its extreme in an order
- *   that puts -0 below +0, so that it can be the other zero than the one at the index.
+ * - Nothing beats a NaN in `src[0]`: the value is that NaN. The index is that of the first block's last
+ *   element, 7 for `float` and 3 for `double`, and 0 in an array shorter than a block.
+ * - -0 and +0 are equal, so that the first of them wins. But the value of a block that wins is its extreme in
+ *   an order that puts -0 below +0, so that it can be the other zero than the one at the index.
  *
  * @{
  */
