@@ -52,6 +52,10 @@ bool parse(int argc, char** argv, Arguments& arguments) {
 }  // namespace
 
 int main(int argc, char** argv) {
+  if (argc == 2 && std::strcmp(argv[1], "--help") == 0) {
+    std::printf(kUsage, kDefaultFile, kDefaultFolder);
+    return EXIT_SUCCESS;
+  }
   Arguments arguments;
   if (!parse(argc, argv, arguments)) {
     std::fprintf(stderr, kUsage, kDefaultFile, kDefaultFolder);
