@@ -20,36 +20,38 @@ namespace {
 struct Quotient {
   U64 value;      // floor of the quotient, modulo 2^64
   U64 remainder;  // of the half
-  U64 low;        // the sum's lowest bit
+  U64 low;        // whose lowest bit is the sum's
   U64 negative;   // all ones where the sum is negative
+
+  U64 sum_is_odd() const { return low & broadcast(uint64_t{1}); }
 };
 
-// How a quotient is rounded. It grows by one where remainder + constant_addend() + addend_bit() reaches the
-// divisor, if keep_carry() agrees; the bit that halving the sum took off shows in ties only. A sum that is
-// not divided further grows by carry_of_half().
+// How a quotient is rounded. It grows by one where the remainder exceeds threshold() - threshold_bit(), if
+// keep_growth() agrees; the bit that halving the sum took off shows in ties only. A sum that is not divided
+// further grows by growth_of_half().
 struct TowardZero {
-  static uint64_t constant_addend(uint64_t divisor) { return divisor - 1; }
-  static U64 addend_bit(Quotient q) { return q.low; }
-  static U64 keep_carry(Quotient q, U64 carry) { return carry & q.negative; }
-  static U64 carry_of_half(Quotient q) { return q.low & q.negative; }
+  static uint64_t threshold(uint64_t) { return 0; }
+  static U64 threshold_bit(Quotient q) { return q.sum_is_odd(); }
+  static U64 keep_growth(Quotient q, U64 grows) { return grows & q.negative; }
+  static U64 growth_of_half(Quotient q) { return q.sum_is_odd() & q.negative; }
 };
 struct TiesToEven {
-  static uint64_t constant_addend(uint64_t divisor) { return divisor / 2 - 1; }
-  static U64 addend_bit(Quotient q) { return (q.value | q.low) & broadcast(uint64_t{1}); }
-  static U64 keep_carry(Quotient, U64 carry) { return carry; }
-  static U64 carry_of_half(Quotient q) { return q.low & q.value; }
+  static uint64_t threshold(uint64_t divisor) { return divisor / 2; }
+  static U64 threshold_bit(Quotient q) { return (q.value | q.low) & broadcast(uint64_t{1}); }
+  static U64 keep_growth(Quotient, U64 grows) { return grows; }
+  static U64 growth_of_half(Quotient q) { return q.sum_is_odd() & q.value; }
 };
 struct TiesUp {
-  static uint64_t constant_addend(uint64_t divisor) { return divisor / 2; }
-  static U64 addend_bit(Quotient) { return U64{}; }
-  static U64 keep_carry(Quotient, U64 carry) { return carry; }
-  static U64 carry_of_half(Quotient q) { return q.low; }
+  static uint64_t threshold(uint64_t divisor) { return divisor / 2 - 1; }
+  static U64 threshold_bit(Quotient) { return U64{}; }
+  static U64 keep_growth(Quotient, U64 grows) { return grows; }
+  static U64 growth_of_half(Quotient q) { return q.sum_is_odd(); }
 };
 struct TiesDown {
-  static uint64_t constant_addend(uint64_t divisor) { return divisor / 2 - 1; }
-  static U64 addend_bit(Quotient q) { return q.low; }
-  static U64 keep_carry(Quotient, U64 carry) { return carry; }
-  static U64 carry_of_half(Quotient) { return U64{}; }
+  static uint64_t threshold(uint64_t divisor) { return divisor / 2; }
+  static U64 threshold_bit(Quotient q) { return q.sum_is_odd(); }
+  static U64 keep_growth(Quotient, U64 grows) { return grows; }
+  static U64 growth_of_half(Quotient) { return U64{}; }
 };
 
 // For shifts by 1 to 64. Signed values are offset by 2^63, which makes them unsigned, and the quotient's
@@ -57,7 +59,7 @@ struct TiesDown {
 template <class Rounding, class T>
 ZIVKS_INLINE Register<T> round_sum(Register<T> a, Register<T> b, int shift) {
   constexpr uint64_t kOffset = std::is_signed_v<T> ? uint64_t{1} << 63 : 0;
-  const U64 offset = broadcast(kOffset), one = broadcast(uint64_t{1});
+  const U64 offset = broadcast(kOffset);
   const U64 x = U64(a) ^ offset, y = U64(b) ^ offset;
   const U64 half = (x & y) + ((x ^ y) >> 1);
   const int count = shift - 1;
@@ -65,12 +67,13 @@ ZIVKS_INLINE Register<T> round_sum(Register<T> a, Register<T> b, int shift) {
   Quotient quotient;
   quotient.value = shift_right(half, count) - broadcast(kOffset >> count);
   quotient.remainder = half & broadcast(divisor - 1);
-  quotient.low = (x ^ y) & one;
+  quotient.low = x ^ y;
   quotient.negative = std::is_signed_v<T> ? U64(I64(half ^ offset) < I64{}) : U64{};
-  if (count == 0) return Register<T>(quotient.value + Rounding::carry_of_half(quotient));
-  const U64 addend = broadcast(Rounding::constant_addend(divisor)) + Rounding::addend_bit(quotient);
-  const U64 carry = shift_right(quotient.remainder + addend, count);
-  return Register<T>(quotient.value + Rounding::keep_carry(quotient, carry));
+  if (count == 0) return Register<T>(quotient.value + Rounding::growth_of_half(quotient));
+  // Both sides are below 2^63.
+  const U64 threshold = broadcast(Rounding::threshold(divisor)) - Rounding::threshold_bit(quotient);
+  const U64 grows = U64(I64(quotient.remainder) > I64(threshold));
+  return Register<T>(quotient.value - Rounding::keep_growth(quotient, grows));
 }
 
 template <class Rounding, class T, class Second>
