@@ -16,8 +16,8 @@ constexpr auto add_product = [](auto a, auto b, auto c) { return fused_multiply_
 
 // --- Complex numbers -------------------------------------------------------------------
 
-// Which of two products is rounded before the other is added to it shows in the last place. Each order stands
-// here for parts in registers of their own, and for parts in turn as they are in memory.
+// The order of rounding shows in the last place. Each is stated twice: for real and imaginary parts in
+// registers of their own, and for parts in turn as they are in memory.
 
 struct AddProduct32fc {
   template <size_t N>
@@ -46,14 +46,16 @@ struct AddProduct64fc {
 };
 
 template <size_t distance1, size_t distance2, size_t distance_of_sum, class Kernel, class T>
-void add_blocks_of_products(const T* src1, const T* src2, T* srcDst, size_t parts, Kernel kernel) {
-  if constexpr (kSeparatesParts) {
-    map(ComplexArray<T, distance_of_sum, Prefetch::kWrite>{srcDst}, parts / 2, kernel,
+void add_blocks_of_products(const T* src1, const T* src2, T* srcDst, size_t len, Kernel kernel) {
+  if constexpr (kSeparatesParts<T>) {
+    map(ComplexArray<T, distance_of_sum, Prefetch::kWrite>{srcDst}, len, kernel,
         ComplexArray<const T, distance1>{src1}, ComplexArray<const T, distance2>{src2},
         ComplexArray<const T>{srcDst});
   } else {
     map(
-        srcDst, parts, [=](auto a, auto b, auto c) { return lift<T>(kernel, a, b, c); }, src1, src2, srcDst);
+        Array<T, distance_of_sum, Prefetch::kWrite>{srcDst}, 2 * len,
+        [=](auto a, auto b, auto c) { return lift<T>(kernel, a, b, c); }, prefetched<distance1>(src1),
+        prefetched<distance2>(src2), srcDst);
   }
 }
 
@@ -74,7 +76,7 @@ ZIVKStatus add_complex_products(const T* src1, const T* src2, T* srcDst, int32_t
   const auto count = static_cast<size_t>(len), blocks = count & ~(B - 1);
   if (blocks > 0) {
     add_blocks_of_products<distance1, distance2, distance_of_sum>(parts_of(src1), parts_of(src2),
-                                                                  parts_of(srcDst), 2 * blocks, kernel);
+                                                                  parts_of(srcDst), blocks, kernel);
   }
   add_products_one_by_one(src1, src2, srcDst, blocks, count);
   return ZIVK_STS_NO_ERR;
@@ -91,7 +93,7 @@ constexpr int kLargestCount = 31;
 // Multiplied by 1 or more, a sum that is out of range stays so, and one that is inexact in float32 is out of
 // range. Divided, a sum stays within int32.
 struct AddProduct16s {
-  static auto left(int count) {
+  static auto shifted_left(int count) {
     return [=](auto a, auto b, auto c) {
       return lift<int16_t>(
           [=](auto x, auto y, auto z) {
@@ -100,7 +102,7 @@ struct AddProduct16s {
           a, b, c);
     };
   }
-  static auto divided(double multiplier) {
+  static auto multiplied(double multiplier) {
     const auto scaled = [m = broadcast(static_cast<float>(multiplier))](I32 sum) {
       return round_small<ZIVK_RND_NEAR>(convert_part<float, 0>(sum) * m);
     };
@@ -116,14 +118,14 @@ struct AddProduct16s {
 };
 
 struct AddProduct16s32s {
-  static auto left(int count) {
+  static auto shifted_left(int count) {
     return [=](auto a, auto b, auto c) {
       return lift<int32_t>(
           [=](auto product, auto z) { return shift_left_saturating(add_saturating(product, z), count); },
           multiply_widening(a, b), c);
     };
   }
-  static auto divided(double multiplier) {
+  static auto multiplied(double multiplier) {
     return [m = broadcast(multiplier)](auto a, auto b, auto c) {
       return lift<int32_t>(
           [=](auto product, auto z) {
@@ -135,7 +137,7 @@ struct AddProduct16s32s {
 };
 
 struct AddProduct32s {
-  static auto divided(double multiplier) {
+  static auto multiplied(double multiplier) {
     return [m = broadcast(multiplier)](auto a, auto b, auto c) {
       return lift<int32_t>(
           [=](auto x, auto y, auto z) {
@@ -145,7 +147,7 @@ struct AddProduct32s {
           a, b, c);
     };
   }
-  static auto left(int count) { return divided(power_of_two(count)); }
+  static auto shifted_left(int count) { return multiplied(power_of_two(count)); }
 };
 
 template <class Kernels, class S, class T>
@@ -154,8 +156,8 @@ ZIVKStatus add_scaled_products(const S* src1, const S* src2, T* srcDst, int32_t 
   const double multiplier = scale_multiplier(scale);
   if (multiplier != multiplier) return ZIVK_STS_SCALE_ERR;
   const auto count = static_cast<size_t>(len);
-  if (multiplier < 1) return map(srcDst, count, Kernels::divided(multiplier), src1, src2, srcDst);
-  return map(srcDst, count, Kernels::left(std::min(scale_exponent(scale), kLargestCount)), src1, src2,
+  if (multiplier < 1) return map(srcDst, count, Kernels::multiplied(multiplier), src1, src2, srcDst);
+  return map(srcDst, count, Kernels::shifted_left(std::min(scale_exponent(scale), kLargestCount)), src1, src2,
              srcDst);
 }
 

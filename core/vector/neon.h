@@ -14,7 +14,8 @@ inline constexpr size_t kTurnRegisters = 8;
 inline constexpr bool kAccessesPair = true;
 inline constexpr bool kWidensFromMemory = false;
 inline constexpr bool kExactFloatExtremesAreCostly = false;
-inline constexpr bool kSeparatesParts = true;
+template <class T>
+inline constexpr bool kSeparatesParts = sizeof(T) == sizeof(float);
 inline constexpr bool kPrefetches = true;
 
 template <class R>
@@ -382,9 +383,10 @@ ZIVKS_INLINE RegisterPair<R> deinterleave(R low, R high) {
 }
 
 ZIVKS_INLINE F32 duplicate_even(F32 a) { return F32(vtrn1q_f32(a, a)); }
-ZIVKS_INLINE F64 duplicate_even(F64 a) { return F64(vtrn1q_f64(a, a)); }
+// As operands of a multiplication these two cost nothing.
+ZIVKS_INLINE F64 duplicate_even(F64 a) { return F64(vdupq_laneq_f64(a, 0)); }
 ZIVKS_INLINE F32 duplicate_odd(F32 a) { return F32(vtrn2q_f32(a, a)); }
-ZIVKS_INLINE F64 duplicate_odd(F64 a) { return F64(vtrn2q_f64(a, a)); }
+ZIVKS_INLINE F64 duplicate_odd(F64 a) { return F64(vdupq_laneq_f64(a, 1)); }
 ZIVKS_INLINE F32 swap_pairs(F32 a) { return F32(vrev64q_f32(a)); }
 ZIVKS_INLINE F64 swap_pairs(F64 a) { return F64(vextq_f64(a, a, 1)); }
 

@@ -72,7 +72,7 @@
 //   kAccessesPair                         loads, and stores, of neighbouring registers become one instruction
 //   kWidensFromMemory                     loads widen: taking a register apart costs more than loading less
 //   kExactFloatExtremesAreCostly          minimum and maximum of floats take several instructions
-//   kSeparatesParts                       complex numbers are best taken apart before they are multiplied
+//   kSeparatesParts<T>                    complex numbers of T are best taken apart before they are multiplied
 //   kPrefetches                           hints are worth while in loops that write
 #ifndef ZIVKS_CORE_VECTOR_REGISTER_H
 #define ZIVKS_CORE_VECTOR_REGISTER_H

@@ -21,6 +21,7 @@ inline constexpr size_t kTurnRegisters = 4;
 inline constexpr bool kAccessesPair = false;
 inline constexpr bool kWidensFromMemory = true;
 inline constexpr bool kExactFloatExtremesAreCostly = true;
+template <class>
 inline constexpr bool kSeparatesParts = false;
 inline constexpr bool kPrefetches = false;
 
