@@ -783,7 +783,8 @@ ZIVKS_API ZIVKStatus ZIVKS_Abs_64f_I(double* srcDst, int32_t len);
  * @ingroup arithmetic
  *
  * Products are added to an array that is both read and written. With real elements it may be a factor as
- * well, if the elements are as wide.
+ * well, if the elements are as wide. The floating-point forms round in the processor's current rounding mode,
+ * and a NaN result has an unspecified sign and payload.
  *
  * @{
  */
@@ -817,7 +818,8 @@ ZIVKS_API ZIVKStatus ZIVKS_AddProduct_64f(const double* src1, const double* src2
  * | block | a.re b.re          | - a.im b.im      | a.re b.im               | + a.im b.re           |
  * | tail  | - a.im b.im        | + a.re b.re      | a.im b.re               | + a.re b.im           |
  *
- * No overlap of `srcDst` with a factor is supported.
+ * No overlap of `srcDst` with a factor is supported: the tail would make an imaginary part with the new real
+ * part.
  *
  * @param src1    first factor
  * @param src2    second factor
@@ -837,7 +839,8 @@ ZIVKS_API ZIVKStatus ZIVKS_AddProduct_32fc(const ZIVK32fc* src1, const ZIVK32fc*
  * | block | - a.im b.im        | + a.re b.re      | a.re b.im               | + a.im b.re           |
  * | tail  | - a.im b.im        | + a.re b.re      | a.im b.re               | + a.re b.im           |
  *
- * No overlap of `srcDst` with a factor is supported.
+ * No overlap of `srcDst` with a factor is supported: the tail would make an imaginary part with the new real
+ * part.
  *
  * @param src1    first factor
  * @param src2    second factor

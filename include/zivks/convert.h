@@ -222,7 +222,7 @@ ZIVKS_API ZIVKStatus ZIVKS_Convert_64f64s_S(const double* src, int64_t* dst, int
  *
  * Results are clamped at the bounds of the destination's type. The scaled forms first multiply by the
  * power of two M that `scale` selects, and round; what takes a rounding mode and what is checked differs
- * from one to the other.
+ * from one to the other. `dst` may be `src` where their elements have the same width.
  *
  * @{
  */
@@ -283,9 +283,8 @@ ZIVKS_API ZIVKStatus ZIVKS_Convert_16s8s_S(const int16_t* src, int8_t* dst, int3
 
 /**
  * Like ZIVKS_Convert_16s8s_S(), except that each element is first converted to `double`, which rounds one
- * of more than 53 significant bits, and that the last element of an odd number of them is rounded to
- * nearest as in the tails of
- * @ref convert_rounded.
+ * of more than 53 significant bits, and that with #ZIVK_RND_NEAR the last of an odd number of elements is
+ * rounded as in the tails of @ref convert_rounded.
  *
  * @param src      source array
  * @param dst      converted array
@@ -319,7 +318,8 @@ ZIVKS_API ZIVKStatus ZIVKS_Convert_32s16s_S(const int32_t* src, int16_t* dst, in
  *
  * A packed sample is three bytes, lowest byte first, and an array of `len` of them is `3 * len` bytes with no
  * alignment; nothing outside of these is read or written. Nothing is normalised: a sample stands for the
- * integer that it is, from 0 to 16777215 or, in two's complement, from -8388608 to 8388607.
+ * integer that it is, from 0 to 16777215 or, in two's complement, from -8388608 to 8388607. Source and
+ * destination must not overlap.
  *
  * @{
  */
@@ -341,7 +341,7 @@ ZIVKS_API ZIVKStatus ZIVKS_Convert_24u32u(const uint8_t* src, uint32_t* dst, int
 ZIVKS_API ZIVKStatus ZIVKS_Convert_24u32f(const uint8_t* src, float* dst, int32_t len);
 
 /**
- * Converts each signed sample, exactly. Unlike the other functions, this one refuses lengths of 1 and 2 with
+ * Converts each signed sample, exactly. Unlike with unsigned samples, lengths of 1 and 2 are refused with
  * #ZIVK_STS_SIZE_ERR.
  *
  * @param src  packed samples
