@@ -19,21 +19,15 @@ ZIVKStatus convert_rounded(const F* src, T* dst, int32_t len, ZIVKRoundMode rndM
   if (static_cast<uint32_t>(rndMode) > ZIVK_RND_AWAY) {
     return std::is_signed_v<T> ? ZIVK_STS_ROUND_MODE_ERR : ZIVK_STS_ROUND_RANGE_ERR;
   }
-  const double factor = scale_multiplier(scale);
-  if (factor != factor) return ZIVK_STS_SCALE_ERR;
+  const double multiplier = scale_multiplier(scale);
+  if (multiplier != multiplier) return ZIVK_STS_SCALE_ERR;
 
   const auto count = static_cast<size_t>(len);
   with_rounding_mode(rndMode, [&](auto mode) {
     if constexpr (at_one == AtOne::kOnlyRounds) {
-      if (factor == 1) return map_rounded<mode, B>(dst, count, unchanged, src);
+      if (multiplier == 1) return map_rounded<mode, B>(dst, count, unchanged, src);
     }
-    const auto multiply = [m = static_cast<F>(factor)](auto a) {
-      if constexpr (std::is_same_v<decltype(a), F>) {
-        return a * m;
-      } else {
-        return a * broadcast(m);
-      }
-    };
+    const auto multiply = [m = static_cast<F>(multiplier)](auto a) { return times(a, m); };
     map_rounded<mode, B>(dst, count, multiply, src);
   });
   return ZIVK_STS_NO_ERR;

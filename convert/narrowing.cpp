@@ -1,6 +1,9 @@
 // Integers into a type that does not hold all of their values, with a scale or without.
 #include <zivks/convert.h>
 
+#include <algorithm>
+#include <limits>
+
 #include "core/checks.h"
 #include "core/rounding.h"
 #include "core/scale.h"
@@ -10,12 +13,12 @@ using namespace zivks;
 
 namespace {
 
-constexpr uint8_t kMost = INT8_MAX;  // of what int8 takes of an unsigned number
+constexpr uint8_t kLargest = INT8_MAX;
 
-// `kernel`, clamped.
+// Applies `kernel` to each register and clamps the results to int8.
 template <class Kernel>
 void map_8u(const uint8_t* src, int8_t* dst, size_t len, Kernel kernel) {
-  const auto clamped = [kernel](U8 x) { return I8(minimum(kernel(x), broadcast(kMost))); };
+  const auto clamped = [kernel](U8 x) { return I8(minimum(kernel(x), broadcast(kLargest))); };
   map(
       dst, len, [clamped](auto a) { return lift<int8_t>(clamped, a); }, src);
 }
@@ -38,13 +41,14 @@ void shrink_8u(const uint8_t* src, int8_t* dst, size_t len, int shift) {
   }
 }
 
+// Blocks shift by the lowest byte of the count; in the tail everything but 0 saturates.
 [[gnu::cold, gnu::noinline]] void grow_8u_wrapping(const uint8_t* src, int8_t* dst, size_t len, int shift) {
   constexpr size_t kBlock = 16;
   const size_t blocks = len & ~(kBlock - 1);
   for (size_t i = 0; i < blocks; ++i) {
-    dst[i] = static_cast<int8_t>(std::min(shift_left_wrapping(src[i], shift), int64_t{kMost}));
+    dst[i] = static_cast<int8_t>(std::min(shift_left_wrapping(src[i], shift), int64_t{kLargest}));
   }
-  for (size_t i = blocks; i < len; ++i) dst[i] = src[i] == 0 ? 0 : kMost;
+  for (size_t i = blocks; i < len; ++i) dst[i] = src[i] == 0 ? 0 : kLargest;
 }
 
 ZIVKStatus check_scale_and_mode(ZIVKRoundMode rndMode, double scale) {
@@ -98,7 +102,6 @@ ZIVKStatus ZIVKS_Convert_32s16s_S(const int32_t* src, int16_t* dst, int32_t len,
   if (ZIVKStatus status = check_arrays(len, src, dst)) return status;
   if (!is_valid_scale(scale)) return ZIVK_STS_SCALE_ERR;
   const int exponent = scale_exponent(scale);
-  if (exponent == 0) return ZIVKS_Convert_32s16s(src, dst, len);
   narrow_scaled<ZIVK_RND_NEAR>(src, dst, static_cast<size_t>(len), exponent);
   return ZIVK_STS_NO_ERR;
 }
@@ -111,9 +114,9 @@ ZIVKStatus ZIVKS_Convert_64s32s_S(const int64_t* src, int32_t* dst, int32_t len,
   with_rounding_mode(rndMode, [=, multiplier = scale_multiplier(scale)](auto mode) {
     const auto multiply = [=](auto a) {
       if constexpr (std::is_same_v<decltype(a), int64_t>) {
-        return static_cast<double>(a) * multiplier;
+        return times(static_cast<double>(a), multiplier);
       } else {
-        return convert<double>(a) * broadcast(multiplier);
+        return times(convert<double>(a), multiplier);
       }
     };
     map_rounded<mode, 2>(dst, static_cast<size_t>(len), multiply, src);

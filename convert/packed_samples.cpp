@@ -25,15 +25,15 @@ void pack(Source src, uint8_t* dst, size_t len, Kernel kernel) {
       packed<T>(dst), len, [kernel](auto a) { return lift<T>(kernel, a); }, src);
 }
 
-// The lowest byte of the shift, taken as a signed number, is what blocks shift by.
+// Blocks shift by the lowest byte of the count; in the tail everything but 0 saturates.
 template <class T>
 [[gnu::cold, gnu::noinline]] void pack_wrapping(const T* src, uint8_t* dst, size_t len, int shift) {
   constexpr size_t kBlock = 8;
   const size_t blocks = len & ~(kBlock - 1);
   for (size_t i = 0; i < len; ++i) {
     const int64_t value = src[i];
-    const int64_t beyond = value == 0 ? 0 : value > 0 ? int64_t{INT32_MAX} : int64_t{INT32_MIN};
-    const int64_t grown = i < blocks ? shift_left_wrapping(value, shift) : beyond;
+    const int64_t in_tail = value == 0 ? 0 : value > 0 ? int64_t{INT32_MAX} : int64_t{INT32_MIN};
+    const int64_t grown = i < blocks ? shift_left_wrapping(value, shift) : in_tail;
     const auto sample =
         static_cast<uint32_t>(std::clamp(grown, int64_t{kLeastTriple<T>}, int64_t{kMostTriple<T>}));
     for (size_t byte = 0; byte < 3; ++byte) dst[3 * i + byte] = static_cast<uint8_t>(sample >> (8 * byte));
@@ -59,10 +59,10 @@ ZIVKStatus pack_scaled(Source src, uint8_t* dst, int32_t len, double scale) {
 template <class T, class Source>
 ZIVKStatus pack_rounded(Source src, uint8_t* dst, int32_t len, double scale) {
   if (ZIVKStatus status = check_arrays(len, src, dst)) return status;
-  const double factor = scale_multiplier(scale);
-  if (factor != factor) return ZIVK_STS_SCALE_ERR;
+  const double multiplier = scale_multiplier(scale);
+  if (multiplier != multiplier) return ZIVK_STS_SCALE_ERR;
   pack<T>(src, dst, static_cast<size_t>(len),
-          [m = broadcast(static_cast<float>(factor))](F32 x) { return round_to_triples<T>(x * m); });
+          [m = broadcast(static_cast<float>(multiplier))](F32 x) { return round_to_triples<T>(x * m); });
   return ZIVK_STS_NO_ERR;
 }
 

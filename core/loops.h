@@ -110,8 +110,8 @@ struct Array {
 // dropped.
 template <class Pointed, class Widened>
 struct PackedArray {
-  using Element = uint8_t;
-  static constexpr size_t kStepRegisters = 1;  // fewer than the other arrays take
+  using Element = uint8_t;  // so that a step is a whole number of kTriples
+  static constexpr size_t kStepRegisters = 1;
 
   Pointed* bytes;
 
@@ -156,6 +156,11 @@ struct PackedArray {
     (store_narrowed_triples(to + I * 3 * kTriples, value.part + I * kRegisters), ...);
   }
 };
+
+template <class Operand>
+inline constexpr size_t kElementBytes = sizeof(typename Operand::Element);
+template <class Pointed, class Widened>
+inline constexpr size_t kElementBytes<PackedArray<Pointed, Widened>> = 3;
 
 template <class Widened, class Pointed>
 ZIVKS_INLINE PackedArray<Pointed, Widened> packed(Pointed* bytes) {
@@ -317,9 +322,8 @@ inline constexpr size_t kStepsPerTurn = std::max(size_t{1}, kTurnRegisters /
 
 // Loops that read more than they write gain from reading ahead in long arrays, others do not.
 template <class Destination, class... Sources>
-inline constexpr bool kReadsAhead = kReadAheadBytes > 0 && ((sizeof(typename Sources::Element) >
-                                                             sizeof(typename Destination::Element)) &&
-                                                            ...);
+inline constexpr bool kReadsAhead = kReadAheadBytes > 0 &&
+                                    ((kElementBytes<Sources> > kElementBytes<Destination>)&&...);
 
 // An array of at most N elements. The largest power of two C below `len` is found; the first C and the last C
 // elements, which together are the whole array, go through the kernel side by side, all of them loaded before
@@ -403,7 +407,7 @@ template <class Destination, class Kernel, class... Sources>
 ZIVKS_INLINE ZIVKStatus map(Destination dst, size_t len, Kernel kernel, Sources... src) {
   using To = decltype(as_operand(dst));
   if constexpr (kReadsAhead<To, decltype(as_operand(src))...>) {
-    if (len * sizeof(typename To::Element) >= kReadAheadFrom)
+    if (len * kElementBytes<To> >= kReadAheadFrom)
       return map_operands<true>(as_operand(dst), len, kernel, as_operand(src)...);
   }
   return map_operands<false>(as_operand(dst), len, kernel, as_operand(src)...);

@@ -27,7 +27,7 @@ ZIVKS_INLINE T round_nearest_in_tail(double value) {
     if (value >= -static_cast<double>(Limits::min())) return Limits::max();
     if (value <= static_cast<double>(Limits::min())) return Limits::min();
   } else {
-    // Of constants the compiler would make branches.
+    // In registers: from constants the compiler makes branches.
     const double low = kept_in_register(double{Limits::min()}),
                  high = kept_in_register(double{Limits::max()});
     value = value > low ? value : low;
@@ -36,8 +36,8 @@ ZIVKS_INLINE T round_nearest_in_tail(double value) {
   const double magnitude = std::fabs(value);
   const int64_t rounded = static_cast<int64_t>(magnitude + 0.5);
   const bool is_tie = magnitude - (static_cast<double>(rounded) - 1) == 0.5;
-  const int64_t even = rounded - (static_cast<int64_t>(is_tie) & rounded);
-  return static_cast<T>(value < 0 ? -even : even);
+  const int64_t nearest = rounded - (static_cast<int64_t>(is_tie) & rounded);
+  return static_cast<T>(value < 0 ? -nearest : nearest);
 }
 
 // Calls `body` with the rounding mode as a compile-time constant.
@@ -48,6 +48,16 @@ void with_rounding_mode(ZIVKRoundMode mode, Body body) {
   return body(std::integral_constant<ZIVKRoundMode, ZIVK_RND_AWAY>());
 }
 
+// A multiplication, for an element and for lanes.
+template <class F>
+ZIVKS_INLINE F times(F a, F multiplier) {
+  return a * multiplier;
+}
+template <class F, size_t N>
+ZIVKS_INLINE Lanes<F, N> times(Lanes<F, N> a, F multiplier) {
+  return a * broadcast(multiplier);
+}
+
 // dst[i] = product(src[i]), rounded and clamped. `product` gives floats, for an element and for lanes of
 // them.
 //
@@ -55,7 +65,7 @@ void with_rounding_mode(ZIVKRoundMode mode, Body body) {
 template <ZIVKRoundMode mode, size_t B, class S, class T, class Product>
 void map_rounded(T* dst, size_t len, Product product, const S* src) {
   const auto round = [product](auto a) { return round_saturating<T, mode>(product(a)); };
-  if constexpr (mode == ZIVK_RND_NEAR && sizeof(product(S{})) == sizeof(double)) {
+  if constexpr (mode == ZIVK_RND_NEAR && std::is_same_v<decltype(product(S{})), double>) {
     map_blocks<B>(
         dst, len, round, [product](S a) { return round_nearest_in_tail<T>(product(a)); }, src);
   } else {

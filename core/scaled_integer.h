@@ -81,8 +81,9 @@ void with_scaling(int exponent, Body body) {
   return body([=](auto x) { return shift_out_rounded<mode>(x, -exponent); });
 }
 
-// An integer of up to 33 bits shifted to the left by wrapped_shift(count); to the right, halves go up. At 31
-// all values but 0 are beyond 32 bits and none is beyond 64, and from 34 to the right on all round to 0.
+// x, of at most 33 bits, shifted to the left by wrapped_shift(count) or, if that is negative, to the right with
+// halves up. Counts above 31 act like 31: what is not 0 is then at or beyond every bound that callers clamp at.
+// From 34 on a shift to the right gives 0.
 inline int64_t shift_left_wrapping(int64_t x, int count) {
   const int wrapped = wrapped_shift(count);
   if (wrapped >= 0) return x * (int64_t{1} << std::min(wrapped, 31));

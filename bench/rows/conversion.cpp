@@ -12,6 +12,10 @@ namespace bench {
 #define AT_SCALE_ONE(function, plain)                                                                    \
   ROW(function, kRounding, plain<ToNearest>, NoRoutine, src, dst, len, number<ZIVK_RND_NEAR>, number<1>) \
       .with("scale 1")
+// For integers, which grow in another loop than that in which they shrink.
+#define AT_SCALE_HALF(function, plain)                                                                      \
+  ROW(function, kRounding, plain<ToNearest>, NoRoutine, src, dst, len, number<ZIVK_RND_NEAR>, number<1, 2>) \
+      .with("scale 0.5")
 
 std::vector<Row> conversion_rows() {
   using namespace role;
@@ -42,7 +46,9 @@ std::vector<Row> conversion_rows() {
           .with("scale 1"),
       IN_EACH_MODE(ZIVKS_Convert_8u8s_S, RoundScaledInteger),
       AT_SCALE_ONE(ZIVKS_Convert_8u8s_S, RoundScaledInteger),
+      AT_SCALE_HALF(ZIVKS_Convert_8u8s_S, RoundScaledInteger),
       IN_EACH_MODE(ZIVKS_Convert_16s8s_S, RoundScaledInteger),
+      AT_SCALE_HALF(ZIVKS_Convert_16s8s_S, RoundScaledInteger),
       IN_EACH_MODE(ZIVKS_Convert_64s32s_S, RoundScaledInteger),
 
       ROW(ZIVKS_Convert_24u32u, kPacked, Unpack<Unsigned>, NoRoutine, triples(src), dst, len),
@@ -55,6 +61,8 @@ std::vector<Row> conversion_rows() {
       ROW(ZIVKS_Convert_32s24s_S, kPacked, Pack<Signed>, NoRoutine, src, triples(dst), len, number<8>),
       ROW(ZIVKS_Convert_32s24s_S, kPacked, Pack<Signed>, NoRoutine, src, triples(dst), len, number<1>)
           .with("scale 1"),
+      ROW(ZIVKS_Convert_32s24s_S, kPacked, Pack<Signed>, NoRoutine, src, triples(dst), len, number<1, 2>)
+          .with("scale 0.5"),
       ROW(ZIVKS_Convert_32f24u_S, kPacked, Pack<Unsigned>, NoRoutine, src, triples(dst), len,
           number<1, 4096>),
       ROW(ZIVKS_Convert_32f24s_S, kPacked, Pack<Signed>, NoRoutine, src, triples(dst), len, number<1, 4096>),
