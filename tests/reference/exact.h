@@ -16,7 +16,7 @@ T saturated(Exact value) {
   return static_cast<T>(std::clamp(value, Exact{Limits::min()}, Exact{Limits::max()}));
 }
 
-enum class Rounding { kToZero, kDown, kTiesToEven, kTiesUp, kTiesDown };
+enum class Rounding { kToZero, kDown, kTiesToEven, kTiesAway, kTiesUp, kTiesDown };
 
 inline Exact divided_by_power_of_two(Exact value, int exponent, Rounding rounding) {
   // Operands have 65 bits at most, so that from 67 on the exponent makes no difference.
@@ -28,6 +28,7 @@ inline Exact divided_by_power_of_two(Exact value, int exponent, Rounding roundin
     case Rounding::kDown: return quotient;
     case Rounding::kTiesToEven:
       return quotient + (2 * rest > divisor || (2 * rest == divisor && quotient % 2 != 0));
+    case Rounding::kTiesAway: return quotient + (2 * rest > divisor || (2 * rest == divisor && value > 0));
     case Rounding::kTiesUp: return quotient + (2 * rest >= divisor);
     case Rounding::kTiesDown: return quotient + (2 * rest > divisor);
   }
@@ -44,6 +45,14 @@ inline Exact times_power_of_two(Exact value, int exponent) {
 inline Exact scaled_by_power_of_two(Exact value, int exponent, Rounding rounding) {
   return exponent < 0 ? divided_by_power_of_two(value, -exponent, rounding)
                       : times_power_of_two(value, exponent);
+}
+
+// To so many significant bits, ties to even, as a conversion to floating point rounds.
+inline Exact rounded_to_digits(Exact value, int digits) {
+  const Exact magnitude = value < 0 ? -value : value;
+  int excess = 0;
+  while (magnitude >> excess >> digits != 0) ++excess;
+  return times_power_of_two(divided_by_power_of_two(value, excess, Rounding::kTiesToEven), excess);
 }
 
 // As a shift by registers takes its count: the lowest byte of it, and to the right where that is negative.
