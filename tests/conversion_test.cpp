@@ -116,13 +116,13 @@ TEST_P(RoundedConversion, IsExactAroundBoundsAndTies) {
 ZIVKS_FOR_FUNCTIONS(RoundedConversion, rounding_functions());
 
 // One element alone, which makes a tail, and in the first place of a block.
-template <class T, class F>
+template <class T>
 struct Outcome {
   T in_tail, in_block;
 };
 template <class F, class T>
-Outcome<T, F> convert(ZIVKStatus (*function)(const F*, T*, int32_t, ZIVKRoundMode, double), F value,
-                      ZIVKRoundMode mode, double scale = 1) {
+Outcome<T> convert(ZIVKStatus (*function)(const F*, T*, int32_t, ZIVKRoundMode, double), F value,
+                   ZIVKRoundMode mode, double scale = 1) {
   const std::vector<F> samples(16, value);
   T alone = 77, block[16] = {77};
   EXPECT_EQ(function(&value, &alone, 1, mode, scale), ZIVK_STS_NO_ERR);

@@ -40,11 +40,10 @@ TEST(LargeArrays, Fill) {
 
 #ifdef __x86_64__  // too many bytes for an emulator
 
-// 4 GiB and three elements: as a number of 32 bits that would be three elements.
-constexpr size_t kElements = (size_t{1} << 28) + 3;
-using Complex = RepeatedSamples<ZIVK64fc>;
-
 TEST(LargeArrays, BytesAreCountedInMoreThan32Bits) {
+  // 4 GiB and three elements: as a number of 32 bits that would be three elements.
+  constexpr size_t kElements = (size_t{1} << 28) + 3;
+  using Complex = RepeatedSamples<ZIVK64fc>;
   const Complex source(kElements), destination(kElements);
   for (size_t i = 0; i < Complex::kChunk; ++i) {
     const auto part = static_cast<double>(i);
@@ -74,6 +73,27 @@ TEST(LargeArrays, BytesAreCountedInMoreThan32Bits) {
   const auto* const parts = reinterpret_cast<const double*>(source.data());
   ASSERT_EQ(ZIVKS_Max_64f(parts, 2 * length, &largest), ZIVK_STS_NO_ERR);
   EXPECT_EQ(largest, static_cast<double>(Complex::kChunk) - 0.5);
+}
+
+TEST(LargeArrays, BytesOfPackedSamplesAreCountedInMoreThan32Bits) {
+  struct Sample {
+    uint8_t bytes[3];
+  };
+  // 4 GiB and some samples. 2^32 is no multiple of three: a count of bytes that wraps shows in the values.
+  constexpr size_t kSamples = (size_t{1} << 32) / sizeof(Sample) + 1000;
+  using Samples = RepeatedSamples<Sample>;
+  const Samples samples(kSamples);
+  const RepeatedSamples<uint32_t> values(kSamples);
+  const auto sample_at = [](size_t i) { return static_cast<uint32_t>(i * 15); };  // up to 24 bits
+  for (size_t i = 0; i < Samples::kChunk; ++i) {
+    const uint32_t sample = sample_at(i);
+    for (size_t byte = 0; byte < sizeof(Sample); ++byte)
+      samples.data()[i].bytes[byte] = static_cast<uint8_t>(sample >> (8 * byte));
+    values.data()[i] = 0;
+  }
+  ASSERT_EQ(ZIVKS_Convert_24u32u(samples.data()->bytes, values.data(), static_cast<int32_t>(kSamples)),
+            ZIVK_STS_NO_ERR);
+  for (size_t i = 0; i < Samples::kChunk; ++i) ASSERT_EQ(values.data()[i], sample_at(i)) << i;
 }
 
 #endif

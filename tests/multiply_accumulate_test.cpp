@@ -124,30 +124,41 @@ TEST(AddProduct, ScaledRoundsTheSumBeforeItScales) {
                                       (1 << 29) + 1);
 }
 
+// A sum of so many bits is left to choose among many factors of type S.
+template <class S>
+constexpr int kSumBits = 2 * (std::numeric_limits<S>::digits - 1);
+
+template <class S, class T>
+struct Terms {
+  S a, b;
+  T c;
+};
+// Of sum = a * b + c.
+template <class S, class T>
+Terms<S, T> random_terms(int64_t sum, Random& random) {
+  const auto least = static_cast<uint64_t>(std::abs(sum) >> (kSumBits<S> / 2)) + 1;  // makes b fit S
+  const auto a = static_cast<int64_t>(least + random.below(std::numeric_limits<S>::max() - least));
+  return {static_cast<S>(a), static_cast<S>(sum / a), static_cast<T>(sum % a)};
+}
+
 // Sums of any size that end in one half of the power of two that they are divided by, or in one beside it.
 template <class S, class T>
 void expect_agreement_around_ties(const char* name) {
   constexpr size_t kLen = 517;
-  constexpr int kBits = std::numeric_limits<S>::digits;
   const Function& function = *find_function(name);
   const Reference& reference = *find_reference(function);
   Random random(1);
-  for (int shift = -8; shift <= 2 * kBits + 3; ++shift) {
+  for (int shift = -8; shift <= kSumBits<S> + 5; ++shift) {
     Operands operands = random_operands(function, kLen, 0);
     operands.slots.back() = Slot::of(std::ldexp(1.0, shift));
     for (size_t i = 0; i < kLen; ++i) {
-      uint64_t target = random.next() >> (66 - 2 * kBits) >> random.below(2 * kBits - 2);
-      if (shift > 0 && shift < 2 * kBits - 2)
-        target = (target >> shift << shift) + (uint64_t{1} << (shift - 1));
-      target += random.below(3);
-      const uint64_t least = (target >> (kBits - 1)) + 1;
-      const uint64_t factor = least + random.below(std::numeric_limits<S>::max() - least);
-      const int sign = random.below(2) == 0 ? 1 : -1;
-      const auto a = static_cast<S>(factor), b = static_cast<S>(sign * static_cast<S>(target / factor));
-      const auto c = static_cast<T>(sign * static_cast<T>(target % factor) - 1);
-      std::memcpy(&operands.arrays[0][i * sizeof a], &a, sizeof a);
-      std::memcpy(&operands.arrays[1][i * sizeof b], &b, sizeof b);
-      std::memcpy(&operands.arrays[2][i * sizeof c], &c, sizeof c);
+      auto sum = static_cast<int64_t>(random.next() >> (64 - kSumBits<S>) >> random.below(kSumBits<S>));
+      if (shift > 0 && shift < kSumBits<S>) sum = (sum >> shift << shift) + (int64_t{1} << (shift - 1));
+      if (random.below(2) == 0) sum = -sum;
+      const auto terms = random_terms<S, T>(sum + static_cast<int64_t>(random.below(3)) - 1, random);
+      std::memcpy(&operands.arrays[0][i * sizeof(S)], &terms.a, sizeof(S));
+      std::memcpy(&operands.arrays[1][i * sizeof(S)], &terms.b, sizeof(S));
+      std::memcpy(&operands.arrays[2][i * sizeof(T)], &terms.c, sizeof(T));
     }
     Call call(function, operands);
     ASSERT_EQ(difference_of_call(function, call, reference(function, operands)), "")

@@ -9,6 +9,7 @@
 #include <fstream>
 #include <limits>
 #include <string>
+#include <utility>
 
 namespace {
 
@@ -79,76 +80,54 @@ void check_count(const std::filesystem::path& file, sf_count_t read, sf_count_t 
   if (read != expected) throw failure(file, "the file is truncated: its samples end too early");
 }
 
-std::vector<Array<float>> allocate_channels(int count, int32_t length) {
-  std::vector<Array<float>> channels(static_cast<std::size_t>(count));
-  for (auto& channel : channels) channel = own(ZIVKS_Malloc_32f(length));
-  return channels;
-}
-
 // For other than two channels; two are one complex array to the library.
-template <typename T>
-void split(const T* interleaved, std::vector<Array<T>>& channels, int32_t length) {
+void split(const float* interleaved, std::vector<Array<float>>& channels, int32_t length) {
   for (int32_t i = 0; i < length; ++i) {
     for (auto& channel : channels) channel[static_cast<std::size_t>(i)] = *interleaved++;
   }
 }
 
-template <typename T>
-void merge(const std::vector<Array<T>>& channels, T* interleaved, int32_t length) {
+void merge(const std::vector<Array<float>>& channels, float* interleaved, int32_t length) {
   for (int32_t i = 0; i < length; ++i) {
     for (const auto& channel : channels) *interleaved++ = channel[static_cast<std::size_t>(i)];
   }
 }
 
-std::vector<Array<float>> read_16_bits(SNDFILE* sound, const std::filesystem::path& file, int count,
-                                       int32_t length) {
+Array<float> read_16_bits(SNDFILE* sound, const std::filesystem::path& file, int32_t total) {
   constexpr double kFullScale = 32768;
-  auto interleaved = own(ZIVKS_Malloc_16s(length * count));
-  check_count(file, sf_readf_short(sound, interleaved.get(), length), length);
-
-  auto channels = allocate_channels(count, length);
-  if (count == 1) {
-    check(ZIVKS_Convert_16s32f_S(interleaved.get(), channels[0].get(), length, kFullScale));
-    return channels;
-  }
-  std::vector<Array<int16_t>> samples(channels.size());
-  for (auto& channel : samples) channel = own(ZIVKS_Malloc_16s(length));
-  if (count == 2) {
-    check(ZIVKS_CplxToReal_16sc(reinterpret_cast<const ZIVK16sc*>(interleaved.get()), samples[0].get(),
-                                samples[1].get(), length));
-  } else {
-    split(interleaved.get(), samples, length);
-  }
-  for (std::size_t i = 0; i < channels.size(); ++i) {
-    check(ZIVKS_Convert_16s32f_S(samples[i].get(), channels[i].get(), length, kFullScale));
-  }
-  return channels;
+  auto samples = own(ZIVKS_Malloc_16s(total));
+  check_count(file, sf_read_short(sound, samples.get(), total), total);
+  auto interleaved = own(ZIVKS_Malloc_32f(total));
+  check(ZIVKS_Convert_16s32f_S(samples.get(), interleaved.get(), total, kFullScale));
+  return interleaved;
 }
 
 constexpr double kFullScaleOf24Bits = 8388608;
 
 // The bytes as they stand in the file, lowest first or, in RIFX files, highest.
-std::vector<Array<float>> read_24_bits(SNDFILE* sound, const std::filesystem::path& file, int count,
-                                       int32_t length) {
-  const int32_t total = length * count;
+Array<float> read_24_bits(SNDFILE* sound, const std::filesystem::path& file, int32_t total) {
   // To convert signed samples takes three of them at least.
-  const int32_t converted = std::max(total, 3);
-  auto bytes = own(ZIVKS_Malloc_8u(3 * converted));
-  check(ZIVKS_Zero_8u(bytes.get(), 3 * converted));
+  const int32_t padding = std::max(3 - total, 0), padded = total + padding;
+  auto bytes = own(ZIVKS_Malloc_8u(3 * padded));
   check_count(file, sf_read_raw(sound, bytes.get(), sf_count_t{3} * total), sf_count_t{3} * total);
+  if (padding > 0) check(ZIVKS_Zero_8u(bytes.get() + 3 * total, 3 * padding));
   if (sf_command(sound, SFC_RAW_DATA_NEEDS_ENDSWAP, nullptr, 0) == SF_TRUE) {
     check(ZIVKS_SwapBytes_24u_I(bytes.get(), total));
   }
-  auto samples = own(ZIVKS_Malloc_32s(converted));
-  check(ZIVKS_Convert_24s32s(bytes.get(), samples.get(), converted));
-
-  auto channels = allocate_channels(count, length);
-  if (count == 1) {
-    check(ZIVKS_Convert_32s32f_S(samples.get(), channels[0].get(), length, kFullScaleOf24Bits));
-    return channels;
-  }
+  auto samples = own(ZIVKS_Malloc_32s(padded));
+  check(ZIVKS_Convert_24s32s(bytes.get(), samples.get(), padded));
   auto interleaved = own(ZIVKS_Malloc_32f(total));
   check(ZIVKS_Convert_32s32f_S(samples.get(), interleaved.get(), total, kFullScaleOf24Bits));
+  return interleaved;
+}
+
+std::vector<Array<float>> take_apart(Array<float> interleaved, int count, int32_t length) {
+  std::vector<Array<float>> channels(static_cast<std::size_t>(count));
+  if (count == 1) {
+    channels[0] = std::move(interleaved);
+    return channels;
+  }
+  for (auto& channel : channels) channel = own(ZIVKS_Malloc_32f(length));
   if (count == 2) {
     check(ZIVKS_CplxToReal_32fc(reinterpret_cast<const ZIVK32fc*>(interleaved.get()), channels[0].get(),
                                 channels[1].get(), length));
@@ -180,9 +159,10 @@ Recording read_recording(const std::filesystem::path& file) {
   }
 
   const auto length = static_cast<int32_t>(info.frames);
-  return {file, info.samplerate, bits, length,
-          bits == 16 ? read_16_bits(sound.get(), file, info.channels, length)
-                     : read_24_bits(sound.get(), file, info.channels, length)};
+  const int32_t total = length * info.channels;
+  auto interleaved =
+      bits == 16 ? read_16_bits(sound.get(), file, total) : read_24_bits(sound.get(), file, total);
+  return {file, info.samplerate, bits, length, take_apart(std::move(interleaved), info.channels, length)};
 }
 
 void write_24_bits(const Recording& recording, const std::filesystem::path& file) {

@@ -1,3 +1,5 @@
+// Type conversions, which round and saturate in exact arithmetic.
+#include "reference/exact.h"
 #include "reference/reference.h"
 #include "reference/scale.h"
 
@@ -9,20 +11,9 @@ T exact(S value) {
   return static_cast<T>(value);
 }
 
-// To the nearest float of type F, ties to even, in integers.
 template <class F>
 F nearest_float(int64_t value) {
-  const bool negative = value < 0;
-  uint64_t magnitude = negative ? ~static_cast<uint64_t>(value) + 1 : static_cast<uint64_t>(value);
-  int excess = 0;  // bits more than F holds
-  while ((magnitude >> excess) >> std::numeric_limits<F>::digits != 0) ++excess;
-  if (excess > 0) {
-    const uint64_t half = uint64_t{1} << (excess - 1), rest = magnitude & (2 * half - 1);
-    magnitude >>= excess;
-    if (rest > half || (rest == half && magnitude % 2 == 1)) ++magnitude;
-  }
-  const F result = std::ldexp(static_cast<F>(magnitude), excess);
-  return negative ? -result : result;
+  return static_cast<F>(rounded_to_digits(value, std::numeric_limits<F>::digits));
 }
 template <class F, class S>
 F rounded(S value) {
@@ -46,70 +37,35 @@ float narrowed(double value) {
   return std::signbit(value) ? -result : result;
 }
 
+template <class F>
+F product(F value, double scale) {
+  const double multiplier = reference_scale_multiplier(scale);
+  if constexpr (std::is_same_v<F, float>) return value * narrowed(multiplier);
+  return value * static_cast<F>(multiplier);
+}
 template <class F, class S>
 F scaled(S value, double scale) {
-  const double multiplier = reference_scale_multiplier(scale);
-  if constexpr (sizeof(F) == 4) return rounded<F>(value) * narrowed(multiplier);
-  return rounded<F>(value) * static_cast<F>(multiplier);
+  return product(rounded<F>(value), scale);
 }
 
 // --- To integers -----------------------------------------------------------------------
 
-using WideUnsigned = unsigned __int128;
-using Wide = __int128;
+Rounding rounding_of(int32_t mode) {
+  if (mode == ZIVK_RND_ZERO) return Rounding::kToZero;
+  return mode == ZIVK_RND_NEAR ? Rounding::kTiesToEven : Rounding::kTiesAway;
+}
 
-// A number as (-1)^negative * mantissa * 2^exponent.
-struct Number {
-  bool negative;
-  uint64_t mantissa;
+// NaN counts as nothing.
+Exact rounded_to_integer(double value, Rounding rounding) {
+  if (std::isnan(value)) return 0;
   int exponent;
-};
-
-Number number_of(double value) {
-  if (std::isnan(value)) return {false, 0, 0};  // NaN counts as nothing
-  if (std::isinf(value)) return {value < 0, 1, 1000};
-  int exponent;
-  const double fraction = std::frexp(std::fabs(value), &exponent);
-  return {value < 0, static_cast<uint64_t>(std::ldexp(fraction, 53)), exponent - 53};
-}
-Number product_of(int64_t value, int exponent) {
-  const auto bits = static_cast<uint64_t>(value);
-  return {value < 0, value < 0 ? ~bits + 1 : bits, exponent};
-}
-
-// Rounded in the mode, then clamped; exact throughout.
-int64_t rounded_and_clamped(Number number, int32_t mode, int64_t low, int64_t high) {
-  WideUnsigned whole = number.mantissa;
-  if (number.exponent >= 0) {
-    if (whole != 0) whole <<= number.exponent < 63 ? number.exponent : 63;
-  } else {
-    const int shift = number.exponent > -100 ? -number.exponent : 100;
-    const WideUnsigned half = WideUnsigned{1} << (shift - 1), rest = whole & (2 * half - 1);
-    whole >>= shift;
-    const bool up_at_tie = mode == ZIVK_RND_AWAY || whole % 2 == 1;
-    if (mode != ZIVK_RND_ZERO && (rest > half || (rest == half && up_at_tie))) ++whole;
-  }
-  const WideUnsigned limit =
-      number.negative ? static_cast<WideUnsigned>(-Wide{low}) : static_cast<WideUnsigned>(high);
-  if (whole >= limit) return number.negative ? low : high;
-  return number.negative ? -static_cast<int64_t>(whole) : static_cast<int64_t>(whole);
-}
-template <class T>
-T rounded_and_clamped(Number number, int32_t mode) {
-  return static_cast<T>(rounded_and_clamped(number, mode, int64_t{std::numeric_limits<T>::min()},
-                                            int64_t{std::numeric_limits<T>::max()}));
-}
-
-template <class F>
-F product(F value, double scale) {
-  const double multiplier = reference_scale_multiplier(scale);
-  if constexpr (sizeof(F) == sizeof(float)) return value * narrowed(multiplier);
-  return value * static_cast<F>(multiplier);
+  const double fraction = std::frexp(std::clamp(value, -0x1p64, 0x1p64), &exponent);
+  return scaled_by_power_of_two(static_cast<int64_t>(std::ldexp(fraction, 53)), exponent - 53, rounding);
 }
 
 template <class T>
 T float_to_integer(float value, int32_t mode, double scale) {
-  return rounded_and_clamped<T>(number_of(double{product(value, scale)}), mode);
+  return saturated<T>(rounded_to_integer(double{product(value, scale)}, rounding_of(mode)));
 }
 // The tail takes the number just below one half for one half and more, and odd numbers of 53 bits for
 // their even neighbours.
@@ -117,13 +73,12 @@ template <class T>
 T rounded_at(Place place, double value, int32_t mode) {
   const double magnitude = std::fabs(value);
   if (place == Place::kTail && mode == ZIVK_RND_NEAR) {
-    if (magnitude == std::nextafter(0.5, 0.0))
-      return rounded_and_clamped<T>(product_of(value < 0 ? -1 : 1, 0), mode);
+    if (magnitude == std::nextafter(0.5, 0.0)) return saturated<T>(value < 0 ? -1 : 1);
     if (magnitude >= 0x1p52 && magnitude < 0x1p53 && std::fmod(magnitude, 2) == 1) {
-      return rounded_and_clamped<T>(number_of(value < 0 ? value - 1 : value + 1), mode);
+      value += value < 0 ? -1 : 1;
     }
   }
-  return rounded_and_clamped<T>(number_of(value), mode);
+  return saturated<T>(rounded_to_integer(value, rounding_of(mode)));
 }
 template <class T>
 T double_to_integer(Place place, double value, int32_t mode, double scale) {
@@ -132,11 +87,11 @@ T double_to_integer(Place place, double value, int32_t mode, double scale) {
 
 template <class T, class S>
 T clamped(S value) {
-  return rounded_and_clamped<T>(product_of(value, 0), ZIVK_RND_ZERO);
+  return saturated<T>(value);
 }
 template <class T, class S>
 T scaled_and_clamped(S value, int32_t mode, double scale) {
-  return rounded_and_clamped<T>(product_of(value, reference_scale_exponent(scale)), mode);
+  return saturated<T>(scaled_by_power_of_two(value, reference_scale_exponent(scale), rounding_of(mode)));
 }
 template <class T, class S>
 T scaled_to_nearest(S value, double scale) {
@@ -146,22 +101,15 @@ int32_t by_way_of_double(Place place, int64_t value, int32_t mode, double scale)
   return double_to_integer<int32_t>(place, nearest_float<double>(value), mode, scale);
 }
 
-// Blocks that grow by 2^128 or more read the lowest byte of the shift, in two's complement.
-Number grown_in_block(int64_t value, int shift) {
-  const int byte = shift % 256;
-  if (byte < 128) return product_of(value, byte);
-  const int right = 256 - byte;
-  if (right > 40) return product_of(0, 0);
-  return product_of((value + (int64_t{1} << (right - 1))) >> right, 0);
-}
-Number grown(Place place, int64_t value, int shift) {
-  return place == Place::kBlock ? grown_in_block(value, shift) : product_of(value, shift);
+// Blocks that grow by 2^128 or more read the lowest byte of the shift.
+Exact grown(Place place, Exact value, int shift) {
+  return place == Place::kBlock ? shifted_by_low_byte(value, shift, Rounding::kTiesUp)
+                                : times_power_of_two(value, shift);
 }
 int8_t unsigned_to_signed(Place place, uint8_t value, int32_t mode, double scale) {
   const int exponent = reference_scale_exponent(scale);
-  if (exponent > 0) return rounded_and_clamped<int8_t>(grown(place, value, exponent), ZIVK_RND_ZERO);
-  const bool known = mode == ZIVK_RND_ZERO || mode == ZIVK_RND_NEAR;
-  return scaled_and_clamped<int8_t>(value, known ? mode : ZIVK_RND_AWAY, scale);
+  return exponent > 0 ? saturated<int8_t>(grown(place, value, exponent))
+                      : scaled_and_clamped<int8_t>(value, mode, scale);
 }
 
 // --- Packed samples --------------------------------------------------------------------
@@ -177,22 +125,23 @@ T from_signed_sample(PackedSample sample) {
   return static_cast<T>(value < 0x800000 ? value : value - 0x1000000);
 }
 
-PackedSample sample_of(Number number, bool is_signed) {
-  const int64_t value =
-      rounded_and_clamped(number, ZIVK_RND_NEAR, is_signed ? -0x800000 : 0, is_signed ? 0x7FFFFF : 0xFFFFFF);
-  const int64_t bits = value < 0 ? value + 0x1000000 : value;
+template <bool is_signed>
+PackedSample sample_of(Exact value) {
+  constexpr Exact kLow = is_signed ? -0x800000 : 0, kHigh = is_signed ? 0x7FFFFF : 0xFFFFFF;
+  const auto bits = static_cast<uint32_t>(std::clamp(value, kLow, kHigh));
   return {{static_cast<uint8_t>(bits % 256), static_cast<uint8_t>(bits / 256 % 256),
-           static_cast<uint8_t>(bits / 65536)}};
+           static_cast<uint8_t>(bits / 65536 % 256)}};
 }
 template <class S>
 PackedSample integer_to_sample(Place place, S value, double scale) {
   const int exponent = reference_scale_exponent(scale);
-  return sample_of(exponent > 0 ? grown(place, value, exponent) : product_of(value, exponent),
-                   std::is_signed_v<S>);
+  const Exact whole = exponent > 0 ? grown(place, value, exponent)
+                                   : scaled_by_power_of_two(value, exponent, Rounding::kTiesToEven);
+  return sample_of<std::is_signed_v<S>>(whole);
 }
 template <bool is_signed>
 PackedSample float_to_sample(float value, double scale) {
-  return sample_of(number_of(double{product(value, scale)}), is_signed);
+  return sample_of<is_signed>(rounded_to_integer(double{product(value, scale)}, Rounding::kTiesToEven));
 }
 
 }  // namespace

@@ -1,7 +1,6 @@
 #include "reference/multiply_accumulate.h"
 
-#include <algorithm>
-
+#include "reference/exact.h"
 #include "reference/reference.h"
 #include "reference/scale.h"
 
@@ -31,39 +30,12 @@ std::vector<Bytes> complex_products(const Function& function, const Operands& op
   return outputs.take();
 }
 
-__extension__ using Wide = __int128;
-
-// value / 2^shift, to the nearest integer, ties to even.
-Wide divide_to_nearest(Wide value, int shift) {
-  const Wide power = Wide{1} << shift, floor = (value - (value % power + power) % power) / power;
-  const Wide twice_rest = 2 * (value - floor * power);
-  return floor + (twice_rest > power || (twice_rest == power && floor % 2 != 0) ? 1 : 0);
-}
-
-// To so many significant bits, as a conversion to floating point rounds.
-Wide round_to_digits(Wide value, int digits) {
-  const Wide magnitude = value < 0 ? -value : value;
-  int excess = 0;
-  while (magnitude >> excess >> digits != 0) ++excess;
-  return divide_to_nearest(value, excess) * (Wide{1} << excess);
-}
-
-// The sum goes to a floating-point type of so many digits, is scaled by a power of two, rounded and
+// The sum goes to a floating-point type of so many digits, before it is scaled by a power of two, rounded and
 // saturated.
-template <class T, int digits>
-T scaled(Wide sum, double scale) {
-  constexpr Wide kLow = std::numeric_limits<T>::min(), kHigh = std::numeric_limits<T>::max();
-  const int exponent =
-      std::clamp(reference_scale_exponent(scale), -100, 60);  // saturates, or is 0, beyond these
-  const Wide value = round_to_digits(sum, digits);
-  const Wide result = exponent < 0 ? divide_to_nearest(value, -exponent)
-                                   : std::clamp(value, 2 * kLow, 2 * kHigh) * (Wide{1} << exponent);
-  return static_cast<T>(std::clamp(result, kLow, kHigh));
-}
-
 template <class S, class T, int digits>
 T scaled_product(S a, S b, T c, double scale) {
-  return scaled<T, digits>(Wide{a} * b + c, scale);
+  const Exact sum = rounded_to_digits(Exact{a} * b + c, digits);
+  return saturated<T>(scaled_by_power_of_two(sum, reference_scale_exponent(scale), Rounding::kTiesToEven));
 }
 
 }  // namespace

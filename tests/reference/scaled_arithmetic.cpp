@@ -1,48 +1,14 @@
 // Scaled addition and subtraction in integers wide enough to hold everything: exact, whatever the scale.
-#include <algorithm>
-
+#include "reference/exact.h"
 #include "reference/reference.h"
 #include "reference/scale.h"
 
 namespace zivks_test {
 namespace {
 
-__extension__ typedef __int128 Exact;
-
 Exact sum(Exact a, Exact b) { return a + b; }
 Exact first_minus_second(Exact a, Exact b) { return a - b; }
 Exact second_minus_first(Exact a, Exact b) { return b - a; }
-
-template <class T>
-T saturated(Exact value) {
-  using Limits = std::numeric_limits<T>;
-  return static_cast<T>(std::clamp(value, Exact{Limits::min()}, Exact{Limits::max()}));
-}
-
-enum class Rounding { kToZero, kDown, kTiesToEven, kTiesUp, kTiesDown };
-
-Exact divided_by_power_of_two(Exact value, int exponent, Rounding rounding) {
-  // Operands have 65 bits at most, so that from 67 on the exponent makes no difference.
-  exponent = std::min(exponent, 67);
-  const Exact divisor = Exact{1} << exponent;
-  const Exact quotient = value >> exponent, rest = value - quotient * divisor;
-  switch (rounding) {
-    case Rounding::kToZero: return quotient + (quotient < 0 && rest != 0);
-    case Rounding::kDown: return quotient;
-    case Rounding::kTiesToEven:
-      return quotient + (2 * rest > divisor || (2 * rest == divisor && quotient % 2 != 0));
-    case Rounding::kTiesUp: return quotient + (2 * rest >= divisor);
-    case Rounding::kTiesDown: return quotient + (2 * rest > divisor);
-  }
-  throw std::logic_error("no such rounding");
-}
-
-// Exact up to 64 bits; what is beyond them is beyond the bounds of every type.
-Exact times_power_of_two(Exact value, int exponent) {
-  if (value == 0) return 0;
-  if (exponent > 63) return value < 0 ? -(Exact{1} << 64) : Exact{1} << 64;
-  return value * (Exact{1} << exponent);
-}
 
 // What the blocks of a member shift when the count has wrapped into a shift to the right, and how.
 enum class Shifted { kNothing, kExactHalfUp, kSaturatedHalfUp, kSaturatedDown };
@@ -61,13 +27,10 @@ struct Rules {
 bool is_in_block(size_t index, size_t length, size_t block) { return index < length / block * block; }
 
 template <class T>
-T shifted_by_low_eight_bits(Exact value, int shift, Shifted shifted) {
-  int count = shift % 256;
-  if (count >= 128) count -= 256;
+T shifted_in_block(Exact value, int count, Shifted shifted) {
   if (shifted != Shifted::kExactHalfUp) value = saturated<T>(value);
-  if (count >= 0) return saturated<T>(times_power_of_two(value, count));
   const Rounding rounding = shifted == Shifted::kSaturatedDown ? Rounding::kDown : Rounding::kTiesUp;
-  return saturated<T>(divided_by_power_of_two(value, -count, rounding));
+  return saturated<T>(shifted_by_low_byte(value, count, rounding));
 }
 
 // The exact result of element `index` of `length`, times 2 to -`shift`.
@@ -76,7 +39,7 @@ T scaled(Exact value, int shift, const Rules& rules, Rounding rounding, size_t i
   if (shift >= rules.clearing_shift) return 0;
   if (shift >= 0) return saturated<T>(divided_by_power_of_two(value, shift, rounding));
   if (rules.shifted != Shifted::kNothing && is_in_block(index, length, rules.shifting_block)) {
-    return shifted_by_low_eight_bits<T>(value, -shift, rules.shifted);
+    return shifted_in_block<T>(value, -shift, rules.shifted);
   }
   const Exact product = times_power_of_two(value, -shift);
   if (rules.truncating_block != 0 && is_in_block(index, length, rules.truncating_block) && index % 8 >= 4) {

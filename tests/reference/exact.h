@@ -1,0 +1,66 @@
+// Integers wide enough to hold every sum and product, and their exact scaling by powers of two.
+#ifndef ZIVKS_TESTS_REFERENCE_EXACT_H
+#define ZIVKS_TESTS_REFERENCE_EXACT_H
+
+#include <algorithm>
+#include <limits>
+#include <stdexcept>
+
+namespace zivks_test {
+
+__extension__ typedef __int128 Exact;
+
+template <class T>
+T saturated(Exact value) {
+  using Limits = std::numeric_limits<T>;
+  return static_cast<T>(std::clamp(value, Exact{Limits::min()}, Exact{Limits::max()}));
+}
+
+enum class Rounding { kToZero, kDown, kTiesToEven, kTiesAway, kTiesUp, kTiesDown };
+
+inline Exact divided_by_power_of_two(Exact value, int exponent, Rounding rounding) {
+  // Operands have 65 bits at most, so that from 67 on the exponent makes no difference.
+  exponent = std::min(exponent, 67);
+  const Exact divisor = Exact{1} << exponent;
+  const Exact quotient = value >> exponent, rest = value - quotient * divisor;
+  switch (rounding) {
+    case Rounding::kToZero: return quotient + (quotient < 0 && rest != 0);
+    case Rounding::kDown: return quotient;
+    case Rounding::kTiesToEven:
+      return quotient + (2 * rest > divisor || (2 * rest == divisor && quotient % 2 != 0));
+    case Rounding::kTiesAway: return quotient + (2 * rest > divisor || (2 * rest == divisor && value > 0));
+    case Rounding::kTiesUp: return quotient + (2 * rest >= divisor);
+    case Rounding::kTiesDown: return quotient + (2 * rest > divisor);
+  }
+  throw std::logic_error("no such rounding");
+}
+
+// Saturates to 65 bits, which is beyond the bounds of every type.
+inline Exact times_power_of_two(Exact value, int exponent) {
+  exponent = std::min(exponent, 64);
+  const Exact bound = Exact{1} << (64 - exponent);
+  return std::clamp(value, -bound, bound) * (Exact{1} << exponent);
+}
+
+inline Exact scaled_by_power_of_two(Exact value, int exponent, Rounding rounding) {
+  return exponent < 0 ? divided_by_power_of_two(value, -exponent, rounding)
+                      : times_power_of_two(value, exponent);
+}
+
+// To so many significant bits, ties to even, as a conversion to floating point rounds.
+inline Exact rounded_to_digits(Exact value, int digits) {
+  const Exact magnitude = value < 0 ? -value : value;
+  int excess = 0;
+  while (magnitude >> excess >> digits != 0) ++excess;
+  return times_power_of_two(divided_by_power_of_two(value, excess, Rounding::kTiesToEven), excess);
+}
+
+// As a shift by registers takes its count: the lowest byte of it, and to the right where that is negative.
+inline Exact shifted_by_low_byte(Exact value, int count, Rounding rounding) {
+  const int byte = count % 256;
+  return scaled_by_power_of_two(value, byte < 128 ? byte : byte - 256, rounding);
+}
+
+}  // namespace zivks_test
+
+#endif
