@@ -103,7 +103,9 @@ ZIVKS_INLINE size_t locate(Candidate<Order, T> best, const T* src, std::index_se
   while (i + kTurn < end && !any_true((equal_at(i + K * N) | ...))) i += kTurn;
   for (;; i += N) {
     i = std::min(i, end - N);
-    if (any_true(equal_at(i))) return i + first_true(equal_at(i));
+    const auto equal = equal_at(i);
+    if (any_true(equal)) return i + first_true(equal);
+    if (i == end - N) return end - 1;  // it is gone: another thread writes to the array
   }
 }
 template <class Measure, class Order, class T>
