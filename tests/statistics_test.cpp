@@ -1,4 +1,5 @@
-// Reductions: what single values do at single places, and counts beyond what float32 counts.
+// What single values do at single places of reductions and of element-wise extremes, nearest matches, and
+// counts beyond what float32 counts.
 #include <algorithm>
 
 #include "core/prefetch.h"
@@ -41,7 +42,7 @@ TEST_P(PlantedValue, HasTheEffectOfItsPlace) {
         Bytes& samples = operands.arrays[0];
         samples = random;
         for (size_t i = 0; background > 0 && i < length; ++i) {
-          // The first two are the signed zeros, the limits of integers; the fifth is an ordinary number.
+          // Of floats the two zeros and 1, of integers values at or near the limits.
           const size_t value = static_cast<size_t>(background == 3 ? 4 : background - 1) * element.bytes;
           std::memcpy(&samples[i * element.bytes], &values[value], element.bytes);
         }
