@@ -25,40 +25,60 @@ ZIVKS_INLINE State reduce_ends(const T* src, size_t len, State state, Step step)
   }
 }
 
-// Runs `step` over an array of at least one register, in long arrays with four states side by side, which
-// `combine` merges. Elements may be met twice and each state begins with `start`, so the reduction has to be
+// Four states that take turns, so that no step has to wait for the one before it.
+template <class State>
+struct FourStates {
+  State first, second, third, fourth;
+
+  template <size_t distance, class T, class Step>
+  ZIVKS_INLINE void turn(const T* src, Step step) {
+    constexpr size_t kTurn = kTurnRegisters * kRegisterElements<T>;
+    constexpr auto quarter = std::make_index_sequence<kTurnRegisters / 4>();
+    prefetch_ahead<distance, kTurn * sizeof(T)>(src);
+    first = reduce_steps(quarter, src, first, step);
+    second = reduce_steps(quarter, src + kTurn / 4, second, step);
+    third = reduce_steps(quarter, src + kTurn / 2, third, step);
+    fourth = reduce_steps(quarter, src + kTurn / 4 * 3, fourth, step);
+  }
+  // The turns that begin before src[end].
+  template <size_t distance = 0, class T, class Step>
+  ZIVKS_INLINE void turns(const T* src, size_t end, Step step) {
+    if (reads_ahead<T>(end)) {
+      turns<true, distance>(src, end, step);
+    } else {
+      turns<false, distance>(src, end, step);
+    }
+  }
+  template <bool ahead, size_t distance, class T, class Step>
+  ZIVKS_INLINE void turns(const T* src, size_t end, Step step) {
+    constexpr size_t kTurn = kTurnRegisters * kRegisterElements<T>;
+    for (size_t i = 0; i < end; i += kTurn) {
+      if constexpr (ahead) read_ahead<kTurn * sizeof(T)>(src + i);
+      turn<distance>(src + i, step);
+    }
+  }
+  template <class Combine>
+  ZIVKS_INLINE State combined(Combine combine) const {
+    return combine(combine(first, second), combine(third, fourth));
+  }
+};
+
+// Runs `step` over an array of at least one register, in long arrays with four states, which `combine`
+// merges. Elements may be met twice and each state begins with `start`, so the reduction has to be
 // one for which that makes no difference.
 template <size_t distance = 0, class T, class State, class Step, class Combine>
 ZIVKS_INLINE State reduce_registers(const T* src, size_t len, State start, Step step, Combine combine) {
   constexpr size_t kTurn = kTurnRegisters * kRegisterElements<T>;
   if (len <= kTurn) return reduce_ends<kTurnRegisters / 2>(src, len, start, step);
 
-  constexpr auto quarter = std::make_index_sequence<kTurnRegisters / 4>();
-  State first = start, second = start, third = start, fourth = start;
-  const auto turn = [&](const T* from) {
-    prefetch_ahead<distance, kTurn * sizeof(T)>(from);
-    first = reduce_steps(quarter, from, first, step);
-    second = reduce_steps(quarter, from + kTurn / 4, second, step);
-    third = reduce_steps(quarter, from + kTurn / 2, third, step);
-    fourth = reduce_steps(quarter, from + kTurn / 4 * 3, fourth, step);
-  };
   const size_t last_turn = len - kTurn;
-  const auto walk = [&](auto ahead) {
-    for (size_t i = 0; i < last_turn; i += kTurn) {
-      if constexpr (ahead) read_ahead<kTurn * sizeof(T)>(src + i);
-      turn(src + i);
-    }
-  };
-  if (kReadAheadBytes > 0 && len * sizeof(T) >= kReadAheadFrom) {
-    walk(std::true_type());
-  } else {
-    walk(std::false_type());
-  }
-  turn(src + last_turn);
-  return combine(combine(first, second), combine(third, fourth));
+  FourStates<State> states = {start, start, start, start};
+  states.template turns<distance>(src, last_turn, step);
+  states.template turn<distance>(src + last_turn, step);
+  return states.combined(combine);
 }
 
-// All elements of an array of less than 2 * C, and at least one, some of them repeatedly: 2 * C or a smaller
+// All elements of an array of at most 2 * C, and at least one, some of them repeatedly: 2 * C or a smaller
 // power of two in a register that they fill all over. C elements are at most half a register.
 template <size_t C, class T>
 ZIVKS_INLINE Register<T> load_repeatedly(const T* src, size_t len) {

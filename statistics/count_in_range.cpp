@@ -1,6 +1,7 @@
 // Counting the elements between two bounds.
 #include <zivks/statistics.h>
 
+#include <functional>
 #include <limits>
 
 #include "core/checks.h"
@@ -29,25 +30,14 @@ class OpenRange {
   I32 end_;
 };
 
-// In four counters that take turns. A lane has room for the count of the longest array.
+// A lane has room for the count of the longest array.
 [[gnu::flatten]] int32_t count(const int32_t* src, size_t len, OpenRange range) {
   constexpr size_t N = kRegisterElements<int32_t>, kTurn = kTurnRegisters * N;
-  constexpr auto quarter = std::make_index_sequence<kTurnRegisters / 4>();
   const auto add_found = [=](I32 state, I32 x) { return state + range.contains(x); };
-  const auto count_turns = [&](auto ahead) -> I32 {
-    I32 first = {}, second = {}, third = {}, fourth = {};
-    for (size_t i = 0; i + kTurn <= len; i += kTurn) {
-      if constexpr (ahead) read_ahead<kTurn * sizeof(int32_t)>(src + i);
-      first = reduce_steps(quarter, src + i, first, add_found);
-      second = reduce_steps(quarter, src + i + kTurn / 4, second, add_found);
-      third = reduce_steps(quarter, src + i + kTurn / 2, third, add_found);
-      fourth = reduce_steps(quarter, src + i + kTurn / 4 * 3, fourth, add_found);
-    }
-    return (first + second) + (third + fourth);
-  };
-  const bool is_long = kReadAheadBytes > 0 && len * sizeof(int32_t) >= kReadAheadFrom;
-  I32 found = is_long ? count_turns(std::true_type()) : count_turns(std::false_type());
   size_t i = len & ~(kTurn - 1);
+  FourStates<I32> counters = {};
+  counters.turns(src, i, add_found);
+  I32 found = counters.combined(std::plus());
   for (; i + N <= len; i += N) found = add_found(found, load(src + i));
   if (i == len) return -reduce_add(found);
   if (len >= N) {  // the last register, without what has been counted

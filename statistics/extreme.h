@@ -57,7 +57,7 @@ struct Magnitude {
   static double of(double a) { return std::fabs(a); }
 };
 
-// `start` and an array of at least one register.
+// The range of `start` and of the measures of an array of at least one register.
 template <class Measure, size_t distance = 0, class T>
 ZIVKS_INLINE Range<T> range_of_registers(const T* src, size_t len, Range<T> start) {
   return reduce_registers<distance>(
@@ -68,6 +68,11 @@ ZIVKS_INLINE Range<T> range_of_registers(const T* src, size_t len, Range<T> star
 // Floats are examined in whole blocks of 32 bytes, and the rest, the tail, by other rules.
 template <class T>
 constexpr size_t kBlock = 32 / sizeof(T);
+
+template <class T>
+constexpr size_t count_in_blocks(size_t len) {
+  return len & ~(kBlock<T> - 1);
+}
 
 template <class T>
 using Block = Lanes<T, kBlock<T>>;

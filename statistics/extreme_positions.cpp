@@ -13,6 +13,7 @@
 #include <zivks/statistics.h>
 
 #include <algorithm>
+#include <array>
 
 #include "core/checks.h"
 #include "statistics/extreme.h"
@@ -21,8 +22,18 @@ using namespace zivks;
 
 namespace {
 
-// What is looked for: the first of the elements src[first] ... src[first + count - 1] that is equal to
-// `value`.
+// An extreme and the index of its element.
+template <class T>
+struct Found {
+  T value;
+  size_t index;
+};
+
+template <class T, class... Order>
+using FoundEach = std::array<Found<T>, sizeof...(Order)>;
+
+// The extreme of what has been walked over, to be located later: the first of the elements src[first] ...
+// src[first + count - 1] that is equal to `value`.
 template <class Order, class T>
 struct Candidate {
   T value;
@@ -51,6 +62,8 @@ ZIVKS_INLINE void visit_blocks(const T* src, size_t first, size_t count, Visit v
   }
 }
 
+// The candidate after a stretch with a NaN, of which only the blocks without one count: the first block with
+// their extreme, if that is better.
 template <class Order, class T, size_t... K>
 [[gnu::noinline]] void settle_blocks(Candidate<Order, T>& best, const T* src, size_t first, size_t count,
                                      std::index_sequence<K...> parts) {
@@ -77,24 +90,29 @@ ZIVKS_INLINE void settle(Candidate<Order, T>& best, const Range<T>& range, const
   if (Order::beats(value, best.value)) best = {value, first, count};
 }
 
-// An array of at least one register; floats in whole blocks.
+// Updates the candidates, which have been given src[0], with all stretches of an array of at least one
+// register; floats in whole blocks. The last stretch may begin earlier, to fill a register: of elements that
+// are met twice the second is no better than the first, which stays.
 template <class Measure, size_t distance, class T, class... Order>
 ZIVKS_INLINE void walk(const T* src, size_t len, Candidate<Order, T>&... best) {
   constexpr size_t N = kRegisterElements<T>;
+  // Long enough that the comparison at its end costs little, short enough to be looked through once more:
+  // 1 KiB, or more where elements are wide.
   constexpr size_t kStretch = std::max<size_t>(512, 1024 / sizeof(T));
-  const bool ahead = len * sizeof(T) >= kReadAheadFrom;
+  const bool ahead = reads_ahead<T>(len);
   for (size_t i = 0; i < len; i += kStretch) {
     const size_t first = std::min(i, len - N), count = std::min(kStretch, len - first);
     if (ahead) read_ahead<kStretch * sizeof(T)>(src + first);
     const auto range = range_of_registers<Measure, distance>(src + first, count,
                                                              Range<T>::of(Measure::of(load(src + first))));
+    // The first stretch is hardly ever without something better than src[0]: there it is not asked.
     if (i == 0 || any_true((best.challenged_by(range) | ...))) (settle(best, range, src, first, count), ...);
   }
 }
 
 // The index of the first element whose measure is the candidate's.
 template <class Measure, class Order, class T, size_t... K>
-ZIVKS_INLINE size_t locate(Candidate<Order, T> best, const T* src, std::index_sequence<K...>) {
+ZIVKS_INLINE size_t locate(const Candidate<Order, T>& best, const T* src, std::index_sequence<K...>) {
   constexpr size_t N = kRegisterElements<T>, kTurn = sizeof...(K) * N;
   const Register<T> value = broadcast(best.value);
   const auto equal_at = [=](size_t i) { return Measure::of(load(src + i)) == value; };
@@ -103,11 +121,13 @@ ZIVKS_INLINE size_t locate(Candidate<Order, T> best, const T* src, std::index_se
   while (i + kTurn < end && !any_true((equal_at(i + K * N) | ...))) i += kTurn;
   for (;; i += N) {
     i = std::min(i, end - N);
-    if (any_true(equal_at(i))) return i + first_true(equal_at(i));
+    const auto equal = equal_at(i);
+    if (any_true(equal)) return i + first_true(equal);
+    if (i == end - N) return end - 1;  // it is gone: another thread writes to the array
   }
 }
 template <class Measure, class Order, class T>
-ZIVKS_INLINE size_t locate(Candidate<Order, T> best, const T* src) {
+ZIVKS_INLINE size_t locate(const Candidate<Order, T>& best, const T* src) {
   return locate<Measure>(best, src, std::make_index_sequence<4>());
 }
 
@@ -122,95 +142,90 @@ ZIVKS_INLINE size_t index_of_lane(size_t lane, size_t len) {
 // --- Integers --------------------------------------------------------------------------
 
 template <class Order, class T>
-ZIVKS_INLINE void search_register(Candidate<Order, T>& best, Register<T> all, size_t len) {
+ZIVKS_INLINE Found<T> search_register(Register<T> all, size_t len) {
   const T value = Order::of(Range<T>::of(all));
-  best = {value, index_of_lane(first_true(all == broadcast(value)), len), 1};
+  return {value, index_of_lane(first_true(all == broadcast(value)), len)};
 }
 
 template <class Measure, size_t distance, class T, class... Order>
-ZIVKS_INLINE void search_integers(const T* src, size_t len, Candidate<Order, T>&... best) {
+ZIVKS_INLINE FoundEach<T, Order...> search_integers(const T* src, size_t len, Candidate<Order, T>... best) {
   constexpr size_t N = kRegisterElements<T>;
   if (len < N) {
     const Register<T> all = Measure::of(load_repeatedly<N / 2>(src, len));
-    (search_register(best, all, len), ...);
-    return;
+    return {search_register<Order, T>(all, len)...};
   }
   ((best = {Measure::of(load(src))[0], 0, N}), ...);
   walk<Measure, distance>(src, len, best...);
-  ((best.first = locate<Measure>(best, src)), ...);
+  return {Found<T>{best.value, locate<Measure>(best, src)}...};
 }
 
 // --- Floating point --------------------------------------------------------------------
 
-// The element behind the whole blocks that beats the candidate, if there is one. Of the lanes with elements
-// of the last block, which may be a hidden one, none counts.
+// What the whole blocks have found, or the element behind them that beats it. Of the lanes with elements of
+// the last block, which may be a hidden one, none counts.
 template <class Order, class T, size_t... K>
-ZIVKS_INLINE void search_tail(Candidate<Order, T>& best, Block<T> tail, const T* src, size_t len,
-                              std::index_sequence<K...>) {
+ZIVKS_INLINE Found<T> search_tail(Found<T> in_blocks, Block<T> tail, const T* src, size_t len,
+                                  std::index_sequence<K...>) {
   constexpr size_t B = kBlock<T>, N = kRegisterElements<T>;
+  if (len % B == 0) return in_blocks;
   const bool is_short = len < B;
   const size_t first_lane = is_short ? 0 : B - len % B;
-  const Register<T> current = broadcast(best.value);
+  const Register<T> current = broadcast(in_blocks.value);
   const Lanes<SignedOf<T>, B> beats = {
       {Order::beats(tail.part[K], current) & lanes_from<T>(first_lane - K * N)...}};
-  if (!any_true((beats.part[K] | ...))) return;
+  if (!any_true((beats.part[K] | ...))) return in_blocks;
   const Block<T> beating = {{select(beats.part[K], tail.part[K], current)...}};
   const T value = Order::of(range_of_block(beating));
   size_t part = 0;
   while (!any_true(beating.part[part] == broadcast(value))) ++part;
   const size_t lane = part * N + first_true(beating.part[part] == broadcast(value));
   const size_t index = is_short ? index_of_lane(lane, len) : len - B + lane;
-  best = {src[index], index, 1};
+  return {src[index], index};
 }
 
-// A candidate that the whole blocks have left, with its position. Zeros have the sign that their block makes
+// The candidate that the whole blocks have left, if there are any. Zeros have the sign that their block makes
 // of them.
 template <class Order, class T>
-ZIVKS_INLINE Candidate<Order, T> find_in_blocks(Candidate<Order, T> best, const T* src) {
-  if (best.value == src[0]) return {src[0], 0, 1};
+ZIVKS_INLINE Found<T> find_in_blocks(const Candidate<Order, T>& best, const T* src) {
+  if (best.value == src[0]) return {src[0], 0};
   const size_t index = locate<Value>(best, src);
-  if (best.value == 0) {
-    const size_t block = index & ~(kBlock<T> - 1);
-    best.value = Order::of(range_of_block(Array<const T>{src}.template load<kBlock<T>>(block)));
-  }
-  return {best.value, index, 1};
+  if (best.value != 0) return {best.value, index};
+  const size_t block = index & ~(kBlock<T> - 1);
+  return {Order::of(range_of_block(Array<const T>{src}.template load<kBlock<T>>(block))), index};
 }
 
 template <class T, class... Order>
-ZIVKS_INLINE void search_floats(const T* src, size_t len, Candidate<Order, T>&... best) {
+ZIVKS_INLINE FoundEach<T, Order...> search_floats(const T* src, size_t len, Candidate<Order, T>... best) {
   constexpr size_t B = kBlock<T>;
-  const size_t count = len & ~(B - 1);
-  const bool begins_with_nan = src[0] != src[0];
-  ((best = {src[0], begins_with_nan && count > 0 ? B - 1 : 0, B}), ...);
-  if (begins_with_nan) return;
-  if (count > 0) {
-    walk<Value, 0>(src, count, best...);
-    ((best = find_in_blocks(best, src)), ...);
+  const size_t count = count_in_blocks<T>(len);
+  if (src[0] != src[0]) {
+    FoundEach<T, Order...> found;
+    found.fill({src[0], count > 0 ? B - 1 : 0});
+    return found;
   }
-  if (count < len) {
-    const Block<T> tail = load_tail(src, len);
-    (search_tail(best, tail, src, len, kBlockParts<T>), ...);
-  }
+  ((best = {src[0], 0, B}), ...);
+  if (count > 0) walk<Value, 0>(src, count, best...);
+  const Block<T> tail = load_tail(src, len);
+  return {search_tail<Order>(find_in_blocks(best, src), tail, src, len, kBlockParts<T>)...};
 }
 
 // --- Shapes of the exported functions --------------------------------------------------
 
-template <class Measure, size_t distance, class T, class... Order>
-ZIVKS_INLINE void search(const T* src, int32_t len, Candidate<Order, T>&... best) {
+template <class Measure, size_t distance, class... Order, class T>
+ZIVKS_INLINE FoundEach<T, Order...> search(const T* src, int32_t len) {
   if constexpr (std::is_floating_point_v<T>) {
-    search_floats(src, static_cast<size_t>(len), best...);
+    return search_floats(src, static_cast<size_t>(len), Candidate<Order, T>()...);
   } else {
-    search_integers<Measure, distance>(src, static_cast<size_t>(len), best...);
+    return search_integers<Measure, distance>(src, static_cast<size_t>(len), Candidate<Order, T>()...);
   }
 }
 
 template <class Order, class Measure = Value, class T>
 [[gnu::flatten]] ZIVKStatus find_one(const T* src, int32_t len, T* pValue, int32_t* pIndx) {
   if (ZIVKStatus status = check_arrays(len, src, pValue, pIndx)) return status;
-  Candidate<Order, T> best;
-  search<Measure, 0>(src, len, best);
-  *pValue = best.value;
-  *pIndx = static_cast<int32_t>(best.first);
+  const auto [found] = search<Measure, 0, Order>(src, len);
+  *pValue = found.value;
+  *pIndx = static_cast<int32_t>(found.index);
   return ZIVK_STS_NO_ERR;
 }
 
@@ -219,13 +234,11 @@ template <size_t distance = 0, class T>
 [[gnu::flatten]] ZIVKStatus find_both(const T* src, int32_t len, T* pMin, int32_t* pMinIndx, T* pMax,
                                       int32_t* pMaxIndx) {
   if (ZIVKStatus status = check_arrays(len, src, pMin, pMinIndx, pMax, pMaxIndx)) return status;
-  Candidate<Smallest, T> smallest;
-  Candidate<Largest, T> largest;
-  search<Value, distance>(src, len, smallest, largest);
+  const auto [smallest, largest] = search<Value, distance, Smallest, Largest>(src, len);
   *pMin = smallest.value;
-  *pMinIndx = static_cast<int32_t>(smallest.first);
+  *pMinIndx = static_cast<int32_t>(smallest.index);
   *pMax = largest.value;
-  *pMaxIndx = static_cast<int32_t>(largest.first);
+  *pMaxIndx = static_cast<int32_t>(largest.index);
   return ZIVK_STS_NO_ERR;
 }
 

@@ -1,9 +1,9 @@
 // Minimum and maximum of an array, or of its absolute values.
 //
-// The integer forms are plain. The floating-point forms examine whole blocks of 32 bytes with operations
-// that pass a NaN on and put -0 below +0, and the rest, the tail, by comparisons that a NaN fails and that
-// take the zeros for equal. What they begin with differs from member to member and can be seen in the
-// result.
+// The integer forms are plain, but for ZIVKS_MaxAbs_32s(). The floating-point forms examine whole blocks of
+// 32 bytes with operations that pass a NaN on and put -0 below +0, and the rest, the tail, by comparisons
+// that a NaN fails and that take the zeros for equal. What they begin with differs from member to member and
+// can be seen in the result.
 #include <zivks/statistics.h>
 
 #include <algorithm>
@@ -43,53 +43,51 @@ ZIVKS_INLINE Range<T> with_tail(Range<T> range, Block<T> tail, Register<T> inclu
 }
 
 // What a tail means: comparisons element by element, from src[first] on.
-template <class End, class T>
+template <class Order, class T>
 [[gnu::noinline]] T compare_each(T current, const T* src, size_t first, size_t len) {
   for (size_t i = first; i < len; ++i) {
-    if (End::beats(src[i], current)) current = src[i];
+    if (Order::beats(src[i], current)) current = src[i];
   }
   return current;
 }
 
-// What a walk over an array of floats has found.
 template <class T>
-struct FloatWalk {
-  size_t count;     // elements in whole blocks
-  T short_seed;     // what an array shorter than a block began with
-  Range<T> blocks;  // of the whole blocks, or of the short seed if there are none
+struct FloatRanges {
+  Range<T> blocks;  // of the whole blocks, or of what a shorter array begins with
   Range<T> all;     // with the tail
 };
 
+// The whole blocks begin with `block_seed`, an array shorter than a block with `short_seed`.
 template <class Measure, class T>
-ZIVKS_INLINE FloatWalk<T> walk_floats(const T* src, size_t len, T block_seed, T short_seed) {
-  const size_t count = len & ~(kBlock<T> - 1);
+ZIVKS_INLINE FloatRanges<T> ranges_of_floats(const T* src, size_t len, T block_seed, T short_seed) {
+  const size_t count = count_in_blocks<T>(len);
   const Register<T> included = broadcast(short_seed);
   const Range<T> blocks = count > 0
                               ? range_of_registers<Measure>(src, count, Range<T>::of(broadcast(block_seed)))
                               : Range<T>::of(included);
-  if (count == len) return {count, short_seed, blocks, blocks};
-  return {count, short_seed, blocks,
-          with_tail<Measure>(blocks, load_tail(src, len), included, kBlockParts<T>)};
+  if (count == len) return {blocks, blocks};
+  return {blocks, with_tail<Measure>(blocks, load_tail(src, len), included, kBlockParts<T>)};
 }
 
-// The asked end of the range. Where zeros meet in a tail the first of them counts, and its sign; of absolute
+// The extreme of the ranges. Where zeros meet in a tail the first of them counts, and its sign; of absolute
 // values there is but one zero.
-template <class End, class Measure, class T>
-ZIVKS_INLINE T extreme_of(FloatWalk<T> walk, const T* src, size_t len) {
-  if (walk.count == 0 && walk.short_seed != walk.short_seed) return walk.short_seed;
-  const T result = End::of(walk.all);
-  if (std::is_same_v<Measure, Value> && result == 0 && walk.count < len) {
-    return compare_each<End>(walk.count > 0 ? End::of(walk.blocks) : walk.short_seed, src, walk.count, len);
+template <class Order, class Measure, class T>
+ZIVKS_INLINE T extreme_of(FloatRanges<T> ranges, const T* src, size_t len, T short_seed) {
+  const size_t count = count_in_blocks<T>(len);
+  if (count == 0 && short_seed != short_seed) return short_seed;
+  const T result = Order::of(ranges.all);
+  if (std::is_same_v<Measure, Value> && result == 0 && count < len) {
+    return compare_each<Order>(count > 0 ? Order::of(ranges.blocks) : short_seed, src, count, len);
   }
   return result;
 }
 
 // --- Shapes of the exported functions --------------------------------------------------
 
-template <class End, class Measure, class T>
+template <class Order, class Measure, class T>
 [[gnu::flatten]] ZIVKStatus find_integer(const T* src, int32_t len, T* result) {
   if (ZIVKStatus status = check_arrays(len, src, result)) return status;
-  *result = End::of(range_of_integers<Measure>(src, static_cast<size_t>(len)));
+  *result = Order::of(range_of_integers<Measure>(src, static_cast<size_t>(len)));
   return ZIVK_STS_NO_ERR;
 }
 
@@ -102,17 +100,18 @@ template <class T>
   return ZIVK_STS_NO_ERR;
 }
 
-template <class End, class Measure, class T>
+template <class Order, class Measure, class T>
 ZIVKS_INLINE ZIVKStatus find_float(const T* src, int32_t len, T* result, T block_seed, T short_seed) {
   const auto count = static_cast<size_t>(len);
-  *result = extreme_of<End, Measure>(walk_floats<Measure>(src, count, block_seed, short_seed), src, count);
+  const FloatRanges<T> ranges = ranges_of_floats<Measure>(src, count, block_seed, short_seed);
+  *result = extreme_of<Order, Measure>(ranges, src, count, short_seed);
   return ZIVK_STS_NO_ERR;
 }
 
-template <class End, class T>
+template <class Order, class T>
 [[gnu::flatten]] ZIVKStatus find_value(const T* src, int32_t len, T* result) {
   if (ZIVKStatus status = check_arrays(len, src, result)) return status;
-  return find_float<End, Value>(src, len, result, src[0], src[0]);
+  return find_float<Order, Value>(src, len, result, src[0], src[0]);
 }
 
 // The smallest normal number begins the blocks, and stays if all else is below it.
@@ -135,9 +134,10 @@ template <class T>
 [[gnu::flatten]] ZIVKStatus find_both_floats(const T* src, int32_t len, T* pMin, T* pMax) {
   if (ZIVKStatus status = check_arrays(len, src, pMin, pMax)) return status;
   const auto count = static_cast<size_t>(len);
-  const FloatWalk<T> walk = walk_floats<Value>(src, count, src[0], src[0]);
-  const T smallest = extreme_of<Smallest, Value>(walk, src, count);
-  *pMax = extreme_of<Largest, Value>(walk, src, count);
+  const T seed = src[0];
+  const FloatRanges<T> ranges = ranges_of_floats<Value>(src, count, seed, seed);
+  const T smallest = extreme_of<Smallest, Value>(ranges, src, count, seed);
+  *pMax = extreme_of<Largest, Value>(ranges, src, count, seed);
   *pMin = smallest;
   return ZIVK_STS_NO_ERR;
 }
@@ -199,10 +199,9 @@ ZIVKStatus ZIVKS_MaxAbs_16s(const int16_t* src, int32_t len, int16_t* pMaxAbs) {
 // From 8 elements on the first block is not examined: src[0] takes part as it is, with its sign, and of the
 // absolute values only those from src[8] on. Its siblings examine everything.
 ZIVKStatus ZIVKS_MaxAbs_32s(const int32_t* src, int32_t len, int32_t* pMaxAbs) {
+  if (ZIVKStatus status = check_arrays(len, src, pMaxAbs)) return status;
   constexpr int32_t kSkipped = 8;
-  if (src == nullptr || pMaxAbs == nullptr || len < kSkipped) {
-    return find_integer<Largest, Magnitude>(src, len, pMaxAbs);
-  }
+  if (len < kSkipped) return find_integer<Largest, Magnitude>(src, len, pMaxAbs);
   int32_t largest = src[0];
   if (len > kSkipped) {
     int32_t of_rest;

@@ -16,7 +16,7 @@ using namespace zivks;
 namespace {
 
 // A condition that no branch predictor could foresee, so that the compiler chooses without a branch.
-ZIVKS_INLINE bool is_even_chance(bool condition) {
+ZIVKS_INLINE bool unpredictable(bool condition) {
   return __builtin_expect_with_probability(condition, true, 0.5);
 }
 
@@ -26,7 +26,8 @@ struct Search {
   size_t low, high;
 
   // An interval of two entries is compared at its lower end. An earlier comparison has found that below the
-  // value, and nothing changes; only entry 0 has never been compared, and may become the upper end as well.
+  // value, and nothing changes; only entry 0 has never been compared, and becomes the upper end as well where
+  // it is the result: it is at or above the value.
   ZIVKS_INLINE void narrow(const uint16_t* table) {
     size_t middle = (low + high) / 2;
     asm("" : "+r"(middle));  // else there would be another instruction for the address
@@ -34,8 +35,8 @@ struct Search {
     const uint32_t entry = table[middle];
     uint32_t same_entry = entry;
     asm("" : "+r"(same_entry));
-    low = is_even_chance(entry <= value) ? middle : low;
-    high = is_even_chance(same_entry >= value) ? middle : high;
+    low = unpredictable(entry <= value) ? middle : low;
+    high = unpredictable(same_entry >= value) ? middle : high;
   }
 };
 
@@ -63,11 +64,10 @@ class Table {
 
  private:
   ZIVKS_INLINE int32_t nearer_end(Search search) const {
-    const size_t high = std::max(search.high, std::min(size_t{1}, last_));
     const auto distance = [&](size_t end) {
       return std::abs(int32_t{entries_[end]} - static_cast<int32_t>(search.value));
     };
-    return static_cast<int32_t>(distance(search.low) <= distance(high) ? search.low : high);
+    return static_cast<int32_t>(distance(search.low) <= distance(search.high) ? search.low : search.high);
   }
 
   const uint16_t* entries_;
@@ -90,9 +90,9 @@ ZIVKStatus ZIVKS_FindNearest_16u(const uint16_t* src, uint16_t* dst, int32_t* ds
   constexpr size_t kSearches = 4;
   constexpr auto searches = std::make_index_sequence<kSearches>();
   const Table entries(table, tableLen);
-  const size_t count = static_cast<size_t>(len), last = count & ~(kSearches - 1);
-  for (size_t i = 0; i < last; i += kSearches)
+  const size_t count = static_cast<size_t>(len), whole = count & ~(kSearches - 1);
+  for (size_t i = 0; i < whole; i += kSearches)
     entries.find(src + i, dst + i, dstIndx + i, kSearches, searches);
-  if (last < count) entries.find(src + last, dst + last, dstIndx + last, count - last, searches);
+  if (whole < count) entries.find(src + whole, dst + whole, dstIndx + whole, count - whole, searches);
   return ZIVK_STS_NO_ERR;
 }

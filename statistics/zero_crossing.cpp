@@ -229,7 +229,8 @@ template <class Kind, class T>
 
 template <class Kind, class T>
 float count_crossings(const T* src, size_t pairs) {
-  static_assert(kReadAheadFrom <= size_t{1} << 23, "of so few pairs every sum is exact in float32");
+  // On every processor, for the sake of exactness: of so few pairs every sum is exact in float32.
+  static_assert(kReadAheadFrom <= size_t{1} << 23);
   const bool few = pairs * sizeof(T) < kReadAheadFrom;
   const float count = few ? count_exactly<Kind>(src, pairs) : count_many<Kind>(src, pairs);
   return count * Kind::kWeight;

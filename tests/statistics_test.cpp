@@ -1,6 +1,8 @@
-// Reductions: what single values do at single places, and counts beyond what float32 counts.
+// What single values do at single places of reductions and of element-wise extremes, nearest matches, and
+// counts beyond what float32 counts.
 #include <algorithm>
 
+#include "core/prefetch.h"
 #include "reference/against_reference.h"
 #include "reference/zero_crossing.h"
 #include "repeated_samples.h"
@@ -40,7 +42,7 @@ TEST_P(PlantedValue, HasTheEffectOfItsPlace) {
         Bytes& samples = operands.arrays[0];
         samples = random;
         for (size_t i = 0; background > 0 && i < length; ++i) {
-          // The first two are the signed zeros, the limits of integers; the fifth is an ordinary number.
+          // Of floats the two zeros and 1, of integers values at or near the limits.
           const size_t value = static_cast<size_t>(background == 3 ? 4 : background - 1) * element.bytes;
           std::memcpy(&samples[i * element.bytes], &values[value], element.bytes);
         }
@@ -96,6 +98,35 @@ TEST_P(ShortEnd, IsRightForEveryOrderOfTies) {
 
 ZIVKS_FOR_FUNCTIONS(ShortEnd, reductions());
 
+#ifdef __x86_64__  // the one with hints far ahead of the loads
+
+using LongArray = AgainstReference;
+
+// Random numbers; random numbers behind a long run of one number, where the extremes are; and a NaN in the
+// last sample, which is in the last block of pairs but in the tail of the samples.
+TEST_P(LongArray, IsReadToItsEnd) {
+  const ElementType& element = *function().arguments[0].element;
+  const size_t length = zivks::kReadAheadFrom / element.bytes + 37, count = element.count_decisive(false);
+  Bytes values(count * element.bytes);
+  element.fill_decisive(values.data(), count, 1, false);
+  const auto place = [&](Operands& operands, size_t index, size_t value) {
+    std::memcpy(&operands.arrays[0][index * element.bytes], &values[value * element.bytes], element.bytes);
+  };
+  for (size_t variant = 0; variant < count_variants(function()); ++variant) {
+    Operands operands = random_operands(function(), static_cast<int32_t>(length), variant, Flavour::kFinite);
+    ASSERT_EQ(difference_from_reference(operands), "") << "variant " << variant;
+    for (size_t i = 0; i < length - 1000; ++i) place(operands, i, 4);
+    ASSERT_EQ(difference_from_reference(operands), "") << "variant " << variant << ", behind a run";
+    if (!element.is_nan(&values[(count - 1) * element.bytes])) continue;
+    place(operands, length - 1, count - 1);
+    ASSERT_EQ(difference_from_reference(operands), "") << "variant " << variant << ", NaN at the end";
+  }
+}
+
+ZIVKS_FOR_FUNCTIONS(LongArray, reductions());
+
+#endif
+
 std::vector<const Function*> extreme_positions() {
   std::vector<const Function*> list;
   for (const Function* function : array_functions()) {
@@ -127,25 +158,41 @@ TEST_P(LongSearch, FindsTheFirstOfTheExtremesThatAreNotHidden) {
 
 ZIVKS_FOR_FUNCTIONS(LongSearch, extreme_positions());
 
+std::pair<float, int32_t> search_floats(ZIVKStatus (*find)(const float*, int32_t, float*, int32_t*),
+                                        const std::vector<float>& samples) {
+  std::pair<float, int32_t> found;
+  EXPECT_EQ(find(samples.data(), static_cast<int32_t>(samples.size()), &found.first, &found.second),
+            ZIVK_STS_NO_ERR);
+  return found;
+}
+
 TEST(MaxIndx, NanHidesItsBlockAndTheFirstElementIsFinal) {
   const float nan = std::numeric_limits<float>::quiet_NaN();
-  const auto search = [](std::vector<float> samples) {
-    std::pair<float, int32_t> found;
-    EXPECT_EQ(
-        ZIVKS_MaxIndx_32f(samples.data(), static_cast<int32_t>(samples.size()), &found.first, &found.second),
-        ZIVK_STS_NO_ERR);
-    return found;
-  };
+  const auto search = [](std::vector<float> samples) { return search_floats(ZIVKS_MaxIndx_32f, samples); };
   EXPECT_EQ(search({1, nan, 5, 2, 0, 0, 0, 0}), std::pair(1.0F, 0));
   EXPECT_EQ(search({1, nan, 5, 2, 0, 0, 0, 0, nan, 3}), std::pair(3.0F, 9));
   EXPECT_EQ(search({1, nan, 5, 2, 0, 0, 0}), std::pair(5.0F, 2));
   EXPECT_EQ(search({nan, 1, 2, 3, 4, 5, 6, 7, 8}).second, 7);
   EXPECT_EQ(search({nan, 1, 2, 3, 4, 5, 6}).second, 0);
-  // The greater zero of the block, where the lesser stands first.
-  const auto [zero, index] = search({-1, -1, -1, -1, -1, -1, -1, -1, -1, -0.0F, 0, -1, -1, -1, -1, -1});
-  EXPECT_EQ(index, 9);
-  EXPECT_FALSE(std::signbit(zero));
 }
+
+// Of zeros of both signs the first block's counts, with the sign that is the extreme of that block.
+void expect_zero_of_its_block(ZIVKStatus (*find)(const float*, int32_t, float*, int32_t*), float other,
+                              float better, float worse) {
+  for (const auto& [second, later, expected] :
+       {std::tuple(other, better, worse), std::tuple(better, other, better)}) {
+    std::vector<float> samples(24, other);
+    samples[9] = worse;
+    samples[10] = second;
+    samples[17] = later;
+    const auto [zero, index] = search_floats(find, samples);
+    EXPECT_EQ(index, 9);
+    EXPECT_EQ(bit_cast<uint32_t>(zero), bit_cast<uint32_t>(expected));
+  }
+}
+
+TEST(MaxIndx, ZeroHasTheSignOfItsBlock) { expect_zero_of_its_block(ZIVKS_MaxIndx_32f, -1, 0, -0.0F); }
+TEST(MinIndx, ZeroHasTheSignOfItsBlock) { expect_zero_of_its_block(ZIVKS_MinIndx_32f, 1, -0.0F, 0); }
 
 // In a tail the chosen element keeps its bits, those of a NaN too; the tables' rows allow any NaN.
 template <class T>

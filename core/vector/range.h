@@ -9,16 +9,14 @@
 
 namespace zivks {
 
-// minimum() and maximum() are those of all lanes, minima() and maxima() lane by lane. With a NaN among the
-// values of a lane, both of that lane are NaN.
-//
-// The result for floats is the canonical quiet NaN if there is a NaN among the values: which NaN arithmetic
-// passes on depends on the processor.
+// Which NaN arithmetic passes on depends on the processor; this is the same on all.
 template <class T>
 ZIVKS_INLINE T with_canonical_nan(T value) {
   return value == value ? value : std::numeric_limits<T>::quiet_NaN();
 }
 
+// minima() and maxima() are those of each lane: some NaN, both of them, with a NaN among the lane's values.
+// minimum() and maximum() are those of all lanes: the canonical quiet NaN with a NaN among all values.
 template <class T, class = void>
 struct Range {
   Register<T> least, greatest;

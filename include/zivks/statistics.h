@@ -418,8 +418,8 @@ ZIVKS_API ZIVKStatus ZIVKS_CountInRange_32s(const int32_t* src, int32_t len, int
  * @defgroup find_nearest Nearest match
  *
  * The entry of a table that is nearest to a value, and its index. The table has to be in ascending order,
- * which is not checked. Of two entries equally near the lower one is taken. The search is a bisection that
- * ends where it meets the value: among entries equal to the value any may be found, always the same one.
+ * which is not checked. The search is a bisection that ends where it meets the value: of two values equally
+ * near the smaller one is taken, and among equal entries the one that the bisection meets.
  *
  * @{
  */
@@ -438,7 +438,8 @@ ZIVKS_API ZIVKStatus ZIVKS_FindNearestOne_16u(uint16_t val, uint16_t* pNearest, 
                                               const uint16_t* table, int32_t tableLen);
 
 /**
- * Finds the entries nearest to each of many values. `dst` may be `src`.
+ * Finds the entries nearest to each of many values. `dst` may be `src`; neither `dst` nor `dstIndx` may
+ * overlap `table`.
  *
  * @param src       values to look for
  * @param dst       receives the nearest entries
@@ -486,9 +487,10 @@ ZIVKS_API ZIVKStatus ZIVKS_ReplaceNAN_64f_I(double val, double* srcDst, int32_t 
  *
  * The checks are, in this order: null pointers, `len`, `kind`.
  *
- * The count is made in `float` and may be inexact above 16777216: it is the sum of four lanes (eight in
- * kind 2 of the 16-bit form), pair i going to lane i modulo their number, to which the last pairs that fill
- * no lane are added one by one. In kind 2 the lanes themselves are `float` sums of doubled contributions.
+ * The count is made in `float` and may be inexact above 16777216, in kind 2 above 8388608: it is the sum of
+ * four lanes (eight in kind 2 of the 16-bit form), pair i going to lane i modulo their number, to which the
+ * last pairs, which fill no whole block of lanes, are added one by one. In kind 2 the lanes themselves are
+ * `float` sums of doubled contributions.
  *
  * @{
  */
