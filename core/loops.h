@@ -407,7 +407,7 @@ template <class Destination, class Kernel, class... Sources>
 ZIVKS_INLINE ZIVKStatus map(Destination dst, size_t len, Kernel kernel, Sources... src) {
   using To = decltype(as_operand(dst));
   if constexpr (kReadsAhead<To, decltype(as_operand(src))...>) {
-    if (len * kElementBytes<To> >= kReadAheadFrom)
+    if (reads_ahead(len * kElementBytes<To>))
       return map_operands<true>(as_operand(dst), len, kernel, as_operand(src)...);
   }
   return map_operands<false>(as_operand(dst), len, kernel, as_operand(src)...);

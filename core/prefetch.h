@@ -40,11 +40,8 @@ inline constexpr size_t kReadAheadBytes = kPrefetches ? 0 : size_t{16} << 10;
 // would cost a little.
 inline constexpr size_t kReadAheadFrom = size_t{1} << 20;
 
-// Whether an array of `len` elements is to be read with read_ahead().
-template <class T>
-ZIVKS_INLINE bool reads_ahead(size_t len) {
-  return kReadAheadBytes > 0 && len * sizeof(T) >= kReadAheadFrom;
-}
+// Whether an array of so many bytes is to be read with read_ahead().
+ZIVKS_INLINE bool reads_ahead(size_t bytes) { return kReadAheadBytes > 0 && bytes >= kReadAheadFrom; }
 
 template <size_t bytes>
 ZIVKS_INLINE void read_ahead(const void* from) {

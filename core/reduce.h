@@ -43,7 +43,7 @@ struct FourStates {
   // The turns that begin before src[end].
   template <size_t distance = 0, class T, class Step>
   ZIVKS_INLINE void turns(const T* src, size_t end, Step step) {
-    if (reads_ahead<T>(end)) {
+    if (reads_ahead(end * sizeof(T))) {
       turns<true, distance>(src, end, step);
     } else {
       turns<false, distance>(src, end, step);

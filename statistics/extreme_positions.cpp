@@ -99,7 +99,7 @@ ZIVKS_INLINE void walk(const T* src, size_t len, Candidate<Order, T>&... best) {
   // Long enough that the comparison at its end costs little, short enough to be looked through once more:
   // 1 KiB, or more where elements are wide.
   constexpr size_t kStretch = std::max<size_t>(512, 1024 / sizeof(T));
-  const bool ahead = reads_ahead<T>(len);
+  const bool ahead = reads_ahead(len * sizeof(T));
   for (size_t i = 0; i < len; i += kStretch) {
     const size_t first = std::min(i, len - N), count = std::min(kStretch, len - first);
     if (ahead) read_ahead<kStretch * sizeof(T)>(src + first);
