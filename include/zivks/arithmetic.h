@@ -783,8 +783,8 @@ ZIVKS_API ZIVKStatus ZIVKS_Abs_64f_I(double* srcDst, int32_t len);
  * @ingroup arithmetic
  *
  * Products are added to an array that is both read and written. With real elements it may be a factor as
- * well, if the elements are as wide. The floating-point forms round in the processor's current rounding mode,
- * and a NaN result has an unspecified sign and payload.
+ * well, if the elements are as wide. The real floating-point forms round in the processor's current rounding
+ * mode, the complex ones are for rounding to nearest. A NaN result has an unspecified sign and payload.
  *
  * @{
  */
