@@ -102,7 +102,7 @@ void copy_bytes(const Arrays& arrays, int32_t bytes) {
 
 // Nanoseconds an element.
 struct LongArrayTimes {
-  double library;
+  double zivks;
   double plain;
   double standard;    // 0 without a standard routine
   double same_bytes;  // memcpy that moves as many bytes
@@ -110,12 +110,12 @@ struct LongArrayTimes {
 
 LongArrayTimes time_long_arrays(const Arrays& arrays, const Row& row, int32_t len, Effort effort) {
   row.fill(arrays, len);
-  std::vector<Candidate> candidates = {{"library", row.library, len},
+  std::vector<Candidate> candidates = {{"zivks", row.zivks, len},
                                        {"plain", row.plain, len},
                                        {"same_bytes", copy_bytes, len / 2 * row.bytes_per_element}};
   if (row.standard != nullptr) candidates.push_back({"standard", row.standard, len});
   const Collector times = run(arrays, candidates, effort);
-  return {times.minimum("library") / len, times.minimum("plain") / len,
+  return {times.minimum("zivks") / len, times.minimum("plain") / len,
           row.standard != nullptr ? times.minimum("standard") / len : 0, times.minimum("same_bytes") / len};
 }
 
@@ -126,7 +126,7 @@ struct ShortCall {
 
 ShortCall worst_short_call(const Arrays& arrays, const Row& row) {
   std::vector<Candidate> candidates = {{"cheapest", cheapest_call, 0}};
-  for (int32_t len = 1; len <= kShort; ++len) candidates.push_back({std::to_string(len), row.library, len});
+  for (int32_t len = 1; len <= kShort; ++len) candidates.push_back({std::to_string(len), row.zivks, len});
   const Collector times = run(arrays, candidates, kShortEffort);
   ShortCall worst;
   for (int32_t len = 1; len <= kShort; ++len) {
@@ -153,21 +153,21 @@ bool print_row(const Arrays& arrays, const Row& row) {
   const LongArrayTimes memory = time_long_arrays(arrays, row, kMemoryBound, kMemoryBoundEffort);
   const ShortCall short_call = worst_short_call(arrays, row);
 
-  const double speedup = cache.plain / cache.library;
+  const double speedup = cache.plain / cache.zivks;
   const double required = row.requirement.speedup_x86_64;
-  const double memory_share = memory.library / std::min(memory.plain, memory.same_bytes);
+  const double memory_share = memory.zivks / std::min(memory.plain, memory.same_bytes);
   const bool slow_in_cache = speedup < kNoiseAllowance * required;
   const bool slow_in_memory = memory_share > kMemoryAllowance;
   const bool slow_if_short = short_call.nanoseconds_above_cheapest > kShortCallAllowance;
 
   const std::string columns[] = {
       "`" + row.name() + "`",
-      number(cache.library, 4),
+      number(cache.zivks, 4),
       number(cache.plain, 4),
       marked(number(speedup, 2), slow_in_cache),
       number(required, 1),
       optional(cache.standard),
-      number(memory.library, 3),
+      number(memory.zivks, 3),
       number(memory.plain, 3),
       number(memory.same_bytes, 3),
       marked(number(memory_share, 2), slow_in_memory),

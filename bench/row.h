@@ -216,7 +216,7 @@ struct Row {
   Requirement requirement;
   int bytes_per_element = 0;  // read and written
   Call fill = nullptr;        // gives the arrays their values
-  Call library = nullptr;
+  Call zivks = nullptr;
   Call plain = nullptr;
   Call standard = nullptr;  // null where there is none
   const char* standard_name = "";
@@ -246,7 +246,7 @@ struct LibraryFunction<function, Status (*)(Parameter...)> {
     Row row = {name, requirement};
     row.bytes_per_element = (Role::template kBytesMoved<Parameter> + ...);
     row.fill = [](const Arrays& arrays, int32_t len) { (Role::template fill<Parameter>(arrays, len), ...); };
-    row.library = [](const Arrays& arrays, int32_t len) {
+    row.zivks = [](const Arrays& arrays, int32_t len) {
       function(Role::template get<Parameter>(arrays, len)...);
     };
     row.plain = call<Loop, Role...>;

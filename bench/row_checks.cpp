@@ -48,7 +48,7 @@ bool calls_agree() {
   bool agree = true;
   for (const Section& section : sections()) {
     for (const Row& row : section.rows) {
-      const std::vector<std::byte> expected = written_by(row, row.library);
+      const std::vector<std::byte> expected = written_by(row, row.zivks);
       for (const Call call : {row.plain, row.standard}) {
         if (call == nullptr || written_by(row, call) == expected) continue;
         std::fprintf(stderr, "%s: the %s gives another result\n", row.name().c_str(),

@@ -90,7 +90,7 @@ ShortCall worst_short_call(InstructionCounter& counter, Call call) {
 }
 
 struct Counts {
-  double library;
+  double zivks;
   double plain;
   ShortCall short_call;
   ShortCall plain_short_call;
@@ -98,8 +98,8 @@ struct Counts {
 
 Counts count(InstructionCounter& counter, const Row& row) {
   row.fill(counter.arrays(), 2 * kElements);
-  return {instructions_per_element(counter, row.library), instructions_per_element(counter, row.plain),
-          worst_short_call(counter, row.library), worst_short_call(counter, row.plain)};
+  return {instructions_per_element(counter, row.zivks), instructions_per_element(counter, row.plain),
+          worst_short_call(counter, row.zivks), worst_short_call(counter, row.plain)};
 }
 
 const KnownMiss* known_miss(const Row& row) {
@@ -146,7 +146,7 @@ int print_tables(const std::regex& selection, bool only_unexpected) {
       ++rows;
       const Counts counts = count(counter, row);
       const double required = row.requirement.instruction_share_arm64;
-      const double share = counts.library / counts.plain;
+      const double share = counts.zivks / counts.plain;
       const bool share_misses = share > required;
       const bool short_call_misses = counts.short_call.instructions > kShortCallLimit;
       const bool expected =
@@ -155,7 +155,7 @@ int print_tables(const std::regex& selection, bool only_unexpected) {
       unexpected += !expected;
       if (only_unexpected && expected) continue;
       std::printf("| `%s` | %.3f | %.3f | %.2f%s | %.1f | %d (%d)%s | %d (%d) |\n", row.name().c_str(),
-                  counts.library, counts.plain, share, share_misses ? " !" : "", required,
+                  counts.zivks, counts.plain, share, share_misses ? " !" : "", required,
                   counts.short_call.instructions, counts.short_call.len, short_call_misses ? " !" : "",
                   counts.plain_short_call.instructions, counts.plain_short_call.len);
     }
