@@ -25,10 +25,8 @@ ZIVKStatus combine_arrays(const T* src1, const T* src2, T* dst, int32_t len, Ker
 template <size_t prefetch_distance = 0, class T, class Kernel>
 ZIVKStatus combine_constant(const T* src, T val, T* dst, int32_t len, Kernel kernel) {
   if (ZIVKStatus status = check_arrays(len, src, dst)) return status;
-  const auto constant = repeat_parts(val);
-  return map(
-      parts_of(dst), count_parts<T>(len), [=](auto a) { return kernel(a, constant); },
-      prefetched<prefetch_distance>(parts_of(src)));
+  return map(parts_of(dst), count_parts<T>(len), kernel, prefetched<prefetch_distance>(parts_of(src)),
+             Repeated<Part<T>>{repeat_parts(val)});
 }
 
 }  // namespace

@@ -53,7 +53,7 @@ void add_blocks_of_products(const T* src1, const T* src2, T* srcDst, size_t len,
         ComplexArray<const T>{srcDst});
   } else {
     map(
-        Array<T, distance_of_sum, Prefetch::kWrite>{srcDst}, 2 * len,
+        ArrayOfPairs<T, distance_of_sum, Prefetch::kWrite>{{srcDst}}, 2 * len,
         [=](auto a, auto b, auto c) { return lift<T>(kernel, a, b, c); }, prefetched<distance1>(src1),
         prefetched<distance2>(src2), srcDst);
   }

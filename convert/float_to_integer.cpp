@@ -23,7 +23,7 @@ ZIVKStatus convert_rounded(const F* src, T* dst, int32_t len, ZIVKRoundMode rndM
   if (multiplier != multiplier) return ZIVK_STS_SCALE_ERR;
 
   const auto count = static_cast<size_t>(len);
-  with_rounding_mode(rndMode, [&](auto mode) {
+  with_rounding_mode_of_floats(rndMode, [&](auto mode) {
     if constexpr (at_one == AtOne::kOnlyRounds) {
       if (multiplier == 1) return map_rounded<mode, B>(dst, count, unchanged, src);
     }

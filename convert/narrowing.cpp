@@ -111,7 +111,7 @@ ZIVKStatus ZIVKS_Convert_64s32s_S(const int64_t* src, int32_t* dst, int32_t len,
                                   double scale) {
   if (ZIVKStatus status = check_arrays(len, src, dst)) return status;
   if (ZIVKStatus status = check_scale_and_mode(rndMode, scale)) return status;
-  with_rounding_mode(rndMode, [=, multiplier = scale_multiplier(scale)](auto mode) {
+  with_rounding_mode_of_floats(rndMode, [=, multiplier = scale_multiplier(scale)](auto mode) {
     const auto multiply = [=](auto a) {
       if constexpr (std::is_same_v<decltype(a), int64_t>) {
         return times(static_cast<double>(a), multiplier);

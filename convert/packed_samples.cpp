@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "core/checks.h"
+#include "core/rounding.h"
 #include "core/scale.h"
 #include "core/scaled_integer.h"
 
@@ -61,8 +62,10 @@ ZIVKStatus pack_rounded(Source src, uint8_t* dst, int32_t len, double scale) {
   if (ZIVKStatus status = check_arrays(len, src, dst)) return status;
   const double multiplier = scale_multiplier(scale);
   if (multiplier != multiplier) return ZIVK_STS_SCALE_ERR;
-  pack<T>(src, dst, static_cast<size_t>(len),
-          [m = broadcast(static_cast<float>(multiplier))](F32 x) { return round_to_triples<T>(x * m); });
+  with_rounding_mode_of_floats(ZIVK_RND_NEAR, [=, m = broadcast(static_cast<float>(multiplier))](auto mode) {
+    pack<T>(src, dst, static_cast<size_t>(len),
+            [m](F32 x) { return round_to_triples<T, decltype(mode)::value>(x * m); });
+  });
   return ZIVK_STS_NO_ERR;
 }
 

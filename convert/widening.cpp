@@ -64,7 +64,7 @@ ZIVKStatus ZIVKS_Convert_32f64f(const float* src, double* dst, int32_t len) {
   return map_arrays(dst, len, to_double, src);
 }
 ZIVKStatus ZIVKS_Convert_64f32f(const double* src, float* dst, int32_t len) {
-  return map_arrays(dst, len, to_float, src);
+  return map_arrays(NarrowedArray{{dst}}, len, unchanged, src);
 }
 
 ZIVKStatus ZIVKS_Convert_16s32f_S(const int16_t* src, float* dst, int32_t len, double scale) {

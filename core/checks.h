@@ -8,22 +8,14 @@
 
 namespace zivks {
 
-// Whether an operand of a loop is missing.
+// Whether an operand of a loop, or an array, is missing.
 template <class T>
 ZIVKS_INLINE bool is_null(const T* array) {
   return array == nullptr;
 }
-template <class T, size_t distance, Prefetch hint>
-ZIVKS_INLINE bool is_null(Array<T, distance, hint> array) {
-  return array.data == nullptr;
-}
-template <class T, class Widened>
-ZIVKS_INLINE bool is_null(PackedArray<T, Widened> array) {
-  return array.bytes == nullptr;
-}
-template <class T, size_t distance, Prefetch hint>
-ZIVKS_INLINE bool is_null(ComplexArray<T, distance, hint> array) {
-  return array.parts == nullptr;
+template <class Operand, class = typename Operand::Element>
+ZIVKS_INLINE bool is_null(Operand operand) {
+  return operand.memory() == nullptr;
 }
 template <class T>
 ZIVKS_INLINE bool is_null(SplitArrays<T> arrays) {

@@ -36,12 +36,12 @@ ZIVKS_INLINE void prefetch_ahead(const void* from) {
 
 inline constexpr size_t kReadAheadBytes = kPrefetches ? 0 : size_t{16} << 10;
 
-// From this size on an array is read with hints at what comes kReadAheadBytes later; in the caches they
-// would cost a little.
-inline constexpr size_t kReadAheadFrom = size_t{1} << 20;
+// From this size on an array is taken for one that the caches do not hold. It is read with hints at what
+// comes kReadAheadBytes later; in the caches they would cost a little.
+inline constexpr size_t kPastCachesFrom = size_t{1} << 20;
 
-// Whether an array of so many bytes is to be read with read_ahead().
-ZIVKS_INLINE bool reads_ahead(size_t bytes) { return kReadAheadBytes > 0 && bytes >= kReadAheadFrom; }
+// Whether an array of so many bytes has ways of its own.
+ZIVKS_INLINE bool is_past_caches(size_t bytes) { return kReadAheadBytes > 0 && bytes >= kPastCachesFrom; }
 
 template <size_t bytes>
 ZIVKS_INLINE void read_ahead(const void* from) {

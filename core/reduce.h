@@ -2,6 +2,8 @@
 #ifndef ZIVKS_CORE_REDUCE_H
 #define ZIVKS_CORE_REDUCE_H
 
+#include <algorithm>
+
 #include "core/loops.h"
 
 namespace zivks {
@@ -43,19 +45,15 @@ struct FourStates {
   // The turns that begin before src[end].
   template <size_t distance = 0, class T, class Step>
   ZIVKS_INLINE void turns(const T* src, size_t end, Step step) {
-    if (reads_ahead(end * sizeof(T))) {
-      turns<true, distance>(src, end, step);
-    } else {
-      turns<false, distance>(src, end, step);
-    }
-  }
-  template <bool ahead, size_t distance, class T, class Step>
-  ZIVKS_INLINE void turns(const T* src, size_t end, Step step) {
     constexpr size_t kTurn = kTurnRegisters * kRegisterElements<T>;
-    for (size_t i = 0; i < end; i += kTurn) {
-      if constexpr (ahead) read_ahead<kTurn * sizeof(T)>(src + i);
-      turn<distance>(src + i, step);
+    size_t i = 0;
+    if (is_past_caches(end * sizeof(T))) {
+      for (; i < end; i += kTurn) {
+        read_ahead<kTurn * sizeof(T)>(src + i);
+        turn<distance>(src + i, step);
+      }
     }
+    for (; i < end; i += kTurn) turn<distance>(src + i, step);
   }
   template <class Combine>
   ZIVKS_INLINE State combined(Combine combine) const {
@@ -76,6 +74,20 @@ ZIVKS_INLINE State reduce_registers(const T* src, size_t len, State start, Step 
   states.template turns<distance>(src, last_turn, step);
   states.template turn<distance>(src + last_turn, step);
   return states.combined(combine);
+}
+
+// The same, beginning where the array is aligned to registers if that pays: for arrays so long that a step
+// more is nothing.
+template <size_t distance = 0, class T, class State, class Step, class Combine>
+ZIVKS_INLINE State reduce_array(const T* src, size_t len, State start, Step step, Combine combine) {
+  constexpr size_t kTurn = kTurnRegisters * kRegisterElements<T>;
+  if (kAligns && len > 4 * kTurn) {
+    const size_t skipped = bytes_unaligned(src) / sizeof(T);
+    start = step(start, load(src));
+    src += skipped;
+    len -= skipped;
+  }
+  return reduce_registers<distance>(src, len, start, step, combine);
 }
 
 // All elements of an array of at most 2 * C, and at least one, some of them repeatedly: 2 * C or a smaller

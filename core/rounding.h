@@ -48,6 +48,17 @@ void with_rounding_mode(ZIVKRoundMode mode, Body body) {
   return body(std::integral_constant<ZIVKRoundMode, ZIVK_RND_AWAY>());
 }
 
+// The same for `body` that rounds floats: to nearest, it is told to round in the processor's own mode where
+// that comes to the same and is faster.
+template <class Body>
+void with_rounding_mode_of_floats(ZIVKRoundMode mode, Body body) {
+  if constexpr (kRoundsFasterInCurrentMode) {
+    if (mode == ZIVK_RND_NEAR && rounds_to_nearest())
+      return body(std::integral_constant<ZIVKRoundMode, kCurrentMode>());
+  }
+  with_rounding_mode(mode, body);
+}
+
 // A multiplication, for an element and for lanes.
 template <class F>
 ZIVKS_INLINE F times(F a, F multiplier) {
@@ -65,7 +76,8 @@ ZIVKS_INLINE Lanes<F, N> times(Lanes<F, N> a, F multiplier) {
 template <ZIVKRoundMode mode, size_t B, class S, class T, class Product>
 void map_rounded(T* dst, size_t len, Product product, const S* src) {
   const auto round = [product](auto a) { return round_saturating<T, mode>(product(a)); };
-  if constexpr (mode == ZIVK_RND_NEAR && std::is_same_v<decltype(product(S{})), double>) {
+  constexpr bool kToNearest = mode == ZIVK_RND_NEAR || mode == kCurrentMode;
+  if constexpr (kToNearest && std::is_same_v<decltype(product(S{})), double>) {
     map_blocks<B>(
         dst, len, round, [product](S a) { return round_nearest_in_tail<T>(product(a)); }, src);
   } else {

@@ -21,6 +21,15 @@ SplitArrays<T> split_into(T* re, T* im) {
   return {{re}, {im}};
 }
 
+// A part alone, widened to the bits of a whole number, in which it begins at bit `shift`.
+template <int shift, class T, class Complex>
+ZIVKStatus merge_by_widening(const T* part, Complex* dst, size_t len) {
+  using Whole = UnsignedOf<sizeof(Complex)>;
+  const auto widened = [](auto a) { return lift<Whole>([](auto x) { return x << shift; }, widen<Whole>(a)); };
+  return map(reinterpret_cast<Whole*>(dst), len, widened,
+             reinterpret_cast<const UnsignedOf<sizeof(T)>*>(part));
+}
+
 // One of the parts may be missing and counts as zeros then.
 template <size_t prefetch_distance, class T, class Complex>
 ZIVKStatus merge(const T* re, const T* im, Complex* dst, int32_t len) {
@@ -31,38 +40,37 @@ ZIVKStatus merge(const T* re, const T* im, Complex* dst, int32_t len) {
   const Repeated<T> zeros = {kept_in_register(Register<T>{})};
   const auto merge_parts = [](auto a, auto b) { return make_complex(a, b); };
   const auto count = static_cast<size_t>(len);
+  if constexpr (kWidensFromMemory && sizeof(T) < sizeof(uint64_t)) {
+    if (re == nullptr) return merge_by_widening<8 * sizeof(T)>(im, dst, count);
+    if (im == nullptr) return merge_by_widening<0>(re, dst, count);
+  }
   if (re == nullptr) return map(complex, count, merge_parts, zeros, prefetched<prefetch_distance>(im));
   if (im == nullptr) return map(complex, count, merge_parts, prefetched<prefetch_distance>(re), zeros);
   return map(complex, count, merge_parts, prefetched<prefetch_distance>(re),
              prefetched<prefetch_distance>(im));
 }
 
-// A pattern that is `bits` in the imaginary parts and zero in the real ones.
-template <class T>
-Register<T> in_imaginary(T bits) {
-  return interleave(Register<T>{}, broadcast(bits)).first;
-}
-
-// Runs `kernel` over the parts of the elements.
+// Runs `kernel` over the parts of the elements and a pattern that is zero in the real parts.
 template <size_t prefetch_distance, class T, class Kernel>
-ZIVKStatus map_parts(const T* src, T* dst, int32_t len, Kernel kernel) {
+ZIVKStatus map_parts(const T* src, T* dst, int32_t len, Kernel kernel, Part<T> in_imaginary) {
   if (ZIVKStatus status = check_arrays(len, src, dst)) return status;
-  return map(parts_of(dst), count_parts<T>(len), kernel, prefetched<prefetch_distance>(parts_of(src)));
+  const Repeated<Part<T>> pattern = {interleave(Register<Part<T>>{}, broadcast(in_imaginary)).first};
+  return map(parts_of(dst), count_parts<T>(len), kernel, prefetched<prefetch_distance>(parts_of(src)),
+             pattern);
 }
 
 // -x is ~x + 1, that is (x ^ -1) - (-1), and x is (x ^ 0) - 0; the subtraction saturates.
 template <size_t prefetch_distance>
 ZIVKStatus conjugate_clamped(const ZIVK16sc* src, ZIVK16sc* dst, int32_t len) {
-  const I16 negated = in_imaginary<int16_t>(-1);
-  return map_parts<prefetch_distance>(src, dst, len,
-                                      [=](auto x) { return subtract_saturating(x ^ negated, negated); });
+  const auto negate = [](auto x, auto negated) { return subtract_saturating(x ^ negated, negated); };
+  return map_parts<prefetch_distance>(src, dst, len, negate, -1);
 }
 
 // Turns the sign bits of the imaginary parts, whatever these are.
 template <size_t prefetch_distance, class T>
 ZIVKStatus conjugate_float(const T* src, T* dst, int32_t len) {
-  const auto sign = in_imaginary(static_cast<Part<T>>(-0.0));
-  return map_parts<prefetch_distance>(src, dst, len, [=](auto x) { return x ^ sign; });
+  const auto turn_sign = [](auto x, auto sign) { return x ^ sign; };
+  return map_parts<prefetch_distance>(src, dst, len, turn_sign, static_cast<Part<T>>(-0.0));
 }
 
 }  // namespace

@@ -25,7 +25,8 @@ ZIVKS_INLINE Lanes<T, N> reverse_lanes(Lanes<T, N> a) {
 template <class Word, size_t element_bytes>
 struct ReversedArray {
   using Element = Word;
-  static constexpr size_t kStepRegisters = 1;
+  static constexpr size_t kStepRegisters = 1, kElementBytes = sizeof(Word),
+                          kGroup = element_bytes / sizeof(Word);
 
   const Word* data;
   size_t len;
@@ -34,12 +35,15 @@ struct ReversedArray {
   ZIVKS_INLINE Lanes<Word, N> load(size_t i) const {
     return reverse_lanes<N, element_bytes>(Array<const Word>{data}.template load<N>(len - i - N));
   }
-  template <size_t N, size_t C>
+  template <size_t N, size_t end>
   ZIVKS_INLINE Lanes<Word, N> load_ends(size_t) const {
-    return reverse_lanes<2 * C, element_bytes>(Array<const Word>{data}.template load_ends<N, C>(len));
+    return reverse_lanes<2 * end, element_bytes>(Array<const Word>{data}.template load_ends<N, end>(len));
   }
   template <size_t>
   ZIVKS_INLINE void prefetch(size_t) const {}
+
+  const void* memory() const { return data; }
+  ZIVKS_INLINE ReversedArray from(size_t i) const { return {data, len - i}; }
 };
 
 // Elements are bits here: unsigned words of their width, or two 64-bit words for the widest.
@@ -59,19 +63,32 @@ ZIVKStatus flip(const T* src, T* dst, int32_t len) {
              ReversedArray<Word, sizeof(T)>{reinterpret_cast<const Word*>(src), words});
 }
 
-// Exchanges registers from both ends until what is left in the middle fits into registers as a whole.
+// Exchanges registers from both ends until what is left in the middle fits into registers as a whole. Where
+// it pays, the lower end is aligned to registers first: what either end gives to the other is computed ahead
+// of the loop and stored after it, since the loop begins within it.
 template <size_t element_bytes, class Word>
 [[gnu::flatten]] void reverse_in_place(Word* words, size_t len) {
   constexpr size_t kReach = kTurnRegisters / 2 * kRegisterElements<Word>;
+  constexpr size_t kElementWords = element_bytes / sizeof(Word);
   const Array<Word> array = {words};
-  size_t first = 0, last = len;
-  while (last - first > 2 * kReach) {
-    last -= kReach;
+  const auto exchange = [=](size_t first, size_t last) {
     const auto low = array.template load<kReach>(first);
     const auto high = array.template load<kReach>(last);
     array.template store<kReach>(first, reverse_lanes<kReach, element_bytes>(high));
     array.template store<kReach>(last, reverse_lanes<kReach, element_bytes>(low));
-    first += kReach;
+  };
+  size_t first = 0, last = len;
+  if (kAligns && len > 4 * kReach && array.elements_unaligned() % kElementWords == 0) {
+    constexpr size_t N = kRegisterElements<Word>;
+    const auto low = reverse_lanes<N, element_bytes>(array.template load<N>(0));
+    const auto high = reverse_lanes<N, element_bytes>(array.template load<N>(len - N));
+    first = array.elements_unaligned();
+    last = len - first;
+    for (; last - first > 2 * kReach; first += kReach) exchange(first, last -= kReach);
+    array.template store<N>(0, high);
+    array.template store<N>(len - N, low);
+  } else {
+    for (; last - first > 2 * kReach; first += kReach) exchange(first, last -= kReach);
   }
   const size_t left = last - first;
   map_ends<2 * kReach, kReach>(Array<Word>{words + first}, left, unchanged,

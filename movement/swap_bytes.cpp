@@ -46,15 +46,29 @@ struct RegisterOfSamples {
   ZIVKS_INLINE static void store(uint8_t* to, RegisterTriple<U8> samples) { store_triples(to, samples); }
 };
 
+// Samples before the next that is aligned to a register: 3 * samples + address = 0 modulo the register. There
+// are fewer of them than a register has bytes, and 3 * 11 = 1 modulo 32, the larger register.
+ZIVKS_INLINE size_t samples_unaligned(const uint8_t* address) {
+  return bytes_unaligned(address) * 11 % kRegisterBytes;
+}
+
 // Steps from the first sample on. The last step ends where the array ends and is loaded ahead of all stores,
-// so that `dst` may be `src`.
+// so that `dst` may be `src`; so is the first where others begin at an aligned sample, which lies within it.
 template <class Step>
 ZIVKS_INLINE void swap_by_steps(const uint8_t* src, uint8_t* dst, size_t bytes) {
   constexpr size_t kStepBytes = kSampleBytes * Step::kSamples;
+  constexpr bool kAlignsSteps = kAligns && Step::kSamples == kRegisterBytes;
+  uint8_t* const first_dst = dst;
   const uint8_t* const last = src + (bytes - kStepBytes);
   uint8_t* const last_dst = dst + (bytes - kStepBytes);
+  const auto first_samples = Step::load(src);
   const auto last_samples = Step::load(last);
+  if (kAlignsSteps) {
+    const size_t skipped = kSampleBytes * samples_unaligned(dst);
+    src += skipped, dst += skipped;
+  }
   for (; src < last; src += kStepBytes, dst += kStepBytes) Step::store(dst, Step::load(src));
+  if (kAlignsSteps) Step::store(first_dst, first_samples);
   Step::store(last_dst, last_samples);
 }
 

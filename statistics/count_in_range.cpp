@@ -34,18 +34,24 @@ class OpenRange {
 [[gnu::flatten]] int32_t count(const int32_t* src, size_t len, OpenRange range) {
   constexpr size_t N = kRegisterElements<int32_t>, kTurn = kTurnRegisters * N;
   const auto add_found = [=](I32 state, I32 x) { return state + range.contains(x); };
-  size_t i = len & ~(kTurn - 1);
-  FourStates<I32> counters = {};
-  counters.turns(src, i, add_found);
-  I32 found = counters.combined(std::plus());
-  for (; i + N <= len; i += N) found = add_found(found, load(src + i));
-  if (i == len) return -reduce_add(found);
-  if (len >= N) {  // the last register, without what has been counted
-    return -reduce_add(found + (range.contains(load(src + len - N)) & lanes_from<int32_t>(N - (len - i))));
+  I32 found = {};
+  size_t i = 0;
+  if (len < N) {  // one by one in the first lane; what counts in the other lanes is not read
+    for (; i < len; ++i) found = add_found(found, I32(load_bottom<sizeof(int32_t)>(src + i)));
+    return -found[0];
   }
-  // One by one in the first lane; what counts in the other lanes is not read.
-  for (; i < len; ++i) found = add_found(found, I32(load_bottom<sizeof(int32_t)>(src + i)));
-  return -found[0];
+  if (kAligns && len > kTurn) {
+    i = bytes_unaligned(src) / sizeof(int32_t);
+    found = range.contains(load(src)) & ~lanes_from<int32_t>(i);
+  }
+  const size_t end = i + ((len - i) & ~(kTurn - 1));
+  FourStates<I32> counters = {found, {}, {}, {}};
+  counters.turns(src + i, end - i, add_found);
+  found = counters.combined(std::plus());
+  for (i = end; i + N <= len; i += N) found = add_found(found, load(src + i));
+  // The last register, without what has been counted.
+  if (i < len) found += range.contains(load(src + len - N)) & lanes_from<int32_t>(N - (len - i));
+  return -reduce_add(found);
 }
 
 }  // namespace

@@ -57,12 +57,19 @@ struct Magnitude {
   static double of(double a) { return std::fabs(a); }
 };
 
-// The range of `start` and of the measures of an array of at least one register.
-template <class Measure, size_t distance = 0, class T>
-ZIVKS_INLINE Range<T> range_of_registers(const T* src, size_t len, Range<T> start) {
-  return reduce_registers<distance>(
-      src, len, start, [](Range<T> state, auto x) { return state.with(Measure::of(x)); },
-      [](Range<T> a, Range<T> b) { return a.with(b); });
+template <class Measure>
+inline constexpr auto include = [](auto range, auto x) { return range.with(Measure::of(x)); };
+inline constexpr auto include_range = [](auto a, auto b) { return a.with(b); };
+
+// The range of `start` and of the measures of an array of at least one register; range_of_stretch() is for
+// pieces of one.
+template <class Measure, class T>
+ZIVKS_INLINE Range<T> range_of_array(const T* src, size_t len, Range<T> start) {
+  return reduce_array(src, len, start, include<Measure>, include_range);
+}
+template <class Measure, size_t distance, class T>
+ZIVKS_INLINE Range<T> range_of_stretch(const T* src, size_t len, Range<T> start) {
+  return reduce_registers<distance>(src, len, start, include<Measure>, include_range);
 }
 
 // Floats are examined in whole blocks of 32 bytes, and the rest, the tail, by other rules.

@@ -99,12 +99,15 @@ ZIVKS_INLINE void walk(const T* src, size_t len, Candidate<Order, T>&... best) {
   // Long enough that the comparison at its end costs little, short enough to be looked through once more:
   // 1 KiB, or more where elements are wide.
   constexpr size_t kStretch = std::max<size_t>(512, 1024 / sizeof(T));
-  const bool ahead = reads_ahead(len * sizeof(T));
-  for (size_t i = 0; i < len; i += kStretch) {
-    const size_t first = std::min(i, len - N), count = std::min(kStretch, len - first);
+  const bool ahead = is_past_caches(len * sizeof(T));
+  // Where it pays, the first stretch ends where the array is aligned to registers; but floats go by blocks.
+  size_t end = kStretch;
+  if constexpr (kAligns && std::is_integral_v<T>) end += bytes_unaligned(src) / sizeof(T);
+  for (size_t i = 0; i < len; i = end, end += kStretch) {
+    const size_t first = std::min(i, len - N), count = std::min(end, len) - first;
     if (ahead) read_ahead<kStretch * sizeof(T)>(src + first);
-    const auto range = range_of_registers<Measure, distance>(src + first, count,
-                                                             Range<T>::of(Measure::of(load(src + first))));
+    const auto range =
+        range_of_stretch<Measure, distance>(src + first, count, Range<T>::of(Measure::of(load(src + first))));
     // The first stretch is hardly ever without something better than src[0]: there it is not asked.
     if (i == 0 || any_true((best.challenged_by(range) | ...))) (settle(best, range, src, first, count), ...);
   }

@@ -24,7 +24,7 @@ template <class Measure, class T>
 ZIVKS_INLINE Range<T> range_of_integers(const T* src, size_t len) {
   constexpr size_t N = kRegisterElements<T>;
   if (len < N) return Range<T>::of(Measure::of(load_repeatedly<N / 2>(src, len)));
-  return range_of_registers<Measure>(src, len, Range<T>::of(Measure::of(load(src))));
+  return range_of_array<Measure>(src, len, Range<T>::of(Measure::of(load(src))));
 }
 
 // --- Floating point --------------------------------------------------------------------
@@ -62,9 +62,8 @@ template <class Measure, class T>
 ZIVKS_INLINE FloatRanges<T> ranges_of_floats(const T* src, size_t len, T block_seed, T short_seed) {
   const size_t count = count_in_blocks<T>(len);
   const Register<T> included = broadcast(short_seed);
-  const Range<T> blocks = count > 0
-                              ? range_of_registers<Measure>(src, count, Range<T>::of(broadcast(block_seed)))
-                              : Range<T>::of(included);
+  const Range<T> blocks = count > 0 ? range_of_array<Measure>(src, count, Range<T>::of(broadcast(block_seed)))
+                                    : Range<T>::of(included);
   if (count == len) return {blocks, blocks};
   return {blocks, with_tail<Measure>(blocks, load_tail(src, len), included, kBlockParts<T>)};
 }
@@ -105,6 +104,7 @@ ZIVKS_INLINE ZIVKStatus find_float(const T* src, int32_t len, T* result, T block
   const auto count = static_cast<size_t>(len);
   const FloatRanges<T> ranges = ranges_of_floats<Measure>(src, count, block_seed, short_seed);
   *result = extreme_of<Order, Measure>(ranges, src, count, short_seed);
+  leave_registers();
   return ZIVK_STS_NO_ERR;
 }
 
@@ -139,6 +139,7 @@ template <class T>
   const T smallest = extreme_of<Smallest, Value>(ranges, src, count, seed);
   *pMax = extreme_of<Largest, Value>(ranges, src, count, seed);
   *pMin = smallest;
+  leave_registers();
   return ZIVK_STS_NO_ERR;
 }
 

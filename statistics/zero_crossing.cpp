@@ -88,8 +88,21 @@ ZIVKS_INLINE Counts<T> count_blocks(const T* src, size_t pairs, Register<T>& nan
   const auto count_at = [&](size_t i) { return Kind::count(load(src + i), load(src + i + 1)); };
 
   Counts<T> counts = {};
-  const size_t whole = pairs & ~(N - 1);
+  Counter<T> few = {};
+  const auto count_block = [&](size_t i) {
+    const auto a = Register<T>(load_bottom<B * sizeof(T)>(src + i));
+    const auto b = Register<T>(load_bottom<B * sizeof(T)>(src + i + 1));
+    few += Kind::count(a, b);
+    if constexpr (kWatchesNan<Kind, T>) nan = watch_nan(nan, b, b);
+  };
   size_t i = 0;
+  if constexpr (kAligns && B < N) {  // up to where the first samples of pairs are aligned to registers
+    const size_t unaligned = bytes_unaligned(src) / sizeof(T);
+    if (pairs >= 8 * N && unaligned % B == 0) {
+      for (; i < unaligned; i += B) count_block(i);
+    }
+  }
+  const size_t whole = i + ((pairs - i) & ~(N - 1));
   while (i < whole) {
     const size_t end = std::min(i + kStretch, whole);
     Counter<T> first = {};
@@ -113,14 +126,8 @@ ZIVKS_INLINE Counts<T> count_blocks(const T* src, size_t pairs, Register<T>& nan
     counts = counts + widened(first);
   }
   if constexpr (B < N) {
-    Counter<T> rest = {};
-    for (; i < pairs; i += B) {
-      const auto a = Register<T>(load_bottom<B * sizeof(T)>(src + i));
-      const auto b = Register<T>(load_bottom<B * sizeof(T)>(src + i + 1));
-      rest += Kind::count(a, b);
-      if constexpr (kWatchesNan<Kind, T>) nan = watch_nan(nan, b, b);
-    }
-    counts = counts + widened(rest);
+    for (; i < pairs; i += B) count_block(i);
+    counts = counts + widened(few);
   }
   return counts;
 }
@@ -230,8 +237,8 @@ template <class Kind, class T>
 template <class Kind, class T>
 float count_crossings(const T* src, size_t pairs) {
   // On every processor, for the sake of exactness: of so few pairs every sum is exact in float32.
-  static_assert(kReadAheadFrom <= size_t{1} << 23);
-  const bool few = pairs * sizeof(T) < kReadAheadFrom;
+  static_assert(kPastCachesFrom <= size_t{1} << 23);
+  const bool few = pairs * sizeof(T) < kPastCachesFrom;
   const float count = few ? count_exactly<Kind>(src, pairs) : count_many<Kind>(src, pairs);
   return count * Kind::kWeight;
 }

@@ -472,7 +472,8 @@ template <class To>
 void expect_rounding_to_triples() {
   const To bytes = 0xFFFFFF;
   expect_unary<float>(
-      "rounded to three bytes", [=](auto a) { return round_to_triples<To>(a) & broadcast(bytes); },
+      "rounded to three bytes",
+      [=](auto a) { return round_to_triples<To, ZIVK_RND_NEAR>(a) & broadcast(bytes); },
       [=](float a) {
         return To(rounded_between<ZIVK_RND_NEAR>(kLeastTriple<To>, double(a), kMostTriple<To>) & bytes);
       });

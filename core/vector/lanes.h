@@ -62,7 +62,8 @@ ZIVKS_INLINE Lanes<T, N> operator|(Lanes<T, N> a, Lanes<T, N> b) {
 }
 template <class T, size_t N>
 ZIVKS_INLINE Lanes<T, N> operator^(Lanes<T, N> a, Lanes<T, N> b) {
-  return lift<T>([](auto x, auto y) { return x ^ y; }, a, b);
+  using Bits = Register<UnsignedOf<sizeof(T)>>;
+  return lift<T>([](auto x, auto y) { return Register<T>(Bits(x) ^ Bits(y)); }, a, b);
 }
 template <class T, size_t N>
 ZIVKS_INLINE Lanes<T, N> operator~(Lanes<T, N> a) {
@@ -97,8 +98,7 @@ ZIVKS_INLINE Lanes<T, N> operator|(Lanes<T, N> a, Register<T> b) {
 }
 template <class T, size_t N>
 ZIVKS_INLINE Lanes<T, N> operator^(Lanes<T, N> a, Register<T> b) {
-  using Bits = Register<UnsignedOf<sizeof(T)>>;
-  return lift<T>([b](auto x) { return Register<T>(Bits(x) ^ Bits(b)); }, a);
+  return lift<T>([b](auto x) { return x ^ b; }, a);
 }
 
 template <class T, size_t N>

@@ -17,12 +17,17 @@ inline constexpr bool kExactFloatExtremesAreCostly = false;
 template <class T>
 inline constexpr bool kSeparatesParts = sizeof(T) == sizeof(float);
 inline constexpr bool kPrefetches = true;
+inline constexpr bool kAligns = false;
+inline constexpr bool kHasStreams = false;
+inline constexpr bool kRoundsFasterInCurrentMode = false;
 
 template <class R>
 ZIVKS_INLINE R kept_in_register(R value) {
   asm("" : "+w"(value));
   return value;
 }
+
+ZIVKS_INLINE void leave_registers() {}
 
 // --- Saturating arithmetic -------------------------------------------------------------
 
@@ -214,6 +219,7 @@ ZIVKS_INLINE Register<To> convert_part(F32 a) {
 }
 
 ZIVKS_INLINE F32 narrow(F64 a, F64 b) { return F32(vcvt_high_f32_f64(vcvt_f32_f64(a), b)); }
+ZIVKS_INLINE void store_narrowed(float* to, F64 a, F64 b) { store(to, narrow(a, b)); }
 
 template <class To>
 ZIVKS_INLINE Register<To> narrow_saturating(I16 a, I16 b) {
@@ -313,9 +319,9 @@ ZIVKS_INLINE Register<To> round_at_most(F32 a, float limit) {
   if constexpr (!std::is_signed_v<To>) return minimum(round_unsigned<mode>(a), most);
 }
 
-template <class To>
+template <class To, ZIVKRoundMode mode>
 ZIVKS_INLINE Register<To> round_to_triples(F32 a) {
-  const auto rounded = round_at_most<To, ZIVK_RND_NEAR>(a, kMostTriple<To>);
+  const auto rounded = round_at_most<To, mode>(a, kMostTriple<To>);
   if constexpr (std::is_signed_v<To>) return maximum(rounded, broadcast(kLeastTriple<To>));
   if constexpr (!std::is_signed_v<To>) return rounded;
 }
@@ -483,6 +489,12 @@ ZIVKS_INLINE void store_halves(void* low, void* high, U64 value) {
 // --- Memory larger than the caches ---------------------------------------------------------
 
 // Not measured here: plain stores.
+template <class T>
+ZIVKS_INLINE void stream(T* to, Register<T> value) {
+  store(to, value);
+}
+ZIVKS_INLINE void order_streams() {}
+inline bool streams(size_t) { return false; }
 inline bool fill_past_caches(void*, size_t, U64, size_t) { return false; }
 
 }  // namespace zivks

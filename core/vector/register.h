@@ -25,18 +25,21 @@
 //   sum_part<K>(a, b)                     K-th part of a + b, of int32, in float64
 //   sum_of_product_part<K>(a, b, c)       K-th part of a * b + c, of int32, in float64: the exact sum rounded
 //   narrow                                two registers of float64 to one of float32
+//   store_narrowed                        the same, to memory
 //   narrow_saturating<To>                 two registers to one of integers half as wide, clamped; four of
 //                                         int32 to one of integers a quarter as wide
-//   round_for<To, mode>                   floats to integers in the rounding `mode`, in every mode of the
-//                                         processor; NaN gives 0. float64 to int64, clamped at the bounds;
+//   round_for<To, mode>                   floats to integers in the rounding `mode`; NaN gives 0. float64 to int64, clamped at the bounds;
 //                                         on the way to a smaller To a register of float32, or two of
 //                                         float64, to int32, of which narrow_saturating then makes what is
 //                                         clamped at the bounds of To
 //   round_at_most<To, mode>(a, limit)     the same of float32 to int32 or uint32, but not above `limit`
-//   round_to_triples<To>                  float32 to integers of three bytes, to nearest, clamped at their
+//   round_to_triples<To, mode>            float32 to integers of three bytes, clamped at their
 //                                         bounds; NaN gives 0. The fourth byte of each may be anything
 //   round_small<mode>                     float32, or two registers of float64, to int32, for values within
 //                                         its range
+//                                         All of these round in `mode` whatever the processor's own mode is,
+//                                         but for kCurrentMode, which is just that
+//   rounds_to_nearest()                   whether the processor's own mode is to nearest, ties to even
 //   fused_multiply_add(a, b, c)           a * b + c with one rounding
 //   fused_multiply_alternate(a, b, c)     a * b - c in even lanes, a * b + c in odd ones, with one rounding
 //   negate_even                           floats: the sign bit of even lanes turned
@@ -63,6 +66,10 @@
 //   load_bottom_half, load_halves, store_halves, repeat_bottom_half
 //                                         half a register, from, to and between memory
 //   kept_in_register                      the value, of which the compiler no longer knows where it came from
+//   leave_registers()                     makes the vector unit ready for code of narrower registers
+//   stream                                a store past the caches, to memory aligned to registers; other
+//                                         stores may overtake it until order_streams()
+//   streams(bytes)                        whether results of so many bytes are better streamed than stored
 //   fill_past_caches                      fills memory larger than the caches, where plain stores are slow
 //
 // and what the drivers have to know of the processor:
@@ -74,6 +81,10 @@
 //   kExactFloatExtremesAreCostly          minimum and maximum of floats take several instructions
 //   kSeparatesParts<T>                    complex numbers of T are best taken apart before they are multiplied
 //   kPrefetches                           hints are worth while in loops that write
+//   kAligns                               a loop is worth starting where its stores, or the loads of one that
+//                                         does not store, are aligned to registers
+//   kRoundsFasterInCurrentMode            asking for the processor's rounding mode once a call pays
+//   kHasStreams                           streams() can be true
 #ifndef ZIVKS_CORE_VECTOR_REGISTER_H
 #define ZIVKS_CORE_VECTOR_REGISTER_H
 
@@ -159,6 +170,14 @@ ZIVKS_INLINE Register<T> broadcast(T value) {
 template <class Condition, class R>
 ZIVKS_INLINE R select(Condition condition, R a, R b) {
   return R((condition & Condition(a)) | (~condition & Condition(b)));
+}
+
+// Beside the modes that callers select: the one that the processor is in.
+inline constexpr auto kCurrentMode = static_cast<ZIVKRoundMode>(ZIVK_RND_AWAY + 1);
+
+// Bytes before the next address that is aligned to a register, 0 if this one is.
+ZIVKS_INLINE size_t bytes_unaligned(const void* address) {
+  return (0 - reinterpret_cast<uintptr_t>(address)) % kRegisterBytes;
 }
 
 // An unsigned integer as wide as `bytes`.

@@ -5,8 +5,11 @@
 #ifndef ZIVKS_CORE_VECTOR_X86_H
 #define ZIVKS_CORE_VECTOR_X86_H
 
+#include <cpuid.h>
 #include <immintrin.h>
+#include <unistd.h>
 
+#include <algorithm>
 #include <limits>
 
 #include "core/vector/register.h"
@@ -24,12 +27,22 @@ inline constexpr bool kExactFloatExtremesAreCostly = true;
 template <class>
 inline constexpr bool kSeparatesParts = false;
 inline constexpr bool kPrefetches = false;
+// An access that crosses a cache line takes the time of two, and every second one does if none is aligned.
+inline constexpr bool kAligns = true;
+inline constexpr bool kHasStreams = true;
+// Rounding apart from conversion is two micro-operations on some processors.
+inline constexpr bool kRoundsFasterInCurrentMode = true;
 
 template <class R>
 ZIVKS_INLINE R kept_in_register(R value) {
   asm("" : "+x"(value));
   return value;
 }
+
+// Instructions of the first vector extensions, of which programs for plain x86-64 are made, wait a hundred
+// cycles and more where the upper halves of registers are in use. The compiler clears them at the end of a
+// function unless that has a register as an argument, as the loops here have.
+ZIVKS_INLINE void leave_registers() { _mm256_zeroupper(); }
 
 // --- Saturating arithmetic -------------------------------------------------------------
 
@@ -180,9 +193,17 @@ ZIVKS_INLINE F64 minimum(F64 a, F64 b) {
   return F64(_mm256_or_pd(_mm256_min_pd(__m256d(a), __m256d(b)), _mm256_min_pd(__m256d(b), __m256d(a))));
 }
 
-// For the maximum the zeros would want an intersection and the NaNs a union, so it goes through the minimum.
-ZIVKS_INLINE F32 maximum(F32 a, F32 b) { return -minimum(-a, -b); }
-ZIVKS_INLINE F64 maximum(F64 a, F64 b) { return -minimum(-a, -b); }
+// For the maximum the intersection is wanted, in which a zero is positive if one of the two is. Where it may
+// have lost a NaN, all bits are set.
+ZIVKS_INLINE F32 maximum(F32 a, F32 b) {
+  const __m256 both = _mm256_and_ps(_mm256_max_ps(__m256(a), __m256(b)), _mm256_max_ps(__m256(b), __m256(a)));
+  return F32(_mm256_or_ps(both, _mm256_cmp_ps(__m256(a), __m256(b), _CMP_UNORD_Q)));
+}
+ZIVKS_INLINE F64 maximum(F64 a, F64 b) {
+  const __m256d both =
+      _mm256_and_pd(_mm256_max_pd(__m256d(a), __m256d(b)), _mm256_max_pd(__m256d(b), __m256d(a)));
+  return F64(_mm256_or_pd(both, _mm256_cmp_pd(__m256d(a), __m256d(b), _CMP_UNORD_Q)));
+}
 
 // Combines all lanes; the result stands in every lane.
 template <class R, class Operation>
@@ -301,6 +322,12 @@ ZIVKS_INLINE F32 narrow(F64 a, F64 b) {
   return F32(_mm256_set_m128(_mm256_cvtpd_ps(__m256d(b)), _mm256_cvtpd_ps(__m256d(a))));
 }
 
+// Joining the halves would be a permutation, of which the conversions take one each.
+ZIVKS_INLINE void store_narrowed(float* to, F64 a, F64 b) {
+  _mm_storeu_ps(to, _mm256_cvtpd_ps(__m256d(a)));
+  _mm_storeu_ps(to + kRegisterElements<float> / 2, _mm256_cvtpd_ps(__m256d(b)));
+}
+
 // The pack instructions leave the quarters in the order a0 b0 a1 b1.
 ZIVKS_INLINE M order_quarters(M packed) { return _mm256_permute4x64_epi64(packed, 0xD8); }
 
@@ -388,6 +415,8 @@ ZIVKS_INLINE F64 round_whole(F64 a) {
   return F64(_mm256_round_pd(__m256d(a), direction | _MM_FROUND_NO_EXC));
 }
 
+ZIVKS_INLINE bool rounds_to_nearest() { return (_mm_getcsr() & _MM_ROUND_MASK) == _MM_ROUND_NEAREST; }
+
 // A value whose whole part is `a` rounded. For ties away from zero that is twice the value less its whole
 // part: what lies beyond the whole part reaches 1 from one half on. The fused operation is exact.
 template <ZIVKRoundMode mode, class R>
@@ -396,6 +425,24 @@ ZIVKS_INLINE R ready_to_truncate(R a) {
   if constexpr (mode == ZIVK_RND_NEAR) return round_whole<_MM_FROUND_TO_NEAREST_INT>(a);
   if constexpr (mode == ZIVK_RND_AWAY)
     return fused_multiply_add(a, broadcast(ElementOf<R>{2}), -round_whole<_MM_FROUND_TO_ZERO>(a));
+}
+
+// The processor's conversions, which give the lowest int32 for NaN and for what is out of range.
+template <ZIVKRoundMode mode>
+ZIVKS_INLINE I32 convert_rounded(F32 a) {
+  if constexpr (mode == kCurrentMode) {
+    return I32(_mm256_cvtps_epi32(__m256(a)));
+  } else {
+    return I32(_mm256_cvttps_epi32(__m256(ready_to_truncate<mode>(a))));
+  }
+}
+template <ZIVKRoundMode mode>
+ZIVKS_INLINE __m128i convert_rounded(F64 a) {
+  if constexpr (mode == kCurrentMode) {
+    return _mm256_cvtpd_epi32(__m256d(a));
+  } else {
+    return _mm256_cvttpd_epi32(__m256d(ready_to_truncate<mode>(a)));
+  }
 }
 
 // 0 in lanes where `value` is NaN.
@@ -421,25 +468,24 @@ ZIVKS_INLINE R bounded_for(R a, ElementOf<R> limit) {
 
 template <class To, ZIVKRoundMode mode>
 ZIVKS_INLINE Register<To> round_at_most(F32 a, float limit) {
-  return Register<To>(_mm256_cvttps_epi32(__m256(ready_to_truncate<mode>(bounded_for<To>(a, limit)))));
+  return Register<To>(convert_rounded<mode>(bounded_for<To>(a, limit)));
 }
 
 // A NaN, which passes the bounds here, is converted to the lowest int32, whose lower three bytes are zero.
-template <class To>
+template <class To, ZIVKRoundMode mode>
 ZIVKS_INLINE Register<To> round_to_triples(F32 a) {
   const F32 least = broadcast(float{kLeastTriple<To>}), most = broadcast(float{kMostTriple<To>});
   const F32 bounded = lesser(most, greater(least, a));
-  return Register<To>(_mm256_cvttps_epi32(__m256(ready_to_truncate<ZIVK_RND_NEAR>(bounded))));
+  return Register<To>(convert_rounded<mode>(bounded));
 }
 
 template <ZIVKRoundMode mode>
 ZIVKS_INLINE I32 round_small(F32 a) {
-  return I32(_mm256_cvttps_epi32(__m256(ready_to_truncate<mode>(a))));
+  return convert_rounded<mode>(a);
 }
 template <ZIVKRoundMode mode>
 ZIVKS_INLINE I32 round_small(F64 a, F64 b) {
-  const auto half = [](F64 x) { return _mm256_cvttpd_epi32(__m256d(ready_to_truncate<mode>(x))); };
-  return I32(_mm256_set_m128i(half(b), half(a)));
+  return I32(_mm256_set_m128i(convert_rounded<mode>(b), convert_rounded<mode>(a)));
 }
 
 // The bound of int32 is no float32. Above its range the conversion gives the lowest int32, of which all
@@ -447,8 +493,7 @@ ZIVKS_INLINE I32 round_small(F64 a, F64 b) {
 template <class To, ZIVKRoundMode mode>
 ZIVKS_INLINE I32 round_for(F32 a) {
   if constexpr (sizeof(To) == 4) {
-    const I32 converted = I32(_mm256_cvttps_epi32(__m256(ready_to_truncate<mode>(a))));
-    return clear_nan(converted ^ I32(a >= broadcast(0x1p31f)), a);
+    return clear_nan(convert_rounded<mode>(a) ^ I32(a >= broadcast(0x1p31f)), a);
   } else {
     using To32 = std::conditional_t<std::is_signed_v<To>, int32_t, uint32_t>;
     return I32(round_at_most<To32, mode>(a, std::numeric_limits<To>::max()));
@@ -458,8 +503,7 @@ ZIVKS_INLINE I32 round_for(F32 a) {
 template <class To, ZIVKRoundMode mode>
 ZIVKS_INLINE I32 round_for(F64 a, F64 b) {
   const auto half = [](F64 x) {
-    const F64 ready = ready_to_truncate<mode>(bounded_for<To>(x, std::numeric_limits<To>::max()));
-    return _mm256_cvttpd_epi32(__m256d(ready));
+    return convert_rounded<mode>(bounded_for<To>(x, std::numeric_limits<To>::max()));
   };
   return I32(_mm256_set_m128i(half(b), half(a)));
 }
@@ -467,13 +511,16 @@ ZIVKS_INLINE I32 round_for(F64 a, F64 b) {
 // There is no such instruction at this level. Added to 1.5 * 2^52, a whole number of up to 51 bits stands in
 // the low bits of the sum. So the number of units of 2^32 is taken from one such sum, rounded in whatever
 // way, and what is left or too much from another. Their bits are added as integers; that the exponent bits of
-// the second cancel out is seen to by a surplus in the first. 2^64, which NaN becomes, gives 0.
+// the second cancel out is seen to by a surplus in the first. 2^64, which NaN becomes, gives 0. In the
+// processor's own mode the sum of what is left rounds by itself.
 template <class To, ZIVKRoundMode mode>
 ZIVKS_INLINE I64 round_for(F64 a) {
   static_assert(std::is_same_v<To, int64_t>);
   const F64 in_mantissa = broadcast(0x1.8p52), with_surplus = broadcast(0x1.8p52 - 0x43380000);
-  F64 whole = ready_to_truncate<mode>(greater(lesser(a, broadcast(0x1p64)), broadcast(-0x1p63)));
-  if constexpr (mode != ZIVK_RND_NEAR) whole = round_whole<_MM_FROUND_TO_ZERO>(whole);
+  F64 whole = greater(lesser(a, broadcast(0x1p64)), broadcast(-0x1p63));
+  if constexpr (mode != kCurrentMode) whole = ready_to_truncate<mode>(whole);
+  if constexpr (mode == ZIVK_RND_ZERO || mode == ZIVK_RND_AWAY)
+    whole = round_whole<_MM_FROUND_TO_ZERO>(whole);
   const F64 upper = fused_multiply_add(whole, broadcast(0x1p-32), with_surplus);
   const F64 lower = fused_multiply_add(upper - with_surplus, broadcast(-0x1p32), whole) + in_mantissa;
   const U64 joined = (U64(upper) << 32) + U64(lower);
@@ -509,16 +556,15 @@ ZIVKS_INLINE RegisterPair<R> deinterleave(R low, R high) {
     const __m256 a = __m256(low), b = __m256(high);
     return {R(order_quarters(M(_mm256_shuffle_ps(a, b, 0x88)))),
             R(order_quarters(M(_mm256_shuffle_ps(a, b, 0xDD))))};
-  } else if constexpr (bytes == 2) {
-    const auto even = [](R both) { return _mm256_and_si256(M(both), _mm256_set1_epi32(0x0000FFFF)); };
-    const auto odd = [](R both) { return _mm256_srli_epi32(M(both), 16); };
-    return {R(order_quarters(_mm256_packus_epi32(even(low), even(high)))),
-            R(order_quarters(_mm256_packus_epi32(odd(low), odd(high))))};
   } else {
-    const auto even = [](R both) { return _mm256_and_si256(M(both), _mm256_set1_epi16(0x00FF)); };
-    const auto odd = [](R both) { return _mm256_srli_epi16(M(both), 8); };
-    return {R(order_quarters(_mm256_packus_epi16(even(low), even(high)))),
-            R(order_quarters(_mm256_packus_epi16(odd(low), odd(high))))};
+    // Even elements to the lower half of each 16 bytes, odd ones to the upper half.
+    const __m128i index = bytes == 2 ? _mm_setr_epi8(0, 1, 4, 5, 8, 9, 12, 13, 2, 3, 6, 7, 10, 11, 14, 15)
+                                     : _mm_setr_epi8(0, 2, 4, 6, 8, 10, 12, 14, 1, 3, 5, 7, 9, 11, 13, 15);
+    const auto sorted = [index](R both) {
+      return _mm256_shuffle_epi8(M(both), _mm256_broadcastsi128_si256(index));
+    };
+    const auto [even, odd] = deinterleave(U64(sorted(low)), U64(sorted(high)));
+    return {R(even), R(odd)};
   }
 }
 
@@ -635,6 +681,34 @@ ZIVKS_INLINE void store_narrowed_triples(uint8_t* to, const U32* elements) {
 }
 
 // --- Memory larger than the caches ---------------------------------------------------------
+
+template <class T>
+ZIVKS_INLINE void stream(T* to, Register<T> value) {
+  _mm256_stream_si256(static_cast<M*>(static_cast<void*>(to)), M(value));
+}
+ZIVKS_INLINE void order_streams() { _mm_sfence(); }
+
+inline bool is_intel_processor() {
+  constexpr unsigned kEndOfName = 0x6C65746E;  // of "GenuineIntel"
+  unsigned highest_leaf, start_of_name, end_of_name, middle_of_name;
+  return __get_cpuid(0, &highest_leaf, &start_of_name, &end_of_name, &middle_of_name) != 0 &&
+         end_of_name == kEndOfName;
+}
+
+// Stores of which the last cache holds nothing by the end. Of a cache that many cores share, one core has no
+// more than about 32 MiB for its results.
+inline size_t bytes_past_caches() {
+  constexpr size_t kMost = size_t{48} << 20;
+  const long last_cache = sysconf(_SC_LEVEL3_CACHE_SIZE);
+  return last_cache > 0 ? std::min(static_cast<size_t>(last_cache), kMost) : kMost;
+}
+
+// Measured on Intel's processors only. Asking for the cache takes microseconds, the time of the smallest
+// results that are worth it milliseconds.
+inline bool streams(size_t bytes) {
+  constexpr size_t kLeast = size_t{8} << 20;
+  return bytes >= kLeast && is_intel_processor() && bytes >= bytes_past_caches();
+}
 
 // Fills memory with a pattern, without reading first what is overwritten: worth a factor of 1.5 to 2 where
 // the memory is larger than the last cache, of some 16 to 32 MiB, and a loss of as much where it is not. Of
