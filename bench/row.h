@@ -57,6 +57,11 @@ struct Row {
 
   std::string name() const { return *variant == '\0' ? function : std::string(function) + " " + variant; }
 
+  // Whether the name is selected, with or without the variant.
+  bool fits(const std::regex& selection) const {
+    return std::regex_search(function, selection) || std::regex_search(name(), selection);
+  }
+
   constexpr Row with(const char* value) const { return changed(&Row::variant, value); }
   constexpr Row filled_by(Call value) const { return changed(&Row::fill, value); }
   constexpr Row but(const char* value) const { return changed(&Row::remark, value); }
@@ -223,7 +228,7 @@ inline std::vector<Row> rows(const std::regex& selection = std::regex("")) {
   std::vector<Row> selected;
   for (auto* of_subsystem : {movement_rows, logic_rows, arithmetic_rows, conversion_rows, statistics_rows}) {
     for (const Row& row : of_subsystem()) {
-      if (std::regex_search(row.name(), selection)) selected.push_back(row);
+      if (row.fits(selection)) selected.push_back(row);
     }
   }
   return selected;

@@ -118,9 +118,9 @@ void print_table(std::FILE* file, const std::vector<Row>& rows) {
     const Requirement& required = *row.requirement;
     const std::string family(family_of(row.function));
     std::fprintf(file, "%s\t%s\t%s\t%s\t%g\t%d\t%d\t%ju\t%ju\t%ju\t%d\n", row.function, row.variant,
-                 family.c_str(), required.name, required.instruction_share, required.short_call_instructions,
-                 row.len, uintmax_t{counts.zivks}, uintmax_t{counts.other},
-                 uintmax_t{counts.short_call.instructions}, counts.short_call.len);
+                 family.c_str(), required.name, required.element_share, required.short_instructions, row.len,
+                 uintmax_t{counts.zivks}, uintmax_t{counts.other}, uintmax_t{counts.short_call.instructions},
+                 counts.short_call.len);
   }
 }
 
@@ -160,19 +160,21 @@ int64_t rise(const Row& row, const char* what, uint64_t now, uint64_t recorded) 
 // The exit status of the test.
 int compare(const char* file, const std::vector<Row>& rows) {
   const Record record = read_record(file);
+  if (record.counts.empty()) return std::printf("%s holds no counts\n", file), 1;
   if (record.compiler != __VERSION__) {
     std::printf("%s was recorded with GCC %s, and this is GCC %s: not compared\n", file,
                 record.compiler.c_str(), __VERSION__);
     return kSkipped;
   }
   InstructionCounter counter;
+  int missing = 0;
   int worse = 0;
   int better = 0;
   for (const Row& row : rows) {
     const auto recorded = record.counts.find(row.name());
     if (recorded == record.counts.end()) {
       std::printf("%s is not recorded\n", row.name().c_str());
-      ++worse;
+      ++missing;
       continue;
     }
     const Counts now = count(counter, row);
@@ -186,11 +188,12 @@ int compare(const char* file, const std::vector<Row>& rows) {
       better += more < 0;
     }
   }
-  std::printf("%zu rows, %d counts have risen, %d have fallen\n", rows.size(), worse, better);
-  if (worse + better != 0) {
+  std::printf("%zu rows: %d are not recorded, %d counts have risen, %d have fallen\n", rows.size(), missing,
+              worse, better);
+  if (missing + worse + better != 0) {
     std::puts("The target record_instruction_counts of the arm64 build records the present counts.");
   }
-  return worse != 0;
+  return missing + worse != 0;
 }
 
 }  // namespace

@@ -18,7 +18,7 @@ std::vector<Row> peer_rows(const std::regex& selection) {
        }) {
     for (Row row : of_library()) {
       row.short_len = 0;
-      if (std::regex_search(row.name(), selection)) selected.push_back(row);
+      if (row.fits(selection)) selected.push_back(row);
     }
   }
   return selected;

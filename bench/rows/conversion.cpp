@@ -36,8 +36,8 @@ std::vector<Row> conversion_rows() {
       ROW(ZIVKS_Convert_32s32f_S, kWidening, ConvertScaled, kSrc, kDst, kLen, kNumber<4>),
       ROW(ZIVKS_Convert_32s64f_S, kWidening, ConvertScaled, kSrc, kDst, kLen, kNumber<4>),
 
-      ROW(ZIVKS_Convert_8s8u, kRounding, ElementWise<Clamp>, kSrc, kDst, kLen),
-      ROW(ZIVKS_Convert_32s16s, kRounding, ElementWise<Clamp>, kSrc, kDst, kLen),
+      ROW(ZIVKS_Convert_8s8u, kPlain, ElementWise<Clamp>, kSrc, kDst, kLen),
+      ROW(ZIVKS_Convert_32s16s, kPlain, ElementWise<Clamp>, kSrc, kDst, kLen),
       ROW(ZIVKS_Convert_32s16s_S, kRounding, RoundScaledInteger<ToNearest>, kSrc, kDst, kLen, kNumber<8>),
       ROW(ZIVKS_Convert_32s16s_S, kRounding, RoundScaledInteger<ToNearest>, kSrc, kDst, kLen, kNumber<1>)
           .with("scale 1"),

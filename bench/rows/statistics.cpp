@@ -70,7 +70,7 @@ std::vector<Row> statistics_rows() {
       ROW(ZIVKS_MinEvery_64f, kPlain, ElementWise<SmallerOf>, kSrc1, kSrc2, kDst, kLen),
       ROW(ZIVKS_MinEvery_16s_I, kPlain, InPlace<SmallerOf>, kSrc, kSrcDst, kLen),
       ROW(ZIVKS_MinEvery_32s_I, kPlain, InPlace<SmallerOf>, kSrc, kSrcDst, kLen),
-      ROW(ZIVKS_CountInRange_32s, kExtreme, CountBetween, kSrc, kLen, kResult, kNumber<-1000000000>,
+      ROW(ZIVKS_CountInRange_32s, kCounting, CountBetween, kSrc, kLen, kResult, kNumber<-1000000000>,
           kNumber<1000000000>),
       ROW(ZIVKS_FindNearest_16u, kSearch, BisectEach, kSrc, kDst, kDstIndx, kLen, kTable<1024>, kNumber<1024>)
           .with("1 Ki entries"),
@@ -78,21 +78,21 @@ std::vector<Row> statistics_rows() {
           kNumber<16384>)
           .with("16 Ki entries"),
       LibraryFunction<&find_nearest_one_by_one>::row<BisectEach>(
-          "ZIVKS_FindNearestOne_16u", kPlain, kSrc, kDst, kDstIndx, kLen, kTable<1024>, kNumber<1024>),
+          "ZIVKS_FindNearestOne_16u", kSearch, kSrc, kDst, kDstIndx, kLen, kTable<1024>, kNumber<1024>),
       ROW(ZIVKS_ReplaceNAN_32f_I, kPlain, InPlace<NumberOr>, kVal, kSrcDst, kLen),
       ROW(ZIVKS_ReplaceNAN_64f_I, kPlain, InPlace<NumberOr>, kVal, kSrcDst, kLen),
-      ROW(ZIVKS_ZeroCrossing_32f, kWidening, CountChanges<ProductIsNegative>, kSrc, kLen, kResult, kNumber<0>)
+      ROW(ZIVKS_ZeroCrossing_32f, kCounting, CountChanges<ProductIsNegative>, kSrc, kLen, kResult, kNumber<0>)
           .with("kind 0"),
-      ROW(ZIVKS_ZeroCrossing_32f, kWidening, CountChanges<SignBitsDiffer>, kSrc, kLen, kResult, kNumber<1>)
+      ROW(ZIVKS_ZeroCrossing_32f, kCounting, CountChanges<SignBitsDiffer>, kSrc, kLen, kResult, kNumber<1>)
           .with("kind 1"),
-      ROW(ZIVKS_ZeroCrossing_32f, kWidening, CountChanges<SignDistance>, kSrc, kLen, kResult, kNumber<2>)
+      ROW(ZIVKS_ZeroCrossing_32f, kCounting, CountChanges<SignDistance>, kSrc, kLen, kResult, kNumber<2>)
           .with("kind 2"),
-      ROW(ZIVKS_ZeroCrossing_16s32f, kWidening, CountChanges<ProductIsNegative>, kSrc, kLen, kResult,
+      ROW(ZIVKS_ZeroCrossing_16s32f, kCounting, CountChanges<ProductIsNegative>, kSrc, kLen, kResult,
           kNumber<0>)
           .with("kind 0"),
-      ROW(ZIVKS_ZeroCrossing_16s32f, kWidening, CountChanges<SignBitsDiffer>, kSrc, kLen, kResult, kNumber<1>)
+      ROW(ZIVKS_ZeroCrossing_16s32f, kCounting, CountChanges<SignBitsDiffer>, kSrc, kLen, kResult, kNumber<1>)
           .with("kind 1"),
-      ROW(ZIVKS_ZeroCrossing_16s32f, kWidening, CountChanges<SignDistance>, kSrc, kLen, kResult, kNumber<2>)
+      ROW(ZIVKS_ZeroCrossing_16s32f, kCounting, CountChanges<SignDistance>, kSrc, kLen, kResult, kNumber<2>)
           .with("kind 2"),
   };
 }
