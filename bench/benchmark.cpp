@@ -1,37 +1,33 @@
-// Times the rows on cache-resident, memory-bound and short arrays and prints the tables of
-// docs/performance.md. Takes the flags of Google Benchmark; --benchmark_filter selects rows by name.
+// Times the rows on cache-resident, memory-bound and short arrays and prints a line for each, tab-separated.
+//
+//   zivks_benchmark [REGEX]           the rows against plain loops whose name REGEX is found in
+//   zivks_benchmark --peers [REGEX]   those against other libraries
+//   zivks_benchmark --check           times nothing, and fails unless all rows are sound
 #include <benchmark/benchmark.h>
 
 #include <algorithm>
+#include <chrono>
 #include <cstdio>
 #include <cstring>
 #include <fstream>
+#include <limits>
 #include <map>
 #include <regex>
 #include <string>
 #include <vector>
 
+#include "bench/peers/peers.h"
 #include "bench/row.h"
 #include "bench/row_checks.h"
 
 namespace bench {
 namespace {
 
-constexpr int32_t kCacheResident = 4 << 10;
-constexpr int32_t kMemoryBound = 8 << 20;
-constexpr int32_t kShort = 16;
-
-constexpr double kNoiseAllowance = 0.97;      // of the speed required on cache-resident arrays
-constexpr double kMemoryAllowance = 1.05;     // of the time of the fastest way to move the same bytes
-constexpr double kShortCallAllowance = 10.0;  // nanoseconds above the cheapest call
-
-// Bytes that an array of `kMemoryBound` elements may take, also when it is the copy that moves the same
-// bytes.
-constexpr std::size_t kArrayBytes = std::size_t{kMemoryBound} * 32;
-
 struct Candidate {
   std::string name;
   Call call;
+  Call prepare;
+  std::vector<Arrays> places;  // which the calls take in turn
   int32_t len;
 };
 
@@ -40,55 +36,102 @@ struct Effort {
   double seconds_each;
 };
 constexpr Effort kCacheResidentEffort = {25, 0.001};
-constexpr Effort kMemoryBoundEffort = {40, 0.0001};
+constexpr Effort kMemoryBoundEffort = {25, 0.0001};
 constexpr Effort kShortEffort = {21, 0.0002};
 
-// Keeps the nanoseconds a call of every repetition.
-class Collector : public benchmark::BenchmarkReporter {
+// What takes longer an element is not bound by memory.
+constexpr double kMemoryBoundNanoseconds = 2;
+
+// Keeps the nanoseconds a call of the fastest repetition.
+class Fastest : public benchmark::BenchmarkReporter {
  public:
   bool ReportContext(const Context&) override { return true; }
 
   void ReportRuns(const std::vector<Run>& runs) override {
     for (const Run& run : runs) {
       if (run.run_type != Run::RT_Iteration || run.iterations == 0) continue;
-      times_[run.run_name.function_name].push_back(run.cpu_accumulated_time * 1e9 /
-                                                   static_cast<double>(run.iterations));
+      const bool by_hand = run.run_name.time_type == "manual_time";
+      const double seconds = by_hand ? run.real_accumulated_time : run.cpu_accumulated_time;
+      auto [best, is_new] = times_.try_emplace(run.run_name.function_name, kNever);
+      best->second = std::min(best->second, seconds * 1e9 / static_cast<double>(run.iterations));
     }
   }
 
-  double minimum(const std::string& name) const {
-    const auto& times = times_.at(name);
-    return *std::min_element(times.begin(), times.end());
-  }
-
-  double median(const std::string& name) const {
-    std::vector<double> times = times_.at(name);
-    const auto middle = times.begin() + static_cast<std::ptrdiff_t>(times.size() / 2);
-    std::nth_element(times.begin(), middle, times.end());
-    return *middle;
-  }
+  double operator[](const std::string& name) const { return times_.at(name); }
 
  private:
-  std::map<std::string, std::vector<double>> times_;
+  static constexpr double kNever = std::numeric_limits<double>::infinity();
+  std::map<std::string, double> times_;
 };
 
-// Times the candidates with their repetitions interleaved, so that what disturbs the machine meets all alike.
-Collector run(const Arrays& arrays, const std::vector<Candidate>& candidates, Effort effort) {
-  for (const Candidate& candidate : candidates) {
-    benchmark::RegisterBenchmark(candidate.name.c_str(),
-                                 [&arrays, candidate](benchmark::State& state) {
-                                   for (auto _ : state) {
-                                     candidate.call(arrays, candidate.len);
-                                     benchmark::ClobberMemory();
-                                   }
-                                 })
-        ->Repetitions(effort.repetitions)
-        ->MinTime(effort.seconds_each);
+void time_calls(benchmark::State& state, const Candidate& candidate) {
+  std::size_t turn = 0;
+  for (auto _ : state) {
+    candidate.call(candidate.places[turn], candidate.len);
+    if (++turn == candidate.places.size()) turn = 0;
+    benchmark::ClobberMemory();
   }
-  Collector collector;
-  benchmark::RunSpecifiedBenchmarks(&collector, ".");
+}
+
+void time_prepared_calls(benchmark::State& state, const Candidate& candidate) {
+  using Clock = std::chrono::steady_clock;
+  for (auto _ : state) {
+    candidate.prepare(candidate.places[0], candidate.len);
+    benchmark::ClobberMemory();
+    const auto start = Clock::now();
+    candidate.call(candidate.places[0], candidate.len);
+    benchmark::ClobberMemory();
+    state.SetIterationTime(std::chrono::duration<double>(Clock::now() - start).count());
+  }
+}
+
+// As many as take the given time. They are told from a single call, the fastest of a few: what Google Benchmark
+// tries out once for all repetitions is a matter of luck on a busy machine.
+int64_t iterations(const Candidate& candidate, double seconds) {
+  using Clock = std::chrono::steady_clock;
+  double fastest = seconds;
+  for (int i = 0; i < 4; ++i) {
+    if (candidate.prepare != nullptr) candidate.prepare(candidate.places[0], candidate.len);
+    const auto start = Clock::now();
+    candidate.call(candidate.places[0], candidate.len);
+    fastest = std::min(fastest, std::chrono::duration<double>(Clock::now() - start).count());
+  }
+  return static_cast<int64_t>(seconds / fastest);
+}
+
+// Times the candidates with their repetitions interleaved, so that what disturbs the machine meets all alike.
+Fastest run(const std::vector<Candidate>& candidates, Effort effort) {
+  for (const Candidate& candidate : candidates) {
+    const bool prepared = candidate.prepare != nullptr;
+    auto* const timing = benchmark::RegisterBenchmark(candidate.name.c_str(),
+                                                      prepared ? time_prepared_calls : time_calls, candidate);
+    timing->Repetitions(effort.repetitions)->Iterations(iterations(candidate, effort.seconds_each));
+    if (prepared) timing->UseManualTime();
+  }
+  Fastest fastest;
+  benchmark::RunSpecifiedBenchmarks(&fastest, ".");
   benchmark::ClearRegisteredBenchmarks();
-  return collector;
+  return fastest;
+}
+
+// Nanoseconds an element.
+struct LongArrayTimes {
+  double zivks = 0;
+  double other = 0;
+  double copy = 0;  // memcpy that moves as many bytes
+};
+
+void copy_bytes(const Arrays& arrays, int32_t bytes) {
+  std::memcpy(arrays.array(2), arrays.array(0), static_cast<std::size_t>(bytes));
+}
+
+LongArrayTimes time_long_arrays(const Arrays& arrays, const Row& row, int32_t len, Effort effort) {
+  row.fill(arrays, len);
+  const Fastest times = run({{"zivks", row.zivks, row.prepare, {arrays}, len},
+                             {"other", row.other, row.prepare, {arrays}, len},
+                             {"copy", copy_bytes, nullptr, {arrays}, len / 2 * row.bytes_per_element}},
+                            effort);
+  return {times["zivks"] / len, times["other"] / len, times["copy"] / len};
 }
 
 // The cheapest call that there is: a pointer and a length are tested, and the length fails.
@@ -96,88 +139,48 @@ void cheapest_call(const Arrays& arrays, int32_t) {
   ZIVKS_Zero_8u(static_cast<uint8_t*>(arrays.array(2)), 0);
 }
 
-void copy_bytes(const Arrays& arrays, int32_t bytes) {
-  std::memcpy(arrays.array(2), arrays.array(0), static_cast<std::size_t>(bytes));
-}
-
-// Nanoseconds an element.
-struct LongArrayTimes {
-  double zivks;
-  double plain;
-  double standard;    // 0 without a standard routine
-  double same_bytes;  // memcpy that moves as many bytes
-};
-
-LongArrayTimes time_long_arrays(const Arrays& arrays, const Row& row, int32_t len, Effort effort) {
-  row.fill(arrays, len);
-  std::vector<Candidate> candidates = {{"zivks", row.zivks, len},
-                                       {"plain", row.plain, len},
-                                       {"same_bytes", copy_bytes, len / 2 * row.bytes_per_element}};
-  if (row.standard != nullptr) candidates.push_back({"standard", row.standard, len});
-  const Collector times = run(arrays, candidates, effort);
-  return {times.minimum("zivks") / len, times.minimum("plain") / len,
-          row.standard != nullptr ? times.minimum("standard") / len : 0, times.minimum("same_bytes") / len};
-}
-
 struct ShortCall {
   double nanoseconds_above_cheapest = 0;
   int32_t len = 0;
 };
 
+// Each call writes elsewhere, since a load that meets stores of the call before, still under way, waits.
 ShortCall worst_short_call(const Arrays& arrays, const Row& row) {
-  std::vector<Candidate> candidates = {{"cheapest", cheapest_call, 0}};
-  for (int32_t len = 1; len <= kShort; ++len) candidates.push_back({std::to_string(len), row.zivks, len});
-  const Collector times = run(arrays, candidates, kShortEffort);
+  std::vector<Arrays> places;
+  for (std::size_t distance = 0; distance < Arrays::kFarthestMove; distance += 1024) {
+    places.push_back(arrays.moved_by(distance, Arrays::kFirstWritten));
+    row.fill(places.back(), row.short_len);
+  }
+  std::vector<Candidate> candidates = {{"cheapest", cheapest_call, nullptr, places, 0}};
+  for (int32_t len = 1; len <= row.short_len; ++len) {
+    candidates.push_back({std::to_string(len), row.zivks, row.prepare, places, len});
+  }
+  const Fastest times = run(candidates, kShortEffort);
   ShortCall worst;
-  for (int32_t len = 1; len <= kShort; ++len) {
-    const double above = times.median(std::to_string(len)) - times.median("cheapest");
+  for (int32_t len = 1; len <= row.short_len; ++len) {
+    const double above = times[std::to_string(len)] - times["cheapest"];
     if (above > worst.nanoseconds_above_cheapest) worst = {above, len};
   }
   return worst;
 }
 
-std::string number(double value, int decimals) {
-  char text[32];
-  std::snprintf(text, sizeof text, "%.*f", decimals, value);
-  return text;
-}
+void print_row(const Arrays& arrays, const Row& row) {
+  const Requirement& required = *row.requirement;
+  const LongArrayTimes aligned = time_long_arrays(arrays, row, row.len, kCacheResidentEffort);
+  const LongArrayTimes at_16 = time_long_arrays(arrays.moved_by(16), row, row.len, kCacheResidentEffort);
+  LongArrayTimes memory;
+  const int32_t memory_len = aligned.zivks < kMemoryBoundNanoseconds ? row.memory_len : 0;
+  if (memory_len != 0) memory = time_long_arrays(arrays, row, memory_len, kMemoryBoundEffort);
+  ShortCall short_call;
+  if (row.short_len != 0) short_call = worst_short_call(arrays, row);
 
-std::string marked(std::string figure, bool misses) { return misses ? figure + " !" : figure; }
-
-std::string optional(double nanoseconds) { return nanoseconds == 0 ? "" : number(nanoseconds, 4); }
-
-// Prints the row's line of the table, with a mark at what misses a requirement. Returns whether something
-// does.
-bool print_row(const Arrays& arrays, const Row& row) {
-  const LongArrayTimes cache = time_long_arrays(arrays, row, kCacheResident, kCacheResidentEffort);
-  const LongArrayTimes memory = time_long_arrays(arrays, row, kMemoryBound, kMemoryBoundEffort);
-  const ShortCall short_call = worst_short_call(arrays, row);
-
-  const double speedup = cache.plain / cache.zivks;
-  const double required = row.requirement.speedup_x86_64;
-  const double memory_share = memory.zivks / std::min(memory.plain, memory.same_bytes);
-  const bool slow_in_cache = speedup < kNoiseAllowance * required;
-  const bool slow_in_memory = memory_share > kMemoryAllowance;
-  const bool slow_if_short = short_call.nanoseconds_above_cheapest > kShortCallAllowance;
-
-  const std::string columns[] = {
-      "`" + row.name() + "`",
-      number(cache.zivks, 4),
-      number(cache.plain, 4),
-      marked(number(speedup, 2), slow_in_cache),
-      number(required, 1),
-      optional(cache.standard),
-      number(memory.zivks, 3),
-      number(memory.plain, 3),
-      number(memory.same_bytes, 3),
-      marked(number(memory_share, 2), slow_in_memory),
-      optional(memory.standard),
-      marked(number(short_call.nanoseconds_above_cheapest, 1) + " (" + std::to_string(short_call.len) + ")",
-             slow_if_short)};
-  for (const std::string& column : columns) std::printf("| %s ", column.c_str());
-  std::puts("|");
+  const std::string family(family_of(row.function));
+  std::printf("%s\t%s\t%s\t%s\t%g\t%g\t%g\t%d\t%.5f\t%.5f\t%.5f\t%.5f\t%d\t%.4f\t%.4f\t%.4f\t%.1f\t%d\t%s\n",
+              row.function, row.variant, family.c_str(), required.name, required.speedup,
+              required.memory_share, required.short_ns, row.len, aligned.zivks, aligned.other, at_16.zivks,
+              at_16.other, memory_len, memory.zivks, memory.other, memory.copy,
+              short_call.nanoseconds_above_cheapest, short_call.len, row.remark);
   std::fflush(stdout);
-  return slow_in_cache || slow_in_memory || slow_if_short;
 }
 
 std::string processor_name() {
@@ -188,39 +191,40 @@ std::string processor_name() {
   return "an unnamed processor";
 }
 
-void print_tables(const std::regex& selection) {
-  const std::vector<Section> selected = sections(selection);
-  if (selected.empty()) return;
-  const Arrays arrays(kArrayBytes);
-  int rows = 0;
-  int misses = 0;
-  std::printf("Processor: %s. Compiler: GCC %s.\n", processor_name().c_str(), __VERSION__);
-  for (const Section& section : selected) {
-    std::printf("\n### %s\n\n", section.title);
-    std::puts(
-        "| function | 4 Ki: library | plain loop | speed-up | required | standard routine "
-        "| 8 Mi: library | plain loop | memcpy, same bytes | share | standard routine | short call (len) |");
-    std::puts("|---|--:|--:|--:|--:|--:|--:|--:|--:|--:|--:|--:|");
-    for (const Row& row : section.rows) {
-      ++rows;
-      misses += print_row(arrays, row);
-    }
-  }
-  std::printf("\n%d rows, %d of them with a figure that misses what is required (marked !).\n", rows, misses);
+void print_table(const std::vector<Row>& rows) {
+  // Three arrays of the longest elements, and the memcpy that moves as many bytes.
+  constexpr std::size_t kBytes = std::size_t{kMemoryBound} * 32;
+  const Arrays arrays(kBytes);
+  std::printf("# %s, GCC %s. Times are in ns an element, short_ns in ns a call; see docs/performance.md.\n",
+              processor_name().c_str(), __VERSION__);
+  std::puts(
+      "function\tvariant\tfamily\tclass\trequired_speedup\trequired_memory\trequired_short_ns\tlen\tlibrary_"
+      "ns\tother_ns\t"
+      "library_at_16_ns\tother_at_16_ns\tmemory_len\tmemory_library_ns\tmemory_other_ns\tmemory_copy_ns\t"
+      "short_ns\tshort_len\tremark");
+  for (const Row& row : rows) print_row(arrays, row);
 }
 
 }  // namespace
 }  // namespace bench
 
 int main(int argc, char** argv) {
-  std::vector<char*> arguments(argv, argv + argc);
+  const std::string option = argc > 1 && argv[1][0] == '-' ? argv[1] : "";
+  const bool takes_rows = option.empty() || option == "--peers";
+  if (!takes_rows && option != "--check")
+    return std::fprintf(stderr, "unknown option %s\n", option.c_str()), 2;
+  const int words = option.empty() ? 1 : 2;
+  const std::regex selection(argc > words ? argv[words] : "");
+  const std::vector<bench::Row> peers = bench::peer_rows(selection), rows = bench::rows(selection);
+
+  if (!bench::every_function_has_a_row()) return 1;
+  if (!bench::calls_agree(peers) || !bench::calls_agree(rows)) return 1;
+  if (!takes_rows) return 0;
+
   char interleaving[] = "--benchmark_enable_random_interleaving=true";
-  arguments.insert(arguments.begin() + 1, interleaving);
-  arguments.push_back(nullptr);
-  int count = argc + 1;
-  benchmark::Initialize(&count, arguments.data());
-  if (benchmark::ReportUnrecognizedArguments(count, arguments.data())) return 2;
-  if (!bench::rows_are_sound()) return 1;
-  bench::print_tables(std::regex(benchmark::GetBenchmarkFilter()));
+  char* arguments[] = {argv[0], interleaving, nullptr};
+  int count = 2;
+  benchmark::Initialize(&count, arguments);
+  bench::print_table(option.empty() ? rows : peers);
   return 0;
 }

@@ -733,18 +733,6 @@ struct BisectEach {
   }
 };
 
-struct LowerBoundEach {
-  static constexpr const char* kName = "lower_bound";
-  PLAIN_LOOP void operator()(const uint16_t* src, uint16_t* dst, int32_t* indices, int32_t len,
-                             const uint16_t* table, int32_t table_len) const {
-    for (int32_t i = 0; i < len; ++i) {
-      const uint16_t* const above = std::lower_bound(table, table + table_len, src[i]);
-      indices[i] = nearer_neighbour(table, table_len, static_cast<int32_t>(above - table), src[i]);
-      dst[i] = table[indices[i]];
-    }
-  }
-};
-
 struct ProductIsNegative {
   int operator()(int16_t a, int16_t b) const { return a * b < 0; }
   int operator()(float a, float b) const { return a * b < 0; }
@@ -773,101 +761,6 @@ struct CountChanges {
     int32_t count = 0;
     for (int32_t i = 1; i < len; ++i) count += Change{}(src[i - 1], src[i]);
     *value = kind == 2 ? static_cast<float>(count) * 0.5f : static_cast<float>(count);
-  }
-};
-
-// Standard routines.
-
-struct NoRoutine {};
-
-struct Memcpy {
-  static constexpr const char* kName = "memcpy";
-  template <class T>
-  void operator()(const T* src, T* dst, int32_t len) const {
-    std::memcpy(dst, src, static_cast<std::size_t>(len) * sizeof(T));
-  }
-};
-
-struct Memmove {
-  static constexpr const char* kName = "memmove";
-  template <class T>
-  void operator()(const T* src, T* dst, int32_t len) const {
-    std::memmove(dst, src, static_cast<std::size_t>(len) * sizeof(T));
-  }
-};
-
-struct Memset {
-  static constexpr const char* kName = "memset";
-  void operator()(uint8_t val, uint8_t* dst, int32_t len) const {
-    std::memset(dst, val, static_cast<std::size_t>(len));
-  }
-  template <class T>
-  void operator()(T* dst, int32_t len) const {
-    std::memset(dst, 0, static_cast<std::size_t>(len) * sizeof(T));
-  }
-};
-
-struct ReverseCopy {
-  static constexpr const char* kName = "reverse_copy";
-  template <class T>
-  void operator()(const T* src, T* dst, int32_t len) const {
-    std::reverse_copy(src, src + len, dst);
-  }
-};
-
-struct ReverseInPlace {
-  static constexpr const char* kName = "reverse";
-  template <class T>
-  void operator()(T* srcDst, int32_t len) const {
-    std::reverse(srcDst, srcDst + len);
-  }
-};
-
-struct MaxElement {
-  static constexpr const char* kName = "max_element";
-  template <class T>
-  void operator()(const T* src, int32_t len, T* maximum) const {
-    *maximum = *std::max_element(src, src + len);
-  }
-  template <class T>
-  void operator()(const T* src, int32_t len, T* maximum, int32_t* index) const {
-    const T* const found = std::max_element(src, src + len);
-    *maximum = *found;
-    *index = static_cast<int32_t>(found - src);
-  }
-};
-
-struct MinElement {
-  static constexpr const char* kName = "min_element";
-  template <class T>
-  void operator()(const T* src, int32_t len, T* minimum) const {
-    *minimum = *std::min_element(src, src + len);
-  }
-  template <class T>
-  void operator()(const T* src, int32_t len, T* minimum, int32_t* index) const {
-    const T* const found = std::min_element(src, src + len);
-    *minimum = *found;
-    *index = static_cast<int32_t>(found - src);
-  }
-};
-
-struct MinmaxElement {
-  static constexpr const char* kName = "minmax_element";
-  template <class T>
-  void operator()(const T* src, int32_t len, T* minimum, T* maximum) const {
-    const auto [low, high] = std::minmax_element(src, src + len);
-    *minimum = *low;
-    *maximum = *high;
-  }
-  // Of equal elements the routine gives the last as the largest.
-  template <class T>
-  void operator()(const T* src, int32_t len, T* minimum, int32_t* minimum_index, T* maximum,
-                  int32_t* maximum_index) const {
-    const auto [low, high] = std::minmax_element(src, src + len);
-    *minimum = *low;
-    *minimum_index = static_cast<int32_t>(low - src);
-    *maximum = *high;
-    *maximum_index = static_cast<int32_t>(std::find(src, high, *high) - src);
   }
 };
 

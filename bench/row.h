@@ -1,125 +1,99 @@
-// A row of the benchmark tables: a call of a library function, the plain loop that does the same work, the
-// standard routine where there is one, and what is required of the library's call. Rows stand in rows/, one
-// file a subsystem; the timing program and the instruction counter both walk them.
+// A row of the benchmark sets a call of a library function against another call that does the same work: the
+// plain loop, in rows/, one file a subsystem; or a routine of another library, in peers/. The timing program
+// and the instruction counter walk the rows.
 //
 // A row names its arguments by their roles, in the order of the library's interface:
 //
-//   ROW(ZIVKS_AddC_32f, kPlain, ElementWise<Add>, NoRoutine, src, val, dst, len)
+//   ROW(ZIVKS_AddC_32f, kPlain, ElementWise<Add>, kSrc, kVal, kDst, kLen)
 //
-// The types come from the function itself, so that the plain loop runs on the same types.
+// The types come from the function itself, so that the plain loop runs on the same types. Rows of one function
+// are told apart by a variant, and a row that differs from the usual says so by what is appended to it:
+//
+//   ROW(ZIVKS_SortAscend_32s_I, kSort, StdSort, kSrcDst, kLen)   // an example
+//       .with("few distinct, 64 Ki")                             // the variant
+//       .filled_by(few_distinct_keys<int32_t>)                   // values other than random ones: in kSrc ...
+//       .prepared_by(copy_source<int32_t>)                       // ... and from there to kSrcDst before each call
+//       .at(64 << 10)                                            // timed at this length only
+//
+// What a handle or an index array needs goes into the array of kWork, set up by the function that fills.
 #ifndef BENCH_ROW_H
 #define BENCH_ROW_H
 
-#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
-#include <memory>
-#include <new>
 #include <random>
 #include <regex>
 #include <string>
 #include <type_traits>
 #include <vector>
 
+#include "bench/arrays.h"
 #include "bench/plain_loops.h"
+#include "bench/requirements.h"
 #include "zivks.h"
 
 namespace bench {
 
-// What is required of a row, against the plain loop.
-struct Requirement {
-  double speedup_x86_64;           // how many times as fast on cache-resident arrays
-  double instruction_share_arm64;  // instructions an element, as a share of the plain loop's
+using Call = void (*)(const Arrays&, int32_t len);
+
+inline constexpr int32_t kCacheResident = 4 << 10;
+inline constexpr int32_t kMemoryBound = 8 << 20;
+inline constexpr int32_t kShort = 16;
+
+struct Row {
+  const char* function;
+  const Requirement* requirement;
+  const char* variant = "";   // tells the rows of one function apart; of a peer, its routine
+  int bytes_per_element = 0;  // read and written
+  Call fill = nullptr;        // gives the arrays their values, once for each length
+  Call prepare = nullptr;     // brings the arrays back to these before each call, which is not timed; or null
+  Call zivks = nullptr;       // the call of the library
+  Call other = nullptr;       // what it is measured against
+  const char* remark = "";    // of a peer: which of the library's rules it does not keep
+  int32_t len = kCacheResident;
+  int32_t memory_len = kMemoryBound;  // 0: not timed on memory-bound arrays
+  int32_t short_len = kShort;         // timed at all lengths from 1 to this one; 0: at none
+
+  std::string name() const { return *variant == '\0' ? function : std::string(function) + " " + variant; }
+
+  // Whether the name is selected, with or without the variant.
+  bool fits(const std::regex& selection) const {
+    return std::regex_search(function, selection) || std::regex_search(name(), selection);
+  }
+
+  constexpr Row with(const char* value) const { return changed(&Row::variant, value); }
+  constexpr Row filled_by(Call value) const { return changed(&Row::fill, value); }
+  constexpr Row but(const char* value) const { return changed(&Row::remark, value); }
+  // A prepared call is timed by itself: it should take some microseconds.
+  constexpr Row prepared_by(Call value) const { return changed(&Row::prepare, value); }
+  constexpr Row at(int32_t value) const {
+    return changed(&Row::len, value).changed(&Row::memory_len, 0).changed(&Row::short_len, 0);
+  }
+
+  template <class T>
+  constexpr Row changed(T Row::*member, T value) const {
+    Row row = *this;
+    row.*member = value;
+    return row;
+  }
 };
-inline constexpr Requirement kPlain = {1.0, 1.0};
-inline constexpr Requirement kWidening = {1.5, 1.0};  // also rounding
-inline constexpr Requirement kRounding = {2.0, 0.5};  // to saturated integers
-inline constexpr Requirement kPacked = {4.0, 0.5};    // samples of three bytes
-inline constexpr Requirement kSaturating = {1.5, 0.5};
-inline constexpr Requirement kScaled = {2.0, 1.0 / 3};  // rounding and saturating integers
-inline constexpr Requirement kExtreme = {1.0, 0.5};
-inline constexpr Requirement kNanWatching = {1.5, 0.5};  // extremes of floats
-inline constexpr Requirement kPosition = {3.0, 0.5};
-inline constexpr Requirement kBisection = {2.0, 1.0};
-
-// The memory that rows work on, all of it touched beforehand. The arrays follow one another in memory, so
-// that a move from a source to a destination always goes the same way, and start at different offsets within
-// a page, since on some processors a load waits for an earlier store at the same offset.
-class Arrays {
- public:
-  static constexpr int kCount = 4;
-
-  explicit Arrays(std::size_t bytes_each) : bytes_each_(bytes_each) {
-    const std::size_t distance = (bytes_each + 4095) / 4096 * 4096 + 1088;
-    storage_.reset(static_cast<std::byte*>(::operator new(kCount* distance, kPage)));
-    for (std::size_t i = 0; i < kCount; ++i) arrays_[i] = storage_.get() + i * distance;
-    clear();
-  }
-
-  void clear() const {
-    for (void* array : arrays_) std::memset(array, 1, bytes_each_);
-    std::memset(results_, 1, sizeof results_);
-  }
-
-  void* array(int index) const { return arrays_[index]; }
-  void* result(int index) const { return &results_[index]; }
-
-  // What stands in all arrays and results.
-  std::vector<std::byte> contents() const {
-    std::vector<std::byte> bytes(kCount * bytes_each_ + sizeof results_);
-    for (std::size_t i = 0; i < kCount; ++i) std::memcpy(&bytes[i * bytes_each_], arrays_[i], bytes_each_);
-    std::memcpy(&bytes[kCount * bytes_each_], results_, sizeof results_);
-    return bytes;
-  }
-
- private:
-  static constexpr std::align_val_t kPage{4096};
-  struct Release {
-    void operator()(std::byte* memory) const { ::operator delete(memory, kPage); }
-  };
-  std::unique_ptr<std::byte, Release> storage_;
-  std::size_t bytes_each_;
-  void* arrays_[kCount];
-  mutable std::max_align_t results_[4];
-};
-
-// Random values of the whole range for integers, between -1024 and 1024 for floats. They repeat after 4096
-// elements, which no loop can tell.
-template <class T>
-void fill_at_random(void* memory, int32_t len, int seed) {
-  constexpr std::size_t kPeriod = 4096;
-  std::mt19937_64 generator(static_cast<uint64_t>(seed));
-  T* array = static_cast<T*>(memory);
-  const auto count = static_cast<std::size_t>(len);
-  for (std::size_t i = 0; i < std::min(count, kPeriod); ++i) {
-    if constexpr (std::is_floating_point_v<T>) {
-      array[i] = static_cast<T>(static_cast<int32_t>(generator() >> 32)) / T{1 << 21};
-    } else {
-      array[i] = static_cast<T>(generator());
-    }
-  }
-  for (std::size_t done = kPeriod; done < count; done += kPeriod) {
-    std::memcpy(array + done, array, std::min(kPeriod, count - done) * sizeof(T));
-  }
-}
 
 // The roles of arguments. `Parameter` is the argument's type in the library's interface.
-namespace role {
-
 template <class Parameter>
 using Element = std::remove_cv_t<std::remove_pointer_t<Parameter>>;
 
-struct NoArray {
+struct NoOperand {
   template <class Parameter>
   static constexpr int kBytesMoved = 0;
   template <class Parameter>
   static void fill(const Arrays&, int32_t) {}
 };
 
-// Of what the pointer points to, `packed` make up an element.
+// An array that is read and written `moves` times in all. Of what the pointer points to, `packed` make up an
+// element.
 template <int index, int moves, int packed = 1>
-struct Array {
+struct Operand {
   template <class Parameter>
   static constexpr int kBytesMoved = (moves * packed * int{sizeof(Element<Parameter>)});
   template <class Parameter>
@@ -136,7 +110,7 @@ struct Array {
 
 // As many different values in ascending order.
 template <int index, int entries>
-struct AscendingTable : NoArray {
+struct AscendingTable : NoOperand {
   template <class Parameter>
   static Parameter get(const Arrays& arrays, int32_t) {
     return static_cast<Parameter>(arrays.array(index));
@@ -152,22 +126,29 @@ struct AscendingTable : NoArray {
   }
 };
 
+struct WorkMemory : NoOperand {
+  template <class Parameter>
+  static Parameter get(const Arrays& arrays, int32_t) {
+    return static_cast<Parameter>(arrays.array(Arrays::kWork));
+  }
+};
+
 template <int index>
-struct Result : NoArray {
+struct Result : NoOperand {
   template <class Parameter>
   static Parameter get(const Arrays& arrays, int32_t) {
     return static_cast<Parameter>(arrays.result(index));
   }
 };
 
-struct NullArray : NoArray {
+struct NullArray : NoOperand {
   template <class Parameter>
   static Parameter get(const Arrays&, int32_t) {
     return nullptr;
   }
 };
 
-struct Length : NoArray {
+struct Length : NoOperand {
   template <class Parameter>
   static Parameter get(const Arrays&, int32_t len) {
     return len;
@@ -175,7 +156,7 @@ struct Length : NoArray {
 };
 
 template <int value, int divisor = 1>
-struct Number : NoArray {
+struct Number : NoOperand {
   template <class Parameter>
   static Parameter get(const Arrays&, int32_t) {
     if constexpr (std::is_arithmetic_v<Parameter>) {
@@ -186,50 +167,32 @@ struct Number : NoArray {
   }
 };
 
-inline constexpr Array<0, 1> src, src1, srcRe;
-inline constexpr Array<1, 1> src2, srcIm;
-inline constexpr Array<2, 1> dst, dstRe;
-inline constexpr Array<3, 1> dstIm, dstIndx;
+inline constexpr Operand<0, 1> kSrc, kSrc1, kSrcRe;
+inline constexpr Operand<1, 1> kSrc2, kSrcIm;
+inline constexpr Operand<2, 1> kDst, kDstRe;
+inline constexpr Operand<3, 1> kDstIm, kDstIndx;
+inline constexpr Operand<2, 2> kSrcDst;
+inline constexpr Operand<0, 1, 3> kPackedSrc;
+inline constexpr Operand<2, 1, 3> kPackedDst;
+inline constexpr Operand<2, 2, 3> kPackedSrcDst;
 template <int entries>
-inline constexpr AscendingTable<1, entries> table;
-inline constexpr Array<2, 2> srcDst;
-template <int index, int moves>
-constexpr Array<index, moves, 3> triples(Array<index, moves>) {
-  return {};
-}
-inline constexpr NullArray null;
-inline constexpr Result<0> result, pMin;
-inline constexpr Result<1> pIndx, pMinIndx;
-inline constexpr Result<2> pMax;
-inline constexpr Result<3> pMaxIndx;
-inline constexpr Length len;
-inline constexpr Number<3> val;
+inline constexpr AscendingTable<1, entries> kTable;
+inline constexpr WorkMemory kWork;
+inline constexpr NullArray kNull;
+inline constexpr Result<0> kResult, kMin;
+inline constexpr Result<1> kIndx, kMinIndx;
+inline constexpr Result<2> kMax;
+inline constexpr Result<3> kMaxIndx;
+inline constexpr Length kLen;
+inline constexpr Number<3> kVal;
 template <int value, int divisor = 1>
-inline constexpr Number<value, divisor> number;
+inline constexpr Number<value, divisor> kNumber;
 
-}  // namespace role
-
-using Call = void (*)(const Arrays&, int32_t len);
-
-struct Row {
-  const char* function;
-  Requirement requirement;
-  int bytes_per_element = 0;  // read and written
-  Call fill = nullptr;        // gives the arrays their values
-  Call zivks = nullptr;
-  Call plain = nullptr;
-  Call standard = nullptr;  // null where there is none
-  const char* standard_name = "";
-  const char* variant = "";  // tells the rows of one function apart
-
-  std::string name() const { return *variant == '\0' ? function : std::string(function) + " " + variant; }
-
-  constexpr Row with(const char* variant_name) const {
-    Row row = *this;
-    row.variant = variant_name;
-    return row;
-  }
-};
+// For prepared_by(): what was filled into kSrc, to kSrcDst.
+template <class T>
+void copy_source(const Arrays& arrays, int32_t len) {
+  std::memcpy(arrays.array(2), arrays.array(0), static_cast<std::size_t>(len) * sizeof(T));
+}
 
 template <auto function, class Signature = decltype(function)>
 struct LibraryFunction;
@@ -237,34 +200,22 @@ struct LibraryFunction;
 template <auto function, class Status, class... Parameter>
 struct LibraryFunction<function, Status (*)(Parameter...)> {
   template <class Loop, class... Role>
-  static void call(const Arrays& arrays, int32_t len) {
-    Loop{}(Role::template get<Parameter>(arrays, len)...);
-  }
-
-  template <class Loop, class Routine, class... Role>
-  static constexpr Row row(const char* name, Requirement requirement, Role...) {
-    Row row = {name, requirement};
+  static constexpr Row row(const char* name, const Requirement& requirement, Role...) {
+    Row row = {name, &requirement};
     row.bytes_per_element = (Role::template kBytesMoved<Parameter> + ...);
     row.fill = [](const Arrays& arrays, int32_t len) { (Role::template fill<Parameter>(arrays, len), ...); };
     row.zivks = [](const Arrays& arrays, int32_t len) {
       function(Role::template get<Parameter>(arrays, len)...);
     };
-    row.plain = call<Loop, Role...>;
-    if constexpr (!std::is_same_v<Routine, NoRoutine>) {
-      row.standard = call<Routine, Role...>;
-      row.standard_name = Routine::kName;
-    }
+    row.other = [](const Arrays& arrays, int32_t len) {
+      Loop{}(Role::template get<Parameter>(arrays, len)...);
+    };
     return row;
   }
 };
 
-#define ROW(function, requirement, plain_loop, standard_routine, ...) \
-  LibraryFunction<&function>::row<plain_loop, standard_routine>(#function, requirement, __VA_ARGS__)
-
-struct Section {
-  const char* title;
-  std::vector<Row> rows;
-};
+#define ROW(function, requirement, plain_loop, ...) \
+  LibraryFunction<&function>::row<plain_loop>(#function, requirement, __VA_ARGS__)
 
 std::vector<Row> movement_rows();
 std::vector<Row> logic_rows();
@@ -272,21 +223,15 @@ std::vector<Row> arithmetic_rows();
 std::vector<Row> conversion_rows();
 std::vector<Row> statistics_rows();
 
-// All rows, or those that the selection is found in.
-inline std::vector<Section> sections(const std::regex& selection = std::regex("")) {
-  std::vector<Section> result = {{"Copies, fills, order of elements and complex layout", movement_rows()},
-                                 {"Bit logic and shifts", logic_rows()},
-                                 {"Arithmetic", arithmetic_rows()},
-                                 {"Conversions", conversion_rows()},
-                                 {"Statistics", statistics_rows()}};
-  for (Section& section : result) {
-    auto& rows = section.rows;
-    const auto is_other = [&](const Row& row) { return !std::regex_search(row.name(), selection); };
-    rows.erase(std::remove_if(rows.begin(), rows.end(), is_other), rows.end());
+// The rows that set the library against plain loops: all, or those that the selection is found in.
+inline std::vector<Row> rows(const std::regex& selection = std::regex("")) {
+  std::vector<Row> selected;
+  for (auto* of_subsystem : {movement_rows, logic_rows, arithmetic_rows, conversion_rows, statistics_rows}) {
+    for (const Row& row : of_subsystem()) {
+      if (row.fits(selection)) selected.push_back(row);
+    }
   }
-  const auto is_empty = [](const Section& section) { return section.rows.empty(); };
-  result.erase(std::remove_if(result.begin(), result.end(), is_empty), result.end());
-  return result;
+  return selected;
 }
 
 }  // namespace bench

@@ -1,12 +1,23 @@
 #ifndef BENCH_ROW_CHECKS_H
 #define BENCH_ROW_CHECKS_H
 
+#include <string_view>
+#include <vector>
+
+#include "bench/row.h"
+
 namespace bench {
 
-// Whether the rows are fit to be measured: every function of tests/functions.def that works on arrays has
-// one, and what a row compares does the same work, that is writes the same on data without special values.
-// Names the others on standard error.
-bool rows_are_sound();
+// Of tests/functions.def.
+std::string_view family_of(std::string_view function);
+
+// Whether every function of tests/functions.def has a row, but for those of the family Memory and for in-place
+// forms that do no more than call their twin. Names the others on standard error.
+bool every_function_has_a_row();
+
+// Whether the two calls of each row do the same work, that is write the same on data without special values.
+// A peer may differ where a remark says so. Names the others on standard error.
+bool calls_agree(const std::vector<Row>& rows);
 
 }  // namespace bench
 

@@ -3,46 +3,43 @@
 namespace bench {
 
 #define IN_MODE(function, plain, mode, rounding, name) \
-  ROW(function, kRounding, plain<rounding>, NoRoutine, src, dst, len, number<mode>, number<4>).with(name)
+  ROW(function, kRounding, plain<rounding>, kSrc, kDst, kLen, kNumber<mode>, kNumber<4>).with(name)
 #define IN_EACH_MODE(function, plain)                             \
   IN_MODE(function, plain, ZIVK_RND_ZERO, TowardZero, "zero"),    \
       IN_MODE(function, plain, ZIVK_RND_NEAR, ToNearest, "near"), \
       IN_MODE(function, plain, ZIVK_RND_AWAY, AwayFromZero, "away")
 // For functions with a loop that does not multiply.
-#define AT_SCALE_ONE(function, plain)                                                                    \
-  ROW(function, kRounding, plain<ToNearest>, NoRoutine, src, dst, len, number<ZIVK_RND_NEAR>, number<1>) \
+#define AT_SCALE_ONE(function, plain)                                                              \
+  ROW(function, kRounding, plain<ToNearest>, kSrc, kDst, kLen, kNumber<ZIVK_RND_NEAR>, kNumber<1>) \
       .with("scale 1")
 // For integers, which grow in another loop than that in which they shrink.
-#define AT_SCALE_HALF(function, plain)                                                                      \
-  ROW(function, kRounding, plain<ToNearest>, NoRoutine, src, dst, len, number<ZIVK_RND_NEAR>, number<1, 2>) \
+#define AT_SCALE_HALF(function, plain)                                                                \
+  ROW(function, kRounding, plain<ToNearest>, kSrc, kDst, kLen, kNumber<ZIVK_RND_NEAR>, kNumber<1, 2>) \
       .with("scale 0.5")
 
 std::vector<Row> conversion_rows() {
-  using namespace role;
   return {
-      ROW(ZIVKS_Convert_8u32f, kWidening, ElementWise<Convert>, NoRoutine, src, dst, len),
-      ROW(ZIVKS_Convert_8s16s, kWidening, ElementWise<Convert>, NoRoutine, src, dst, len),
-      ROW(ZIVKS_Convert_8s32f, kWidening, ElementWise<Convert>, NoRoutine, src, dst, len),
-      ROW(ZIVKS_Convert_16u32f, kWidening, ElementWise<Convert>, NoRoutine, src, dst, len),
-      ROW(ZIVKS_Convert_16s32s, kWidening, ElementWise<Convert>, NoRoutine, src, dst, len),
-      ROW(ZIVKS_Convert_16s32f, kWidening, ElementWise<Convert>, NoRoutine, src, dst, len),
-      ROW(ZIVKS_Convert_32s32f, kWidening, ElementWise<Convert>, NoRoutine, src, dst, len),
-      ROW(ZIVKS_Convert_32s64f, kWidening, ElementWise<Convert>, NoRoutine, src, dst, len),
-      ROW(ZIVKS_Convert_32f64f, kWidening, ElementWise<Convert>, NoRoutine, src, dst, len),
-      ROW(ZIVKS_Convert_64s64f, kWidening, ElementWise<Convert>, NoRoutine, src, dst, len),
-      ROW(ZIVKS_Convert_64f32f, kWidening, ElementWise<Convert>, NoRoutine, src, dst, len),
+      ROW(ZIVKS_Convert_8u32f, kWidening, ElementWise<Convert>, kSrc, kDst, kLen),
+      ROW(ZIVKS_Convert_8s16s, kWidening, ElementWise<Convert>, kSrc, kDst, kLen),
+      ROW(ZIVKS_Convert_8s32f, kWidening, ElementWise<Convert>, kSrc, kDst, kLen),
+      ROW(ZIVKS_Convert_16u32f, kWidening, ElementWise<Convert>, kSrc, kDst, kLen),
+      ROW(ZIVKS_Convert_16s32s, kWidening, ElementWise<Convert>, kSrc, kDst, kLen),
+      ROW(ZIVKS_Convert_16s32f, kWidening, ElementWise<Convert>, kSrc, kDst, kLen),
+      ROW(ZIVKS_Convert_32s32f, kWidening, ElementWise<Convert>, kSrc, kDst, kLen),
+      ROW(ZIVKS_Convert_32s64f, kWidening, ElementWise<Convert>, kSrc, kDst, kLen),
+      ROW(ZIVKS_Convert_32f64f, kWidening, ElementWise<Convert>, kSrc, kDst, kLen),
+      ROW(ZIVKS_Convert_64s64f, kWidening, ElementWise<Convert>, kSrc, kDst, kLen),
+      ROW(ZIVKS_Convert_64f32f, kWidening, ElementWise<Convert>, kSrc, kDst, kLen),
 
-      ROW(ZIVKS_Convert_16s32f_S, kWidening, ConvertScaled, NoRoutine, src, dst, len, number<4>),
-      ROW(ZIVKS_Convert_16s64f_S, kWidening, ConvertScaled, NoRoutine, src, dst, len, number<4>),
-      ROW(ZIVKS_Convert_32s32f_S, kWidening, ConvertScaled, NoRoutine, src, dst, len, number<4>),
-      ROW(ZIVKS_Convert_32s64f_S, kWidening, ConvertScaled, NoRoutine, src, dst, len, number<4>),
+      ROW(ZIVKS_Convert_16s32f_S, kWidening, ConvertScaled, kSrc, kDst, kLen, kNumber<4>),
+      ROW(ZIVKS_Convert_16s64f_S, kWidening, ConvertScaled, kSrc, kDst, kLen, kNumber<4>),
+      ROW(ZIVKS_Convert_32s32f_S, kWidening, ConvertScaled, kSrc, kDst, kLen, kNumber<4>),
+      ROW(ZIVKS_Convert_32s64f_S, kWidening, ConvertScaled, kSrc, kDst, kLen, kNumber<4>),
 
-      ROW(ZIVKS_Convert_8s8u, kRounding, ElementWise<Clamp>, NoRoutine, src, dst, len),
-      ROW(ZIVKS_Convert_32s16s, kRounding, ElementWise<Clamp>, NoRoutine, src, dst, len),
-      ROW(ZIVKS_Convert_32s16s_S, kRounding, RoundScaledInteger<ToNearest>, NoRoutine, src, dst, len,
-          number<8>),
-      ROW(ZIVKS_Convert_32s16s_S, kRounding, RoundScaledInteger<ToNearest>, NoRoutine, src, dst, len,
-          number<1>)
+      ROW(ZIVKS_Convert_8s8u, kPlain, ElementWise<Clamp>, kSrc, kDst, kLen),
+      ROW(ZIVKS_Convert_32s16s, kPlain, ElementWise<Clamp>, kSrc, kDst, kLen),
+      ROW(ZIVKS_Convert_32s16s_S, kRounding, RoundScaledInteger<ToNearest>, kSrc, kDst, kLen, kNumber<8>),
+      ROW(ZIVKS_Convert_32s16s_S, kRounding, RoundScaledInteger<ToNearest>, kSrc, kDst, kLen, kNumber<1>)
           .with("scale 1"),
       IN_EACH_MODE(ZIVKS_Convert_8u8s_S, RoundScaledInteger),
       AT_SCALE_ONE(ZIVKS_Convert_8u8s_S, RoundScaledInteger),
@@ -51,21 +48,19 @@ std::vector<Row> conversion_rows() {
       AT_SCALE_HALF(ZIVKS_Convert_16s8s_S, RoundScaledInteger),
       IN_EACH_MODE(ZIVKS_Convert_64s32s_S, RoundScaledInteger),
 
-      ROW(ZIVKS_Convert_24u32u, kPacked, Unpack<Unsigned>, NoRoutine, triples(src), dst, len),
-      ROW(ZIVKS_Convert_24u32f, kPacked, Unpack<Unsigned>, NoRoutine, triples(src), dst, len),
-      ROW(ZIVKS_Convert_24s32s, kPacked, Unpack<Signed>, NoRoutine, triples(src), dst, len),
-      ROW(ZIVKS_Convert_24s32f, kPacked, Unpack<Signed>, NoRoutine, triples(src), dst, len),
-      ROW(ZIVKS_Convert_32u24u_S, kPacked, Pack<Unsigned>, NoRoutine, src, triples(dst), len, number<8>),
-      ROW(ZIVKS_Convert_32u24u_S, kPacked, Pack<Unsigned>, NoRoutine, src, triples(dst), len, number<1>)
+      ROW(ZIVKS_Convert_24u32u, kPacked, Unpack<Unsigned>, kPackedSrc, kDst, kLen),
+      ROW(ZIVKS_Convert_24u32f, kPacked, Unpack<Unsigned>, kPackedSrc, kDst, kLen),
+      ROW(ZIVKS_Convert_24s32s, kPacked, Unpack<Signed>, kPackedSrc, kDst, kLen),
+      ROW(ZIVKS_Convert_24s32f, kPacked, Unpack<Signed>, kPackedSrc, kDst, kLen),
+      ROW(ZIVKS_Convert_32u24u_S, kPacked, Pack<Unsigned>, kSrc, kPackedDst, kLen, kNumber<8>),
+      ROW(ZIVKS_Convert_32u24u_S, kPacked, Pack<Unsigned>, kSrc, kPackedDst, kLen, kNumber<1>)
           .with("scale 1"),
-      ROW(ZIVKS_Convert_32s24s_S, kPacked, Pack<Signed>, NoRoutine, src, triples(dst), len, number<8>),
-      ROW(ZIVKS_Convert_32s24s_S, kPacked, Pack<Signed>, NoRoutine, src, triples(dst), len, number<1>)
-          .with("scale 1"),
-      ROW(ZIVKS_Convert_32s24s_S, kPacked, Pack<Signed>, NoRoutine, src, triples(dst), len, number<1, 2>)
+      ROW(ZIVKS_Convert_32s24s_S, kPacked, Pack<Signed>, kSrc, kPackedDst, kLen, kNumber<8>),
+      ROW(ZIVKS_Convert_32s24s_S, kPacked, Pack<Signed>, kSrc, kPackedDst, kLen, kNumber<1>).with("scale 1"),
+      ROW(ZIVKS_Convert_32s24s_S, kPacked, Pack<Signed>, kSrc, kPackedDst, kLen, kNumber<1, 2>)
           .with("scale 0.5"),
-      ROW(ZIVKS_Convert_32f24u_S, kPacked, Pack<Unsigned>, NoRoutine, src, triples(dst), len,
-          number<1, 4096>),
-      ROW(ZIVKS_Convert_32f24s_S, kPacked, Pack<Signed>, NoRoutine, src, triples(dst), len, number<1, 4096>),
+      ROW(ZIVKS_Convert_32f24u_S, kPacked, Pack<Unsigned>, kSrc, kPackedDst, kLen, kNumber<1, 4096>),
+      ROW(ZIVKS_Convert_32f24s_S, kPacked, Pack<Signed>, kSrc, kPackedDst, kLen, kNumber<1, 4096>),
 
       IN_EACH_MODE(ZIVKS_Convert_32f8u_S, RoundScaled),
       AT_SCALE_ONE(ZIVKS_Convert_32f8u_S, RoundScaled),

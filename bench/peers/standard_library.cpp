@@ -1,0 +1,109 @@
+#include <algorithm>
+#include <cstring>
+
+#include "bench/peers/peers.h"
+
+namespace bench {
+namespace {
+
+struct Memcpy {
+  template <class T>
+  void operator()(const T* src, T* dst, int32_t len) const {
+    std::memcpy(dst, src, static_cast<std::size_t>(len) * sizeof(T));
+  }
+};
+
+struct Memmove {
+  template <class T>
+  void operator()(const T* src, T* dst, int32_t len) const {
+    std::memmove(dst, src, static_cast<std::size_t>(len) * sizeof(T));
+  }
+};
+
+struct Memset {
+  void operator()(uint8_t val, uint8_t* dst, int32_t len) const {
+    std::memset(dst, val, static_cast<std::size_t>(len));
+  }
+  template <class T>
+  void operator()(T* dst, int32_t len) const {
+    std::memset(dst, 0, static_cast<std::size_t>(len) * sizeof(T));
+  }
+};
+
+struct ReverseCopy {
+  template <class T>
+  void operator()(const T* src, T* dst, int32_t len) const {
+    std::reverse_copy(src, src + len, dst);
+  }
+};
+
+struct ReverseInPlace {
+  template <class T>
+  void operator()(T* srcDst, int32_t len) const {
+    std::reverse(srcDst, srcDst + len);
+  }
+};
+
+struct MaxElement {
+  template <class T>
+  void operator()(const T* src, int32_t len, T* maximum) const {
+    *maximum = *std::max_element(src, src + len);
+  }
+  template <class T>
+  void operator()(const T* src, int32_t len, T* maximum, int32_t* index) const {
+    const T* const found = std::max_element(src, src + len);
+    *maximum = *found;
+    *index = static_cast<int32_t>(found - src);
+  }
+};
+
+struct MinmaxElement {
+  template <class T>
+  void operator()(const T* src, int32_t len, T* minimum, T* maximum) const {
+    const auto [low, high] = std::minmax_element(src, src + len);
+    *minimum = *low;
+    *maximum = *high;
+  }
+};
+
+struct LowerBoundEach {
+  void operator()(const uint16_t* src, uint16_t* dst, int32_t* indices, int32_t len, const uint16_t* table,
+                  int32_t table_len) const {
+    for (int32_t i = 0; i < len; ++i) {
+      const uint16_t* const above = std::lower_bound(table, table + table_len, src[i]);
+      indices[i] = nearer_neighbour(table, table_len, static_cast<int32_t>(above - table), src[i]);
+      dst[i] = table[indices[i]];
+    }
+  }
+};
+
+constexpr char kNoNanRule[] = "depends on where a NaN stands";
+
+}  // namespace
+
+std::vector<Row> standard_library_rows() {
+  return {
+      ROW(ZIVKS_Copy_8u, kPeer, Memcpy, kSrc, kDst, kLen).with("memcpy"),
+      ROW(ZIVKS_Copy_32f, kPeer, Memcpy, kSrc, kDst, kLen).with("memcpy"),
+      ROW(ZIVKS_Copy_64fc, kPeer, Memcpy, kSrc, kDst, kLen).with("memcpy"),
+      ROW(ZIVKS_Move_8u, kPeer, Memmove, kSrc, kDst, kLen).with("memmove"),
+      ROW(ZIVKS_Move_64f, kPeer, Memmove, kSrc, kDst, kLen).with("memmove"),
+      ROW(ZIVKS_Set_8u, kPeer, Memset, kVal, kDst, kLen).with("memset"),
+      ROW(ZIVKS_Zero_8u, kPeer, Memset, kDst, kLen).with("memset"),
+      ROW(ZIVKS_Zero_64fc, kPeer, Memset, kDst, kLen).with("memset"),
+      ROW(ZIVKS_Flip_8u, kPeer, ReverseCopy, kSrc, kDst, kLen).with("std::reverse_copy"),
+      ROW(ZIVKS_Flip_32f, kPeer, ReverseCopy, kSrc, kDst, kLen).with("std::reverse_copy"),
+      ROW(ZIVKS_Flip_64f, kPeer, ReverseCopy, kSrc, kDst, kLen).with("std::reverse_copy"),
+      ROW(ZIVKS_Flip_16u_I, kPeer, ReverseInPlace, kSrcDst, kLen).with("std::reverse"),
+      ROW(ZIVKS_Flip_32f_I, kPeer, ReverseInPlace, kSrcDst, kLen).with("std::reverse"),
+      ROW(ZIVKS_Max_16s, kPeer, MaxElement, kSrc, kLen, kResult).with("std::max_element"),
+      ROW(ZIVKS_Max_32f, kPeer, MaxElement, kSrc, kLen, kResult).with("std::max_element").but(kNoNanRule),
+      ROW(ZIVKS_MaxIndx_32s, kPeer, MaxElement, kSrc, kLen, kResult, kIndx).with("std::max_element"),
+      ROW(ZIVKS_MinMax_16s, kPeer, MinmaxElement, kSrc, kLen, kMin, kMax).with("std::minmax_element"),
+      ROW(ZIVKS_FindNearest_16u, kPeer, LowerBoundEach, kSrc, kDst, kDstIndx, kLen, kTable<1024>,
+          kNumber<1024>)
+          .with("std::lower_bound"),
+  };
+}
+
+}  // namespace bench
