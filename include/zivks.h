@@ -21,13 +21,15 @@
  * |--------------------------------|----------------------------------------------------------|
  * | `8u`, `16u`, `32u`, `64u`      | `uint8_t`, `uint16_t`, `uint32_t`, `uint64_t`            |
  * | `8s`, `16s`, `32s`, `64s`      | `int8_t`, `int16_t`, `int32_t`, `int64_t`                |
+ * | `24u`, `24s`                   | three bytes, lowest byte first, in an array of `uint8_t` |
  * | `32f`, `64f`                   | `float`, `double`                                        |
  * | `8sc`, `16sc`, `32sc`, `64sc`  | #ZIVK8sc, #ZIVK16sc, #ZIVK32sc, #ZIVK64sc                |
  * | `32fc`, `64fc`                 | #ZIVK32fc, #ZIVK64fc                                     |
  *
  * Arguments come in this order: source arrays, `val`, destination, `len`, results that are single values,
- * then the parameters of the family, `scale` last. An array that is both read and written is `srcDst`. `len`
- * counts elements; a complex number is one element.
+ * then the parameters of the family, `scale` last. Only `ZIVKS_FindNearest_*` has its table, a source, behind
+ * the results. An array that is both read and written is `srcDst`. `len` counts elements; a complex number is
+ * one element.
  *
  * @section checks Checks and statuses
  *
@@ -52,8 +54,8 @@
  * @section scale Scale
  *
  * `scale` is a divisor, of which only a power of two takes effect: results are multiplied by M = 2^e, where e
- * is the base-2 logarithm of 1 / `scale`, truncated toward zero. So M is the power of two that follows 1 /
- * `scale` in the direction of 1.
+ * is the base-2 logarithm of 1 / `scale`, truncated toward zero. So M is 1 / `scale` where that is a power of
+ * two, and elsewhere the next power of two in the direction of 1.
  *
  * | `scale` | 8   | 7, 5, 4 | 3, 2 | between 0.5 and 2 | 0.5, 0.3 | 0.25, 0.2 | 0.125 |
  * |---------|-----|---------|------|-------------------|----------|-----------|-------|

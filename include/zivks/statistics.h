@@ -23,7 +23,7 @@ extern "C" {
  *
  * - A block is 8 elements of `float` and 4 of `double`.
  * - Blocks propagate NaN, as the canonical quiet NaN, and order -0 below +0. In an array shorter than a
- *   block a NaN that is passed on keeps its bits.
+ *   block a NaN that is passed on keeps its bits, but for its sign in MaxAbs.
  * - The tail compares: a NaN never replaces the running value, nothing replaces a running NaN, and the two
  *   zeros are equal, so that the earlier one stays.
  *

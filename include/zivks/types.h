@@ -39,12 +39,12 @@ enum {
   ZIVK_STS_ZC_TYPE_ERR = 18,        /**< zero-crossing kind out of range */
   ZIVK_STS_SHIFT_ERR = 19,          /**< negative shift count */
   ZIVK_STS_SCALE_ERR = 20,          /**< scale is not positive and finite */
-  ZIVK_STS_ROUND_RANGE_ERR = 200,   /**< rounding mode above 2, reported by conversions to unsigned types */
+  ZIVK_STS_ROUND_RANGE_ERR = 200,   /**< rounding mode not 0, 1 or 2, in conversions to unsigned types */
   ZIVK_STS_BUFFER_SIZE_ERR = 202,   /**< the size of a working buffer would overflow */
   ZIVK_STS_EVEN_MASK_WARN = 307,    /**< warning: an even median mask was reduced by one; the work was done */
   ZIVK_STS_SAMPLE_FACTOR_ERR = 400, /**< sampling factor below 1 */
   ZIVK_STS_SAMPLE_PHASE_ERR = 401,  /**< sampling phase out of range */
-  ZIVK_STS_ROUND_MODE_ERR = 402,    /**< rounding mode above 2, reported by conversions to signed types */
+  ZIVK_STS_ROUND_MODE_ERR = 402,    /**< rounding mode not 0, 1 or 2, in conversions to signed types */
   ZIVK_STS_DATA_TYPE_ERR = 405,     /**< the ZIVKDataType value is not supported by this call */
   ZIVK_STS_TOPK_STRIDE_ERR = 600    /**< TopK source stride below 1 */
 };
