@@ -156,28 +156,50 @@ struct PackedArray {
 
   template <size_t N>
   ZIVKS_INLINE Lanes<Widened, N> load(size_t i) const {
-    return load_registers<N>(bytes + 3 * i, std::make_index_sequence<Lanes<Widened, N>::kParts>());
+    return load_registers<N>(bytes + 3 * i, kRegistersOf<N>);
   }
   template <size_t N>
   ZIVKS_INLINE void store(size_t i, Lanes<Widened, N> value) const {
-    store_registers(bytes + 3 * i, lift<uint32_t>([](auto x) { return U32(x); }, value),
-                    std::make_index_sequence<N / kTriples>());
+    store_pieces(bytes + 3 * i, lift<uint32_t>([](auto x) { return U32(x); }, value).part,
+                 std::make_index_sequence<N / kTriples>());
   }
 
-  // Pieces of odd sizes are put together in memory.
   template <size_t N, size_t end>
   ZIVKS_INLINE Lanes<Widened, N> load_ends(size_t len) const {
-    uint8_t both[3 * N] = {};
-    std::memcpy(both, bytes, 3 * end);
-    std::memcpy(both + 3 * end, bytes + 3 * (len - end), 3 * end);
-    return PackedArray<const uint8_t, Widened>{both}.template load<N>(0);
+    const uint8_t* const last = bytes + 3 * (len - end);
+    Lanes<Widened, N> value = {};
+    if constexpr (fills_register(end)) {
+      const auto words = join_triples<end>(load_few_triples<end>(bytes), load_few_triples<end>(last));
+      value.part[0] = widen_triple_words<Widened>(words);
+    } else if constexpr (end % kTriples == 0) {
+      set_registers<0>(value, load_registers<end>(bytes, kRegistersOf<end>), kRegistersOf<end>);
+      set_registers<kParts<end>>(value, load_registers<end>(last, kRegistersOf<end>), kRegistersOf<end>);
+    } else {  // put together in memory
+      uint8_t both[3 * N] = {};
+      std::memcpy(both, bytes, 3 * end);
+      std::memcpy(both + 3 * end, last, 3 * end);
+      value = load_registers<N>(both, kRegistersOf<N>);
+    }
+    return value;
   }
   template <size_t N, size_t end>
   ZIVKS_INLINE void store_ends(size_t len, Lanes<Widened, N> value) const {
-    uint8_t both[3 * N];
-    PackedArray<uint8_t, Widened>{both}.template store<N>(0, value);
-    std::memcpy(bytes, both, 3 * end);
-    std::memcpy(bytes + 3 * (len - end), both + 3 * end, 3 * end);
+    uint8_t* const last = bytes + 3 * (len - end);
+    const auto elements = lift<uint32_t>([](auto x) { return U32(x); }, value);
+    if constexpr (fills_register(end)) {
+      const TripleWords words = narrow_triples_to_words(elements.part[0]);
+      store_few_triples<end>(bytes, words);
+      store_few_triples<end>(last, upper_triples<end>(words));
+    } else if constexpr (end % kTriples == 0) {
+      constexpr auto kPieces = std::make_index_sequence<end / kTriples>();
+      store_pieces(bytes, elements.part, kPieces);
+      store_pieces(last, elements.part + kParts<end>, kPieces);
+    } else {
+      uint8_t both[3 * N];
+      store_pieces(both, elements.part, std::make_index_sequence<N / kTriples>());
+      std::memcpy(bytes, both, 3 * end);
+      std::memcpy(last, both + 3 * end, 3 * end);
+    }
   }
 
   template <size_t>
@@ -189,15 +211,29 @@ struct PackedArray {
   ZIVKS_INLINE PackedArray from(size_t i) const { return {bytes + 3 * i}; }
 
  private:
+  template <size_t N>
+  static constexpr size_t kParts = Lanes<Widened, N>::kParts;
+  template <size_t N>
+  static constexpr auto kRegistersOf = std::make_index_sequence<kParts<N>>();
+
+  // Whether both ends have room in one register, and in words on the way there.
+  static constexpr bool fills_register(size_t end) { return 2 * end <= kRegisterElements<Widened>; }
+
   template <size_t N, size_t... K>
   ZIVKS_INLINE static Lanes<Widened, N> load_registers(const uint8_t* from, std::index_sequence<K...>) {
     static_assert(N % kTriples == 0);
     return {{load_widened_triples<Widened, K>(from)...}};
   }
-  template <size_t N, size_t... I>
-  ZIVKS_INLINE static void store_registers(uint8_t* to, Lanes<uint32_t, N> value, std::index_sequence<I...>) {
+  template <size_t first, size_t N, size_t part, size_t... K>
+  ZIVKS_INLINE static void set_registers(Lanes<Widened, N>& value, Lanes<Widened, part> from,
+                                         std::index_sequence<K...>) {
+    ((value.part[first + K] = from.part[K]), ...);
+  }
+  // kTriples elements at a time.
+  template <size_t... I>
+  ZIVKS_INLINE static void store_pieces(uint8_t* to, const U32* elements, std::index_sequence<I...>) {
     constexpr size_t kRegisters = kTriples / kRegisterElements<uint32_t>;
-    (store_narrowed_triples(to + I * 3 * kTriples, value.part + I * kRegisters), ...);
+    (store_narrowed_triples(to + I * 3 * kTriples, elements + I * kRegisters), ...);
   }
 };
 

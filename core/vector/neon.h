@@ -460,6 +460,20 @@ ZIVKS_INLINE Register<To> load_widened_triples(const uint8_t* from) {
   return load_widened_triples<To, K>(from, std::make_index_sequence<kRegisterBytes>());
 }
 
+template <class To, size_t... B>
+ZIVKS_INLINE Register<To> widen_triple_words(U64 words, std::index_sequence<B...>) {
+  return extend_triples<To>(shuffle_bytes(U8(words), U8{byte_of_triple<To>(B % 4, 3 * (B / 4))...}));
+}
+template <class To>
+ZIVKS_INLINE Register<To> widen_triple_words(TripleWords words) {
+  return widen_triple_words<To>(U64{words.first, words.second}, std::make_index_sequence<kRegisterBytes>());
+}
+ZIVKS_INLINE TripleWords narrow_triples_to_words(U32 elements) {
+  constexpr uint8_t z = 255;
+  const U64 words = U64(shuffle_bytes(U8(elements), U8{0, 1, 2, 4, 5, 6, 8, 9, 10, 12, 13, 14, z, z, z, z}));
+  return {words[0], words[1], 0};
+}
+
 template <size_t K, size_t... B>
 ZIVKS_INLINE U8 narrow_triples(const U32* elements, std::index_sequence<B...>) {
   const auto source = [](size_t byte) { return static_cast<uint8_t>(byte / 3 * 4 + byte % 3 - 16 * K); };

@@ -62,6 +62,9 @@
 //   load_widened_triples<To, K>           elements of three bytes, lowest byte first: K-th register of them
 //                                         as 32-bit integers; it needs the kTriples elements that it is one of
 //   store_narrowed_triples                the lower three bytes of kTriples 32-bit integers
+//   widen_triple_words<To>(words)         elements of three bytes that fill a register of 32-bit integers, or
+//                                         fewer, from words of which they are the bytes
+//   narrow_triples_to_words               and back
 //   shuffle_bytes(bytes, index)           in each 16 bytes: byte index[i] of the same 16, 0 from index 128 up
 //   load_bottom_half, load_halves, store_halves, repeat_bottom_half
 //                                         half a register, from, to and between memory
@@ -215,6 +218,11 @@ inline constexpr To kMostTriple = std::is_signed_v<To> ? 0x7FFFFF : 0xFFFFFF;
 template <class To>
 inline constexpr To kLeastTriple = static_cast<To>(std::is_signed_v<To> ? -0x800000 : 0);
 
+// Up to eight elements of three bytes, one behind the other.
+struct TripleWords {
+  uint64_t first, second, third;
+};
+
 template <class To>
 ZIVKS_INLINE Register<To> extend_triples(U8 widened) {
   if constexpr (std::is_signed_v<To>) return Register<To>(widened) >> 8;
@@ -274,6 +282,47 @@ ZIVKS_INLINE U64 repeat_bottom(U64 a) {
   } else {
     using Piece = UnsignedOf<bytes>;
     return U64(broadcast<Piece>(Register<Piece>(a)[0]));
+  }
+}
+
+// One, two or four elements of three bytes.
+template <size_t count>
+ZIVKS_INLINE TripleWords load_few_triples(const uint8_t* from) {
+  if constexpr (count == 1) return {uint64_t{read<uint16_t>(from)} | uint64_t{from[2]} << 16, 0, 0};
+  if constexpr (count == 2) return {read<uint32_t>(from) | uint64_t{read<uint16_t>(from + 4)} << 32, 0, 0};
+  if constexpr (count == 4) return {read<uint64_t>(from), read<uint32_t>(from + 8), 0};
+}
+template <size_t count>
+ZIVKS_INLINE void store_few_triples(uint8_t* to, TripleWords words) {
+  if constexpr (count == 4) {
+    write(to, words.first);
+    write(to + 8, static_cast<uint32_t>(words.second));
+  } else if constexpr (count == 2) {
+    write(to, static_cast<uint32_t>(words.first));
+    write(to + 4, static_cast<uint16_t>(words.first >> 32));
+  } else {
+    write(to, static_cast<uint16_t>(words.first));
+    to[2] = static_cast<uint8_t>(words.first >> 16);
+  }
+}
+
+// `low` followed by `high`, `count` elements each, and apart again.
+template <size_t count>
+ZIVKS_INLINE TripleWords join_triples(TripleWords low, TripleWords high) {
+  constexpr int kBits = 24 * count % 64;
+  if constexpr (count == 4) {
+    return {low.first, low.second | high.first << kBits, high.first >> kBits | high.second << kBits};
+  } else {
+    return {low.first | high.first << kBits, high.first >> (64 - kBits), 0};
+  }
+}
+template <size_t count>
+ZIVKS_INLINE TripleWords upper_triples(TripleWords words) {
+  constexpr int kBits = 24 * count % 64;
+  if constexpr (count == 4) {
+    return {words.second >> kBits | words.third << kBits, words.third >> kBits, 0};
+  } else {
+    return {words.first >> kBits | words.second << (64 - kBits), 0, 0};
   }
 }
 

@@ -671,11 +671,23 @@ ZIVKS_INLINE Register<To> load_widened_triples(const uint8_t* from) {
   const uint8_t* const first = from + 3 * kTriples * K;
   return widen_triples<To>(U8(load_halves(first, first + 8)), std::make_index_sequence<kRegisterBytes>());
 }
+template <class To>
+ZIVKS_INLINE Register<To> widen_triple_words(TripleWords words) {
+  return widen_triples<To>(U8(U64{words.first, words.second, words.second, words.third}),
+                           std::make_index_sequence<kRegisterBytes>());
+}
+// Each half has its four elements at the bottom then.
+ZIVKS_INLINE M narrow_triples(U32 elements) {
+  const __m128i index = _mm_setr_epi8(0, 1, 2, 4, 5, 6, 8, 9, 10, 12, 13, 14, -1, -1, -1, -1);
+  return _mm256_shuffle_epi8(M(elements), _mm256_broadcastsi128_si256(index));
+}
+ZIVKS_INLINE TripleWords narrow_triples_to_words(U32 elements) {
+  const U64 halves = U64(narrow_triples(elements));
+  return {halves[0], halves[1] | halves[2] << 32, halves[2] >> 32 | halves[3] << 32};
+}
 // The two halves share eight bytes.
 ZIVKS_INLINE void store_narrowed_triples(uint8_t* to, const U32* elements) {
-  const M index =
-      _mm256_broadcastsi128_si256(_mm_setr_epi8(0, 1, 2, 4, 5, 6, 8, 9, 10, 12, 13, 14, -1, -1, -1, -1));
-  const M narrowed = _mm256_shuffle_epi8(M(elements[0]), index);
+  const M narrowed = narrow_triples(elements[0]);
   store_halves(to, to + 8,
                U64(_mm256_permutevar8x32_epi32(narrowed, _mm256_setr_epi32(0, 1, 2, 4, 2, 4, 5, 6))));
 }
