@@ -54,7 +54,7 @@ void expect_agreement_on_combinations(const Function& function, size_t variant, 
     }
     for (size_t start = 0; start < total; start += step) {
       Operands part{static_cast<int32_t>(std::min(step, total - start)), {}, all.slots};
-      if (part.length < function.least_length) continue;
+      if (part.length < function.least_length()) continue;
       for (size_t i = 0; i < all.arrays.size(); ++i) {
         const Argument& argument = function.arguments[i];
         if (argument.role == Role::kLength) part.slots[i] = Slot::of(part.length);
