@@ -94,6 +94,21 @@ const std::vector<T>& special_values() {
   return values;
 }
 
+// Of floats: the special values, and the numbers around powers of two where rounding to an integer is decided.
+template <class T>
+std::vector<T> values_around_ties() {
+  std::vector<T> values = special_values<T>();
+  for (int digits : {0, 1, 2, 7, 8, 15, 16, 23, 24, 31, 32, 52, 53, 62, 63, 64}) {
+    for (double offset : {-1.5, -1.0, -0.75, -0.5, -0.25, 0.0, 0.25, 0.5, 0.75, 1.0, 1.5}) {
+      const T value = static_cast<T>(std::ldexp(1.0, digits) + offset);
+      for (T near : {value, std::nextafter(value, T{0}), std::nextafter(value, 2 * value)}) {
+        values.insert(values.end(), {near, -near});
+      }
+    }
+  }
+  return values;
+}
+
 template <class T>
 size_t count_finite(const std::vector<T>& values) {
   size_t count = 0;

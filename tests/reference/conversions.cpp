@@ -55,14 +55,6 @@ Rounding rounding_of(int32_t mode) {
   return mode == ZIVK_RND_NEAR ? Rounding::kTiesToEven : Rounding::kTiesAway;
 }
 
-// NaN counts as nothing.
-Exact rounded_to_integer(double value, Rounding rounding) {
-  if (std::isnan(value)) return 0;
-  int exponent;
-  const double fraction = std::frexp(std::clamp(value, -0x1p64, 0x1p64), &exponent);
-  return scaled_by_power_of_two(static_cast<int64_t>(std::ldexp(fraction, 53)), exponent - 53, rounding);
-}
-
 template <class T>
 T float_to_integer(float value, int32_t mode, double scale) {
   return saturated<T>(rounded_to_integer(double{product(value, scale)}, rounding_of(mode)));

@@ -3,6 +3,8 @@
 #define ZIVKS_TESTS_REFERENCE_EXACT_H
 
 #include <algorithm>
+#include <cmath>
+#include <cstdint>
 #include <limits>
 #include <stdexcept>
 
@@ -55,10 +57,18 @@ inline Exact rounded_to_digits(Exact value, int digits) {
   return times_power_of_two(divided_by_power_of_two(value, excess, Rounding::kTiesToEven), excess);
 }
 
-// As a shift by registers takes its count: the lowest byte of it, and to the right where that is negative.
+// A shift of registers, which takes the lowest byte of its count and shifts to the right where that is negative.
 inline Exact shifted_by_low_byte(Exact value, int count, Rounding rounding) {
   const int byte = count % 256;
   return scaled_by_power_of_two(value, byte < 128 ? byte : byte - 256, rounding);
+}
+
+// NaN counts as 0; beyond 64 bits the value is clamped.
+inline Exact rounded_to_integer(double value, Rounding rounding) {
+  if (std::isnan(value)) return 0;
+  int exponent;
+  const double fraction = std::frexp(std::clamp(value, -0x1p64, 0x1p64), &exponent);
+  return scaled_by_power_of_two(static_cast<int64_t>(std::ldexp(fraction, 53)), exponent - 53, rounding);
 }
 
 }  // namespace zivks_test
