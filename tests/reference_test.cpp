@@ -73,7 +73,8 @@ void AllCombinations::expect_agreement(size_t variant, std::optional<double> sca
   }
 }
 
-// Where a scaled sum takes another path, a shift count reaches a width, or only its low eight bits count.
+// At these scales a scaled sum takes another path, a shift count reaches the width of a type, or only the
+// count's low eight bits take effect.
 std::vector<std::optional<double>> threshold_scales() {
   std::vector<std::optional<double>> scales = {0.75, 1.5};
   for (int exponent :

@@ -31,8 +31,8 @@ class ScaledIntegers : public AgainstReference {
   void aim_at_ties(Operands& operands, int shift, Random& random) const;
 };
 
-// Changes the first operand so that the integer to be scaled ends in one half of 2^shift, or in one beside it:
-// the operand itself, its sum with the second one, or a difference of the two, by chance.
+// Changes the first operand so that the integer to be scaled is a tie of 2^shift or next to one. That integer
+// is the operand itself or, by chance, its sum with the second one or a difference of the two.
 void ScaledIntegers::aim_at_ties(Operands& operands, int shift, Random& random) const {
   const std::vector<size_t> inputs = inputs_of(function());
   const Argument& second = function().arguments[inputs[1]];

@@ -137,8 +137,7 @@ std::vector<const Function*> extreme_positions() {
 
 using LongSearch = AgainstReference;
 
-// Arrays of much the same value with a few others strewn in, NaN among them: ties and hidden blocks near and
-// far.
+// Arrays of one value with a few others among them, also NaN: ties and hidden blocks, near and far.
 TEST_P(LongSearch, FindsTheFirstOfTheExtremesThatAreNotHidden) {
   const ElementType& element = *function().arguments[0].element;
   const size_t count = element.count_decisive(false);
@@ -235,7 +234,7 @@ TEST(ZeroCrossing, TailStopsCountingAboveTwoToThe24) {
   expect_many_crossings<int16_t>(ZIVKS_ZeroCrossing_16s32f);
 }
 
-// A negative length is no fault that any other check could come after.
+// A negative length is no fault, so other faults are found.
 TEST(ZeroCrossing, NegativeLengthIsNoFault) {
   const float samples[] = {1, -1};
   float crossings = 5;
@@ -246,8 +245,7 @@ TEST(ZeroCrossing, NegativeLengthIsNoFault) {
 
 #ifdef __x86_64__  // so many samples take too long under emulation
 
-// So many that `len` is negative; its magnitude is a good deal less. Each lane counts more than 2^24
-// crossings, which float32 rounds.
+// So many samples that `len` is negative. Each lane counts more than 2^24 crossings, which float32 rounds.
 template <class T>
 void expect_unsigned_length(ZIVKStatus (*count)(const T*, int32_t, float*, int32_t), int32_t kind) {
   constexpr size_t kSamples = (size_t{1} << 31) + (size_t{1} << 26) + 6, kChunk = RepeatedSamples<T>::kChunk;
@@ -280,7 +278,7 @@ TEST(ZeroCrossing, NegativeLengthCountsAsUnsigned) {
   expect_unsigned_length(ZIVKS_ZeroCrossing_32f, 1);
 }
 
-// Lanes of kind 2 add in float32 and lose what is below its precision.
+// Lanes of kind 2 add in float32, and large sums are rounded.
 template <class T>
 void expect_lanes_in_float32(ZIVKStatus (*count)(const T*, int32_t, float*, int32_t), size_t length) {
   const RepeatedSamples<T> repeated(length);

@@ -1,6 +1,6 @@
 // Every operation of the vector layer, for every type that has it, against a scalar model.
 //
-// The models are lambdas over single elements. Operands are special values and noise; each pair of values meets,
+// The models are lambdas over single elements. Operands are special values and noise; each pair of them meets
 // in every lane.
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-// What is measured in a channel.
+// Measures of a channel.
 #ifndef ZIVKS_EXAMPLES_RECORDING_MEASURES_H
 #define ZIVKS_EXAMPLES_RECORDING_MEASURES_H
 

@@ -121,7 +121,7 @@ std::filesystem::path draw(const Recording& recording, const std::vector<Channel
     write_measures(channels[i].frames, data_file(i, "measures"));
   }
 
-  // The same for all channels, so that they can be compared, and never empty.
+  // All channels have the same axes, so that they can be compared. The axes of silence are not empty.
   double highest_peak = 0.01, highest_rate = 10;
   for (std::size_t i = 0; i < drawn; ++i) {
     for (const Measures& frame : channels[i].frames) {

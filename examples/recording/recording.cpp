@@ -113,7 +113,7 @@ Samples find_samples(const fs::path& name, std::FILE* file) {
   throw failure(name, "the file is truncated: it ends before its samples");
 }
 
-// For other than two channels; two are one complex array to the library.
+// For any number of channels but two: two are one complex array to the library.
 void split(const float* interleaved, std::vector<Array<float>>& channels, int32_t length) {
   for (int32_t i = 0; i < length; ++i) {
     for (auto& channel : channels) channel[static_cast<std::size_t>(i)] = *interleaved++;
@@ -142,7 +142,7 @@ Array<float> read_16_bits(std::FILE* file, const Samples& place, int32_t total) 
 constexpr double kFullScaleOf24Bits = 8388608;
 
 Array<float> read_24_bits(std::FILE* file, const Samples& place, int32_t total) {
-  // To convert signed samples takes three of them at least.
+  // The conversion of signed samples takes at least three.
   const int32_t padding = std::max(3 - total, 0), padded = total + padding;
   auto bytes = own(ZIVKS_Malloc_8u(3 * padded));
   if (!read_at(file, place.offset, bytes.get(), 3 * static_cast<std::size_t>(total))) return {};

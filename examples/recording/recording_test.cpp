@@ -1,4 +1,4 @@
-// Runs the program as a user does: on sound files whose measures are known, and on what is no such file.
+// Runs the program as a user does: on sound files whose measures are known, and on files that it must refuse.
 #include <gtest/gtest.h>
 #include <sndfile.h>
 #include <sys/wait.h>

@@ -1,5 +1,5 @@
-// Every fault of the arguments, alone and in pairs: the status, the order of the checks, and untouched
-// outputs.
+// Every fault of the arguments, alone and in pairs. The first check decides the status, and outputs stay as
+// they were.
 #include <algorithm>
 #include <cmath>
 #include <limits>

@@ -29,11 +29,11 @@ size_t count_variants(const Function& function, bool with_scale = true);
 Operands random_operands(const Function& function, int32_t length, size_t variant, Flavour flavour);
 Operands random_operands(const Function& function, int32_t length, size_t variant);  // flavours in turn
 
-// Lengths that meet every shape of blocks and tail, also in registers wider than a block.
+// Lengths with every combination of blocks and tail, also if registers are wider than a block.
 std::vector<int32_t> shape_lengths(const Function& function);
 
-// Where arrays lie: far from everything and aligned to cache lines, directly before or behind a page that
-// must not be touched, or as badly aligned as the function allows.
+// The places of arrays: aligned and far from other pages, directly before or behind a page whose access ends
+// the program, or as badly aligned as the function allows.
 enum class Placement { kRoomy, kBeforeGuard, kBehindGuard, kMisaligned };
 
 // Memory between two inaccessible pages.
@@ -74,13 +74,11 @@ class Call {
   std::vector<bool> is_shared_;
 };
 
-// Empty if the contents are the same (where `results` allows it, any NaN equals any NaN), else where they
-// differ.
+// Describes the first difference; empty if there is none. If `results` allows it, any NaN equals any NaN.
 std::string difference(const ElementType& element, Results results, const Bytes& expected,
                        const Bytes& actual);
 
-// Calls, expects success and no stray write, and compares what was written with `expected`, argument by
-// argument.
+// Calls and describes the first fault: no success, a stray write, or a result that differs from `expected`.
 std::string difference_of_call(const Function& function, Call& call, const std::vector<Bytes>& expected);
 
 }  // namespace zivks_test

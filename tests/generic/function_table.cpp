@@ -91,7 +91,7 @@ constexpr Parameter describe_parameter() {
   return parameter;
 }
 
-// What the declaration says of an argument and what its name says must be one.
+// Whether the type in the declaration fits the role that the name gives.
 bool matches(const Argument& argument, const Parameter& parameter) {
   if (argument.is_pointer()) {
     return parameter.is_pointer && argument.element != nullptr &&
@@ -195,7 +195,7 @@ Function describe(const Row& row) {
 }  // namespace
 
 const Function* Function::out_of_place_twin() const {
-  // At some lengths these two do not reverse the array.
+  // These two do not reverse arrays of every length.
   if (name == "ZIVKS_Flip_8u_I" || name == "ZIVKS_Flip_16u_I") return nullptr;
   const size_t mode = name.rfind('_') + 1;
   if (name.compare(mode, std::string::npos, "I") == 0) return find_function(name.substr(0, mode - 1));

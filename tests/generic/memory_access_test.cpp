@@ -1,5 +1,4 @@
-// Nothing outside the arrays is read or written, wherever they lie, and the result never depends on where
-// that is.
+// Nothing outside the arrays is read or written, and results do not depend on where the arrays lie.
 #include <unistd.h>
 
 #include <csignal>
@@ -10,7 +9,7 @@
 namespace zivks_test {
 namespace {
 
-// A stray access ends the program; this is what it was doing then.
+// Reported when a stray access ends the program.
 struct {
   const char* function;
   int length, placement;

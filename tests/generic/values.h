@@ -49,7 +49,7 @@ struct ElementParts<T, std::void_t<decltype(T::re)>> {
 template <class T>
 using PartOf = typename ElementParts<T>::Part;
 
-// Limits, their neighbours and whatever arithmetic treats in a way of its own; finite values come first.
+// Limits and their neighbours, and values that arithmetic treats specially. Finite values come first.
 template <class T>
 const std::vector<T>& special_values() {
   using Limits = std::numeric_limits<T>;
@@ -94,7 +94,7 @@ const std::vector<T>& special_values() {
   return values;
 }
 
-// Of floats: the special values, and the numbers around powers of two where rounding to an integer is decided.
+// The special values of a float type, and numbers around ties and bounds of the rounding to integers.
 template <class T>
 std::vector<T> values_around_ties() {
   std::vector<T> values = special_values<T>();
@@ -147,7 +147,8 @@ class Random {
   uint64_t state_;
 };
 
-// How much of an array is special. Reductions need arrays without NaN, or they would return nothing else.
+// How many elements are special. A reduction of an array with NaN mostly returns NaN, so there are arrays
+// without.
 enum class Flavour { kFinite, kFewSpecial, kManySpecial };
 
 template <class T>
