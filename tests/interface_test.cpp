@@ -1,5 +1,5 @@
-// Values and layouts that programs are compiled against. They never change, so that they stand here a second
-// time; that this file compiles is the test.
+// Values and layouts that programs are compiled against. They must never change, so they stand here a second
+// time. The test passes if this file compiles.
 #include <zivks/types.h>
 
 #include <cstddef>

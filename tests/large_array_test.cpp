@@ -10,8 +10,7 @@
 namespace zivks_test {
 namespace {
 
-// Fills of this size may take another way than smaller ones, in which alignment and what does not fit whole
-// registers are dealt with apart.
+// Fills of this size may go past the caches, by a loop that treats misaligned ends separately.
 template <class T>
 void expect_fill(ZIVKStatus (*set)(T, T*, int32_t), T value) {
   constexpr size_t kBytes = size_t{26} << 20, kMargin = 64;

@@ -1,4 +1,4 @@
-// What moves and merges do beyond one element at a time: overlap, and parts left out.
+// Moves between overlapping arrays, and merges without one of the parts.
 #include "generic/every_function.h"
 
 namespace zivks_test {

@@ -9,7 +9,7 @@
 
 namespace zivks_test {
 
-// Samples without end: a chunk of memory mapped again and again.
+// A chunk of memory, mapped again and again behind itself.
 template <class T>
 class RepeatedSamples {
  public:

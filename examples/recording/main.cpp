@@ -5,6 +5,8 @@
 #include <cstring>
 #include <exception>
 #include <filesystem>
+#include <new>
+#include <stdexcept>
 #include <vector>
 
 #include "measures.h"
@@ -20,7 +22,7 @@ constexpr int kFramesPerSecond = 50;
 
 constexpr char kUsage[] =
     "usage: recording [--output FOLDER] [--copy COPY] [FILE]\n"
-    "Measures the WAV file FILE (default: %s)\n"
+    "Measures the WAV file FILE (default: %s; - reads standard input)\n"
     "and draws it into a picture in FOLDER (default: %s).\n"
     "Writes its samples to COPY, a WAV file of 24 bits, if that is given.\n";
 
@@ -39,7 +41,7 @@ bool parse(int argc, char** argv, Arguments& arguments) {
     } else if (std::strcmp(argv[i], "--copy") == 0) {
       if (++i == argc) return false;
       arguments.copy = argv[i];
-    } else if (argv[i][0] == '-' || has_file) {
+    } else if (has_file || (argv[i][0] == '-' && argv[i][1] != '\0')) {
       return false;
     } else {
       arguments.file = argv[i];
@@ -49,35 +51,44 @@ bool parse(int argc, char** argv, Arguments& arguments) {
   return true;
 }
 
+void run(const Arguments& arguments) {
+  prepare_folder(arguments.folder);
+  const Recording recording = read_recording(arguments.file);
+  if (!arguments.copy.empty()) write_24_bits(recording, arguments.copy);
+  const int32_t frame_length = std::max(recording.sample_rate / kFramesPerSecond, 1);
+  std::vector<Channel> channels;
+  for (const Array<float>& samples : recording.channels) {
+    channels.push_back(measure(samples.get(), recording.length, frame_length, recording.sample_rate));
+  }
+  print_table(recording, channels);
+  const auto picture = draw(recording, channels, arguments.folder);
+  std::printf("\nPicture: %s\n", std::filesystem::absolute(picture).lexically_normal().c_str());
+}
+
+// What was printed may have waited in a buffer until now.
+void finish_output() {
+  const bool failed_before = std::ferror(stdout) != 0;
+  if (std::fflush(stdout) != 0 || failed_before) throw std::runtime_error("cannot write to standard output");
+}
+
 }  // namespace
 
-int main(int argc, char** argv) {
+int main(int argc, char** argv) try {
   if (argc == 2 && std::strcmp(argv[1], "--help") == 0) {
     std::printf(kUsage, kDefaultFile, kDefaultFolder);
-    return EXIT_SUCCESS;
-  }
-  Arguments arguments;
-  if (!parse(argc, argv, arguments)) {
+  } else if (Arguments arguments; parse(argc, argv, arguments)) {
+    run(arguments);
+  } else {
     std::fprintf(stderr, kUsage, kDefaultFile, kDefaultFolder);
     return EXIT_FAILURE;
   }
-  try {
-    const Recording recording = read_recording(arguments.file);
-    if (!arguments.copy.empty()) write_24_bits(recording, arguments.copy);
-    const int32_t frame_length = std::max(recording.sample_rate / kFramesPerSecond, 1);
-    std::vector<Channel> channels;
-    for (const Array<float>& samples : recording.channels) {
-      const double offset = remove_offset(samples.get(), recording.length);
-      channels.push_back(
-          {offset, measure(samples.get(), recording.length, frame_length, recording.sample_rate)});
-    }
-    print_table(recording, channels);
-    const auto picture = draw(recording, channels, arguments.folder);
-    std::printf("\nPicture: %s\n", std::filesystem::absolute(picture).lexically_normal().c_str());
-    return EXIT_SUCCESS;
-  } catch (const std::exception& error) {
-    std::fflush(stdout);
-    std::fprintf(stderr, "recording: %s\n", error.what());
-    return EXIT_FAILURE;
-  }
+  finish_output();
+  return EXIT_SUCCESS;
+} catch (const std::bad_alloc&) {
+  std::fprintf(stderr, "recording: not enough memory for this recording\n");
+  return EXIT_FAILURE;
+} catch (const std::exception& error) {
+  std::fflush(stdout);
+  std::fprintf(stderr, "recording: %s\n", error.what());
+  return EXIT_FAILURE;
 }

@@ -11,34 +11,36 @@
 double Measures::level_db() const { return 10 * std::log10(power); }
 double Measures::peak_db() const { return 20 * std::log10(peak); }
 
-double remove_offset(float* samples, int32_t length) {
+Channel measure(const float* samples, int32_t length, int32_t frame_length, int sample_rate) {
+  constexpr int32_t kHalfForContact = 2;
   double sum = 0;
   for (int32_t i = 0; i < length; ++i) sum += double{samples[i]};
-  const double mean = sum / length;
-  check(ZIVKS_SubC_32f_I(static_cast<float>(mean), samples, length));
-  return mean;
-}
+  Channel channel = {sum / length, {}};
 
-std::vector<Measures> measure(const float* samples, int32_t length, int32_t frame_length, int sample_rate) {
-  constexpr int32_t kHalfForContact = 2;
-  std::vector<Measures> frames;
+  frame_length = std::min(frame_length, length);
+  const auto centred = own(ZIVKS_Malloc_32f(frame_length + 1));  // and the first sample behind the frame
   for (int32_t start = 0; start < length; start += std::min(frame_length, length - start)) {
-    const float* const frame = samples + start;
     const int32_t count = std::min(frame_length, length - start);
+    const int32_t with_next = std::min(count + 1, length - start);
 
-    double squares = 0;
-    for (int32_t i = 0; i < count; ++i) squares += double{frame[i]} * double{frame[i]};
     float peak;
-    check(ZIVKS_MaxAbs_32f(frame, count, &peak));
+    check(ZIVKS_MaxAbs_32f(samples + start, count, &peak));
     // The smallest normal number is the least that MaxAbs reports, for silence too.
     if (peak <= FLT_MIN) peak = 0;
+    check(ZIVKS_SubC_32f(samples + start, static_cast<float>(channel.offset), centred.get(), with_next));
+    double squares = 0;
+    for (int32_t i = 0; i < count; ++i) {
+      const double sample = centred[static_cast<std::size_t>(i)];
+      squares += sample * sample;
+    }
     float crossings;
-    check(ZIVKS_ZeroCrossing_32f(frame, std::min(count + 1, length - start), &crossings, kHalfForContact));
+    check(ZIVKS_ZeroCrossing_32f(centred.get(), with_next, &crossings, kHalfForContact));
 
-    frames.push_back({static_cast<double>(start) / sample_rate, static_cast<double>(count) / sample_rate,
-                      squares / count, double{peak}, double{crossings}});
+    channel.frames.push_back({static_cast<double>(start) / sample_rate,
+                              static_cast<double>(count) / sample_rate, squares / count, double{peak},
+                              double{crossings}});
   }
-  return frames;
+  return channel;
 }
 
 Measures combine(const Measures* first, const Measures* last) {

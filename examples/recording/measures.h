@@ -1,4 +1,4 @@
-// What is measured in a channel.
+// Measures of a channel.
 #ifndef ZIVKS_EXAMPLES_RECORDING_MEASURES_H
 #define ZIVKS_EXAMPLES_RECORDING_MEASURES_H
 
@@ -8,23 +8,25 @@
 struct Measures {
   double start;      // seconds from the beginning of the recording
   double seconds;    // duration
-  double power;      // mean square; a full-scale square wave has 1
+  double power;      // mean square without the offset; a full-scale square wave has 1
   double peak;       // largest absolute sample, 0 for silence
-  double crossings;  // of zero; reaching or leaving it counts one half
+  double crossings;  // of the offset; reaching or leaving it counts one half
 
   double level_db() const;  // of the power, dBFS; minus infinity for silence
   double peak_db() const;   // dBFS; minus infinity for silence
   double crossings_per_second() const { return crossings / seconds; }
 };
 
-// Subtracts the mean of the samples from them, and returns it.
-double remove_offset(float* samples, int32_t length);
+struct Channel {
+  double offset;                 // mean of all samples
+  std::vector<Measures> frames;  // of equal duration; the last one may be shorter
+};
 
-// Measures stretches of frame_length samples; the last one may be shorter. A pair of neighbours on both sides
-// of a border counts for the earlier stretch.
-std::vector<Measures> measure(const float* samples, int32_t length, int32_t frame_length, int sample_rate);
+// Peaks are those of the samples as they are; powers and crossings those of the samples less their offset. A
+// pair of neighbours on both sides of a border between frames counts for the earlier frame.
+Channel measure(const float* samples, int32_t length, int32_t frame_length, int sample_rate);
 
-// The measures of all these stretches together, which follow one another.
+// The measures of frames that follow one another, as if they were one.
 Measures combine(const Measures* first, const Measures* last);
 
 #endif

@@ -5,10 +5,12 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <cmath>
 #include <cstring>
 #include <fstream>
 #include <string>
+#include <system_error>
 
 namespace {
 
@@ -52,6 +54,11 @@ std::ofstream create(const std::filesystem::path& file) {
   return stream;
 }
 
+void finish(std::ofstream& stream, const std::filesystem::path& file) {
+  stream.close();
+  if (!stream) throw std::runtime_error(file.string() + ": cannot be written completely");
+}
+
 // Lowest and highest sample of each short stretch: the outline that the wave has when it is drawn this wide.
 void write_envelope(const Recording& recording, std::size_t channel, const std::filesystem::path& file) {
   auto stream = create(file);
@@ -62,6 +69,7 @@ void write_envelope(const Recording& recording, std::size_t channel, const std::
     check(ZIVKS_MinMax_32f(samples + start, std::min(stretch, recording.length - start), &lowest, &highest));
     stream << static_cast<double>(start) / recording.sample_rate << '\t' << lowest << '\t' << highest << '\n';
   }
+  finish(stream, file);
 }
 
 void write_measures(const std::vector<Measures>& frames, const std::filesystem::path& file) {
@@ -71,6 +79,7 @@ void write_measures(const std::vector<Measures>& frames, const std::filesystem::
     stream << frame.start + frame.seconds / 2 << '\t' << frame.level_db() << '\t' << frame.peak_db() << '\t'
            << frame.crossings_per_second() << '\n';
   }
+  finish(stream, file);
 }
 
 void run_gnuplot(const std::filesystem::path& script) {
@@ -87,25 +96,32 @@ void run_gnuplot(const std::filesystem::path& script) {
 
 }  // namespace
 
-std::filesystem::path draw(const Recording& recording, const std::vector<Channel>& channels,
-                           const std::filesystem::path& folder) {
+void prepare_folder(const std::filesystem::path& folder) {
   std::error_code error;
   std::filesystem::create_directories(folder, error);
+  if (!error && access(folder.c_str(), W_OK | X_OK) != 0) error.assign(errno, std::generic_category());
   if (error) throw std::runtime_error(folder.string() + ": " + error.message());
+}
 
-  const std::string name = recording.file.stem().string();
-  const std::filesystem::path picture = folder / (name + ".png");
-  const std::filesystem::path script = folder / (name + ".gnuplot");
+std::filesystem::path draw(const Recording& recording, const std::vector<Channel>& channels,
+                           const std::filesystem::path& folder) {
+  const std::string name = std::filesystem::path(recording.name).stem().string();
+  const auto output_file = [&](const std::string& suffix) {
+    std::filesystem::path file = folder / (name + suffix);
+    refuse_to_overwrite(recording, file);
+    return file;
+  };
+  const std::filesystem::path picture = output_file(".png"), script = output_file(".gnuplot");
   const std::size_t drawn = std::min(channels.size(), kDrawnChannels);
   const auto data_file = [&](std::size_t channel, const char* kind) {
-    return folder / (name + ".channel" + std::to_string(channel + 1) + "." + kind + ".tsv");
+    return output_file(".channel" + std::to_string(channel + 1) + "." + kind + ".tsv");
   };
   for (std::size_t i = 0; i < drawn; ++i) {
     write_envelope(recording, i, data_file(i, "wave"));
     write_measures(channels[i].frames, data_file(i, "measures"));
   }
 
-  // The same for all channels, so that they can be compared, and never empty.
+  // All channels have the same axes, so that they can be compared. The axes of silence are not empty.
   double highest_peak = 0.01, highest_rate = 10;
   for (std::size_t i = 0; i < drawn; ++i) {
     for (const Measures& frame : channels[i].frames) {
@@ -159,9 +175,10 @@ std::filesystem::path draw(const Recording& recording, const std::vector<Channel
            << "set xlabel 'time/s' offset 0,0.5\nset format x '%g'\nset bmargin 2.5\n"
            << "plot " << curves("1:4", "lines", "") << "\n"
            << "unset multiplot\n";
+    finish(stream, script);
   }
 
-  std::filesystem::remove(picture, error);
+  std::filesystem::remove(picture);
   run_gnuplot(script);
   if (!std::filesystem::exists(picture)) throw std::runtime_error("gnuplot made no picture");
   return picture;

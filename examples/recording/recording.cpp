@@ -1,34 +1,59 @@
 #include "recording.h"
 
+#include <fcntl.h>
 #include <sndfile.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <array>
+#include <cerrno>
 #include <cstdio>
 #include <cstring>
-#include <fstream>
 #include <limits>
 #include <string>
 #include <utility>
 
 namespace {
 
+namespace fs = std::filesystem;
+
+using File = std::unique_ptr<std::FILE, int (*)(std::FILE*)>;
+
 struct Close {
   void operator()(SNDFILE* sound) const { sf_close(sound); }
 };
 using SoundFile = std::unique_ptr<SNDFILE, Close>;
 
-std::runtime_error failure(const std::filesystem::path& file, const std::string& what) {
+std::runtime_error failure(const fs::path& file, const std::string& what) {
   return std::runtime_error(file.string() + ": " + what);
 }
 
-void check_is_readable(const std::filesystem::path& file) {
-  std::error_code error;
-  const auto status = std::filesystem::status(file, error);
-  if (!std::filesystem::exists(status)) throw failure(file, "no such file");
-  if (!std::filesystem::is_regular_file(status)) throw failure(file, "not a regular file");
-  if (std::filesystem::file_size(file) == 0) throw failure(file, "the file is empty");
-  if (!std::ifstream(file)) throw failure(file, "the file cannot be read");
+struct stat status_of(std::FILE* file) {
+  struct stat status;
+  if (fstat(fileno(file), &status) != 0) throw std::runtime_error(std::strerror(errno));
+  return status;
+}
+
+// What comes through a pipe goes to a temporary file, since its chunks cannot be found without seeking.
+File seekable(File input, const fs::path& name) {
+  const mode_t mode = status_of(input.get()).st_mode;
+  if (S_ISREG(mode)) return input;
+  if (!S_ISFIFO(mode) && !S_ISSOCK(mode)) throw failure(name, "neither a file nor a pipe");
+  File copy(std::tmpfile(), std::fclose);
+  if (!copy) throw std::runtime_error(std::string("no temporary file: ") + std::strerror(errno));
+  constexpr std::size_t kTooLong = std::size_t{1} << 31;  // a WAV file that is read is shorter
+  std::array<char, 1 << 16> block;
+  std::size_t total = 0;
+  for (std::size_t count; (count = std::fread(block.data(), 1, block.size(), input.get())) > 0;) {
+    total += count;
+    if (total > kTooLong) throw failure(name, "the recording is too long");
+    if (std::fwrite(block.data(), 1, count, copy.get()) != count) break;
+  }
+  if (std::ferror(input.get()) || std::fflush(copy.get()) != 0 || std::ferror(copy.get())) {
+    throw failure(name, "the pipe cannot be copied to a temporary file");
+  }
+  return copy;
 }
 
 std::string format_name(int format) {
@@ -39,7 +64,7 @@ std::string format_name(int format) {
   return std::string(major.name ? major.name : "unknown") + ", " + (subtype.name ? subtype.name : "unknown");
 }
 
-int bits_of_sample(const std::filesystem::path& file, int format) {
+int bits_of_sample(const fs::path& file, int format) {
   const int major = format & SF_FORMAT_TYPEMASK;
   const int subtype = format & SF_FORMAT_SUBMASK;
   if (major == SF_FORMAT_WAV || major == SF_FORMAT_WAVEX) {
@@ -49,38 +74,46 @@ int bits_of_sample(const std::filesystem::path& file, int format) {
   throw failure(file, "only WAV files of 16 or 24 bits are supported, this is " + format_name(format));
 }
 
-// libsndfile quietly reads what is there of a file that breaks off; here that is an error. So the length in
-// the header of the data chunk is compared with the bytes behind it.
-void check_is_whole(const std::filesystem::path& file) {
-  std::ifstream stream(file, std::ios::binary);
-  std::array<unsigned char, 12> riff{};
-  stream.read(reinterpret_cast<char*>(riff.data()), riff.size());
-  const bool big_endian = std::memcmp(riff.data(), "RIFX", 4) == 0;
+// Bytes of the file.
+struct Samples {
+  std::uintmax_t offset, length;
+  bool highest_first;  // the order of the bytes of a sample
+};
 
-  const std::uintmax_t file_size = std::filesystem::file_size(file);
+bool read_at(std::FILE* file, std::uintmax_t offset, void* bytes, std::size_t count) {
+  return pread(fileno(file), bytes, count, static_cast<off_t>(offset)) == static_cast<ssize_t>(count);
+}
+
+// Programs that write to a pipe do not know the length of the samples ahead: their headers promise none, or
+// about as many bytes as 31 or 32 bits can count. All the rest of the file is samples then. No recording
+// that can be held in memory here is that long.
+bool is_length_unknown(std::uintmax_t length) { return length == 0 || length >= 0x7FFF0000; }
+
+Samples find_samples(const fs::path& name, std::FILE* file) {
+  std::array<char, 12> riff{};
+  read_at(file, 0, riff.data(), riff.size());
+  const bool highest_first = std::memcmp(riff.data(), "RIFX", 4) == 0;
+
+  const auto file_size = static_cast<std::uintmax_t>(status_of(file).st_size);
   std::uintmax_t offset = riff.size();
   std::array<unsigned char, 8> chunk{};  // name and length
-  while (stream.seekg(static_cast<std::streamoff>(offset)) &&
-         stream.read(reinterpret_cast<char*>(chunk.data()), chunk.size())) {
+  while (read_at(file, offset, chunk.data(), chunk.size())) {
     std::uintmax_t length = 0;
-    for (unsigned i = 0; i < 4; ++i) length = length << 8 | chunk[big_endian ? 4 + i : 7 - i];
+    for (unsigned i = 0; i < 4; ++i) length = length << 8 | chunk[highest_first ? 4 + i : 7 - i];
     offset += chunk.size();
     if (std::memcmp(chunk.data(), "data", 4) == 0) {
       const std::uintmax_t present = file_size - offset;
-      if (length <= present) return;
-      throw failure(file, "the file is truncated: its header promises " + std::to_string(length) +
+      if (is_length_unknown(length)) length = present;
+      if (length <= present) return {offset, length, highest_first};
+      throw failure(name, "the file is truncated: its header promises " + std::to_string(length) +
                               " bytes of samples, and there are " + std::to_string(present));
     }
     offset += length + length % 2;
   }
-  throw failure(file, "the file is truncated: it ends before its samples");
+  throw failure(name, "the file is truncated: it ends before its samples");
 }
 
-void check_count(const std::filesystem::path& file, sf_count_t read, sf_count_t expected) {
-  if (read != expected) throw failure(file, "the file is truncated: its samples end too early");
-}
-
-// For other than two channels; two are one complex array to the library.
+// For any number of channels but two: two are one complex array to the library.
 void split(const float* interleaved, std::vector<Array<float>>& channels, int32_t length) {
   for (int32_t i = 0; i < length; ++i) {
     for (auto& channel : channels) channel[static_cast<std::size_t>(i)] = *interleaved++;
@@ -93,10 +126,14 @@ void merge(const std::vector<Array<float>>& channels, float* interleaved, int32_
   }
 }
 
-Array<float> read_16_bits(SNDFILE* sound, const std::filesystem::path& file, int32_t total) {
+Array<float> read_16_bits(std::FILE* file, const Samples& place, int32_t total) {
   constexpr double kFullScale = 32768;
   auto samples = own(ZIVKS_Malloc_16s(total));
-  check_count(file, sf_read_short(sound, samples.get(), total), total);
+  if (!read_at(file, place.offset, samples.get(), sizeof(int16_t) * static_cast<std::size_t>(total)))
+    return {};
+  if (place.highest_first) {
+    check(ZIVKS_SwapBytes_16u_I(reinterpret_cast<uint16_t*>(samples.get()), total));
+  }
   auto interleaved = own(ZIVKS_Malloc_32f(total));
   check(ZIVKS_Convert_16s32f_S(samples.get(), interleaved.get(), total, kFullScale));
   return interleaved;
@@ -104,16 +141,13 @@ Array<float> read_16_bits(SNDFILE* sound, const std::filesystem::path& file, int
 
 constexpr double kFullScaleOf24Bits = 8388608;
 
-// The bytes as they stand in the file, lowest first or, in RIFX files, highest.
-Array<float> read_24_bits(SNDFILE* sound, const std::filesystem::path& file, int32_t total) {
-  // To convert signed samples takes three of them at least.
+Array<float> read_24_bits(std::FILE* file, const Samples& place, int32_t total) {
+  // The conversion of signed samples takes at least three.
   const int32_t padding = std::max(3 - total, 0), padded = total + padding;
   auto bytes = own(ZIVKS_Malloc_8u(3 * padded));
-  check_count(file, sf_read_raw(sound, bytes.get(), sf_count_t{3} * total), sf_count_t{3} * total);
+  if (!read_at(file, place.offset, bytes.get(), 3 * static_cast<std::size_t>(total))) return {};
   if (padding > 0) check(ZIVKS_Zero_8u(bytes.get() + 3 * total, 3 * padding));
-  if (sf_command(sound, SFC_RAW_DATA_NEEDS_ENDSWAP, nullptr, 0) == SF_TRUE) {
-    check(ZIVKS_SwapBytes_24u_I(bytes.get(), total));
-  }
+  if (place.highest_first) check(ZIVKS_SwapBytes_24u_I(bytes.get(), total));
   auto samples = own(ZIVKS_Malloc_32s(padded));
   check(ZIVKS_Convert_24s32s(bytes.get(), samples.get(), padded));
   auto interleaved = own(ZIVKS_Malloc_32f(total));
@@ -137,35 +171,88 @@ std::vector<Array<float>> take_apart(Array<float> interleaved, int count, int32_
   return channels;
 }
 
+// A new file beside the one that it replaces at the end.
+class Replacement {
+ public:
+  explicit Replacement(const fs::path& file)
+      : file_(fs::weakly_canonical(file)),  // a link stays, and what it leads to is replaced
+        temporary_(file_.parent_path() / ("recording-" + std::to_string(getpid()) + ".tmp")),
+        descriptor_(open(temporary_.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, 0666)) {
+    if (descriptor_ < 0) throw failure(file, std::string("cannot be written: ") + std::strerror(errno));
+  }
+  ~Replacement() {
+    std::error_code renamed_already;
+    fs::remove(temporary_, renamed_already);
+  }
+  int descriptor() const { return descriptor_; }
+  void finish() const {
+    if (fs::exists(file_)) fs::permissions(temporary_, fs::status(file_).permissions());
+    fs::rename(temporary_, file_);
+  }
+
+ private:
+  fs::path file_, temporary_;
+  int descriptor_;
+};
+
 }  // namespace
 
 std::string Recording::description() const {
   char properties[100];
   std::snprintf(properties, sizeof properties, ": %d Hz, %d bits, %zu channel%s, %.3f s", sample_rate, bits,
                 channels.size(), channels.size() == 1 ? "" : "s", seconds());
-  return file.filename().string() + properties;
+  return name + properties;
 }
 
-Recording read_recording(const std::filesystem::path& file) {
-  check_is_readable(file);
+Recording read_recording(const fs::path& file) {
+  const bool is_standard_input = file == "-";
+  const std::string name = is_standard_input ? "standard input" : file.string();
+  File input(is_standard_input ? stdin : std::fopen(file.c_str(), "rb"), std::fclose);
+  if (!input) throw failure(name, std::strerror(errno));
+  const struct stat identity = status_of(input.get());
+  input = seekable(std::move(input), name);
+  if (status_of(input.get()).st_size == 0) throw failure(name, "the file is empty");
+
+  lseek(fileno(input.get()), 0, SEEK_SET);
   SF_INFO info = {};
-  const SoundFile sound(sf_open(file.c_str(), SFM_READ, &info));
-  if (!sound) throw failure(file, std::string("not a sound file: ") + sf_strerror(nullptr));
-  const int bits = bits_of_sample(file, info.format);
-  check_is_whole(file);
-  if (info.frames < 1) throw failure(file, "the file holds no samples");
-  if (info.frames > std::numeric_limits<int32_t>::max() / info.channels / 4) {
-    throw failure(file, "the recording is too long to be held in memory at once");
+  const SoundFile sound(sf_open_fd(fileno(input.get()), SFM_READ, &info, SF_FALSE));
+  if (!sound) throw failure(name, std::string("not a sound file: ") + sf_strerror(nullptr));
+  const int bits = bits_of_sample(name, info.format);
+  // libsndfile quietly reads what is there of a file that breaks off, and nothing where the header promises
+  // nothing. So the samples are found, and read, without it.
+  const Samples place = find_samples(name, input.get());
+  const std::uintmax_t frames = place.length / static_cast<unsigned>(info.channels * bits / 8);
+  if (frames < 1) throw failure(name, "the file holds no samples");
+  if (frames > static_cast<unsigned>(std::numeric_limits<int32_t>::max() / info.channels / 4)) {
+    throw failure(name, "the recording is too long to be held in memory at once");
   }
 
-  const auto length = static_cast<int32_t>(info.frames);
+  const auto length = static_cast<int32_t>(frames);
   const int32_t total = length * info.channels;
   auto interleaved =
-      bits == 16 ? read_16_bits(sound.get(), file, total) : read_24_bits(sound.get(), file, total);
-  return {file, info.samplerate, bits, length, take_apart(std::move(interleaved), info.channels, length)};
+      bits == 16 ? read_16_bits(input.get(), place, total) : read_24_bits(input.get(), place, total);
+  if (!interleaved) throw failure(name, "the samples cannot be read");
+  return {is_standard_input ? name : file.filename().string(),
+          identity.st_dev,
+          identity.st_ino,
+          info.samplerate,
+          bits,
+          length,
+          take_apart(std::move(interleaved), info.channels, length)};
 }
 
-void write_24_bits(const Recording& recording, const std::filesystem::path& file) {
+void refuse_to_overwrite(const Recording& recording, const fs::path& file) {
+  struct stat status;
+  if (stat(file.c_str(), &status) != 0) return;  // nothing is there
+  if (status.st_dev == recording.device && status.st_ino == recording.inode) {
+    throw failure(file, "would overwrite the recording itself");
+  }
+  if (!S_ISREG(status.st_mode)) throw failure(file, "not a regular file, and will not be replaced");
+  if (access(file.c_str(), W_OK) != 0) throw failure(file, std::strerror(errno));
+}
+
+void write_24_bits(const Recording& recording, const fs::path& file) {
+  refuse_to_overwrite(recording, file);
   const auto count = static_cast<int>(recording.channels.size());
   const int32_t total = recording.length * count;
   auto interleaved = own(ZIVKS_Malloc_32f(total));
@@ -182,9 +269,10 @@ void write_24_bits(const Recording& recording, const std::filesystem::path& file
   info.samplerate = recording.sample_rate;
   info.channels = count;
   info.format = (count > 2 ? SF_FORMAT_WAVEX : SF_FORMAT_WAV) | SF_FORMAT_PCM_24;
-  SoundFile sound(sf_open(file.c_str(), SFM_WRITE, &info));
-  if (!sound) throw failure(file, std::string("cannot be written: ") + sf_strerror(nullptr));
+  const Replacement replacement(file);
+  SoundFile sound(sf_open_fd(replacement.descriptor(), SFM_WRITE, &info, SF_TRUE));
   const bool is_written =
-      sf_write_raw(sound.get(), bytes.get(), sf_count_t{3} * total) == sf_count_t{3} * total;
+      sound && sf_write_raw(sound.get(), bytes.get(), sf_count_t{3} * total) == sf_count_t{3} * total;
   if (sf_close(sound.release()) != 0 || !is_written) throw failure(file, "cannot be written completely");
+  replacement.finish();
 }

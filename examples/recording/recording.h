@@ -2,6 +2,8 @@
 #ifndef ZIVKS_EXAMPLES_RECORDING_RECORDING_H
 #define ZIVKS_EXAMPLES_RECORDING_RECORDING_H
 
+#include <sys/types.h>
+
 #include <cstdint>
 #include <filesystem>
 #include <string>
@@ -10,7 +12,9 @@
 #include "array.h"
 
 struct Recording {
-  std::filesystem::path file;
+  std::string name;  // of the file, without its folder
+  dev_t device;      // of the file, together with the inode its identity
+  ino_t inode;
   int sample_rate;                     // Hz
   int bits;                            // a sample in the file
   int32_t length;                      // samples a channel
@@ -20,11 +24,17 @@ struct Recording {
   std::string description() const;  // one line
 };
 
-// Reads a WAV file of 16 or 24 bits, the formats whose samples float represents exactly. Throws
-// std::runtime_error with a message for the user if the file is anything else or not whole.
+// Reads a WAV file of 16 or 24 bits, the formats whose samples float represents exactly. The file may be a
+// pipe, and "-" is standard input. Throws std::runtime_error with a message for the user if the file is
+// anything else or not whole.
 Recording read_recording(const std::filesystem::path& file);
 
-// Writes a WAV file of 24 bits. What was read from 16 or 24 bits has the same samples there.
+// Throws std::runtime_error if `file` must not be replaced: if it is, by this path or another, the one that
+// the recording was read from, or no regular file, or write-protected.
+void refuse_to_overwrite(const Recording& recording, const std::filesystem::path& file);
+
+// Writes a WAV file of 24 bits, with the same samples as the one that was read. A file that stands there
+// already is replaced when the new one is complete, and not before.
 void write_24_bits(const Recording& recording, const std::filesystem::path& file);
 
 #endif

@@ -1,5 +1,5 @@
-// Every fault of the arguments, alone and in pairs: the status, the order of the checks, and untouched
-// outputs.
+// Every fault of the arguments, alone and in pairs. The first check decides the status, and outputs stay as
+// they were.
 #include <algorithm>
 #include <cmath>
 #include <limits>
@@ -39,15 +39,14 @@ std::vector<Fault> faults_of(const Function& function) {
     if (argument.is_pointer() && !argument.nullable) {
       faults.push_back({i, ZIVK_STS_NULL_PTR_ERR, kPointerRank, Slot(), argument.name + " null"});
     } else if (argument.role == Role::kLength || argument.role == Role::kTableLength) {
-      for (int32_t value = 0; value < function.least_length; ++value)
-        add(ZIVK_STS_SIZE_ERR, kLengthRank, value);
-      if (function.accepts_negative_length) continue;
+      for (int32_t value = 0; value < argument.least; ++value) add(ZIVK_STS_SIZE_ERR, kLengthRank, value);
+      if (argument.is_unsigned) continue;
       for (int32_t value : {-1, kMostNegative}) add(ZIVK_STS_SIZE_ERR, kLengthRank, value);
     } else if (argument.role == Role::kKind) {
       for (int32_t value : {3, -1, kMostNegative}) add(ZIVK_STS_ZC_TYPE_ERR, kKindRank, value);
     } else if (argument.role == Role::kShift) {
       for (int32_t value : {-1, kMostNegative}) add(ZIVK_STS_SHIFT_ERR, kShiftRank, value);
-    } else if (argument.role == Role::kRoundMode && !function.accepts_every_mode) {
+    } else if (argument.role == Role::kRoundMode && !argument.is_unchecked) {
       const ZIVKStatus status =
           writes_unsigned(function) ? ZIVK_STS_ROUND_RANGE_ERR : ZIVK_STS_ROUND_MODE_ERR;
       for (int32_t value : {3, -1, kMostNegative}) add(status, kRoundModeRank, value);

@@ -23,19 +23,20 @@ std::vector<Slot> slots_of(std::initializer_list<T> values) {
   return slots;
 }
 
-// The values that a parameter of this role takes; none if it is no parameter.
-const std::vector<Slot>& parameter_values(Role role) {
+// The values that a parameter takes; none if the argument is no parameter.
+const std::vector<Slot>& parameter_values(const Argument& argument) {
   static const std::vector<Slot> none,
       scales = slots_of({1.0, 8.0, 0.3, 0x1p-130, 0x1p+140}), kinds = slots_of<int32_t>({0, 1, 2}),
       shifts = slots_of<int32_t>({0, 1, 3, 7, 8, 9, 15, 16, 17, 31, 32, 33, 255, 256, INT32_MAX}),
       rounding_modes = slots_of<int32_t>({ZIVK_RND_ZERO, ZIVK_RND_NEAR, ZIVK_RND_AWAY}),
+      all_modes = slots_of<int32_t>({ZIVK_RND_ZERO, ZIVK_RND_NEAR, ZIVK_RND_AWAY, 7, INT32_MIN}),
       bounds = slots_of<int32_t>({INT32_MIN, -2, 0, 2, INT32_MAX}),
       table_lengths = slots_of<int32_t>({1, 2, 3, 17, 1000});
-  switch (role) {
+  switch (argument.role) {
     case Role::kScale: return scales;
     case Role::kKind: return kinds;
     case Role::kShift: return shifts;
-    case Role::kRoundMode: return rounding_modes;
+    case Role::kRoundMode: return argument.is_unchecked ? all_modes : rounding_modes;
     case Role::kBound: return bounds;
     case Role::kTableLength: return table_lengths;
     default: return none;
@@ -92,25 +93,25 @@ size_t array_bytes(const Argument& argument, int32_t length) {
                              : argument.element->bytes;
 }
 
-size_t count_variants(const Function& function) {
+size_t count_variants(const Function& function, bool with_scale) {
   size_t count = 1;
   for (const Argument& argument : function.arguments) {
-    count *= std::max<size_t>(1, parameter_values(argument.role).size());
+    if (argument.role == Role::kScale && !with_scale) continue;
+    count *= std::max<size_t>(1, parameter_values(argument).size());
   }
   return count;
 }
 
 Operands random_operands(const Function& function, int32_t length, size_t variant, Flavour flavour) {
   Random random(static_cast<uint64_t>(length) * 8191 + variant);
-  // Of the parameters of a search the length of the table is the only one.
-  const std::vector<Slot>& table_lengths = parameter_values(Role::kTableLength);
-  const auto table_length = table_lengths[variant % table_lengths.size()].as<int32_t>();
+  const size_t variant_of_table = variant;  // a search has no parameter but the length of its table
   Operands operands{length, {}, {}};
   for (const Argument& argument : function.arguments) {
     Bytes contents;
     Slot slot;
     if (argument.role == Role::kTable) {
-      contents = random_table(table_length, random);
+      const std::vector<Slot>& lengths = parameter_values((&argument)[1]);
+      contents = random_table(lengths[variant_of_table % lengths.size()].as<int32_t>(), random);
     } else if (argument.is_pointer()) {
       contents.assign(array_bytes(argument, length), kOutput);
       if (argument.is_read()) {
@@ -119,7 +120,7 @@ Operands random_operands(const Function& function, int32_t length, size_t varian
       }
     } else if (argument.role == Role::kLength) {
       slot = Slot::of(length);
-    } else if (const std::vector<Slot>& values = parameter_values(argument.role); !values.empty()) {
+    } else if (const std::vector<Slot>& values = parameter_values(argument); !values.empty()) {
       slot = values[variant % values.size()];
       variant /= values.size();
     } else {
@@ -143,16 +144,18 @@ std::vector<int32_t> shape_lengths(const Function& function) {
   }
   const size_t last = std::max<size_t>(70, 3 * function.block + 5 + 2 * (4 * 32 / narrowest));
   std::vector<int32_t> lengths;
-  for (auto length = static_cast<size_t>(function.least_length); length <= last; ++length)
+  for (auto length = static_cast<size_t>(function.least_length()); length <= last; ++length)
     lengths.push_back(static_cast<int32_t>(length));
   lengths.insert(lengths.end(), {511, 1000, 1025, 4099});
   return lengths;
 }
 
-Call::Call(const Function& function, const Operands& operands, Placement placement, size_t alias,
-           size_t alias_of)
-    : slots(operands.slots), function_(function), operands_(operands), alias_(alias), alias_of_(alias_of) {
-  pointers_.resize(function.arguments.size());
+Call::Call(const Function& function, const Operands& operands, Placement placement)
+    : slots(operands.slots),
+      function_(function),
+      operands_(operands),
+      pointers_(function.arguments.size()),
+      is_shared_(function.arguments.size()) {
   for (size_t i = 0; i < pointers_.size(); ++i) {
     const Argument& argument = function.arguments[i];
     if (!argument.is_pointer()) continue;
@@ -164,21 +167,33 @@ Call::Call(const Function& function, const Operands& operands, Placement placeme
     std::copy(contents.begin(), contents.end(), array);
     unsigned char* const end = array + contents.size();
     std::fill(end, std::min(memory.end(), end + kMarginBytes), kMargin);
+    slots[i] = Slot::of(array);
   }
-  if (alias != kNoAlias) pointers_[alias] = pointers_[alias_of];
-  for (size_t i = 0; i < pointers_.size(); ++i) {
-    if (pointers_[i] != nullptr) slots[i] = Slot::of(pointers_[i]);
-  }
+}
+
+void Call::share_place(size_t argument, size_t owner) {
+  const Bytes& contents = operands_.arrays[argument];
+  std::copy(contents.begin(), contents.end(), pointers_[owner]);
+  slots[argument] = slots[owner];
+  is_shared_[argument] = true;
 }
 
 Bytes Call::array(size_t argument) const {
   return Bytes(pointers_[argument], pointers_[argument] + operands_.arrays[argument].size());
 }
 
+std::vector<Bytes> Call::results() const {
+  std::vector<Bytes> results(pointers_.size());
+  for (size_t i = 0; i < results.size(); ++i) {
+    if (function_.arguments[i].is_written()) results[i] = array(i);
+  }
+  return results;
+}
+
 std::string Call::unexpected_writes(bool allow_results) const {
   for (size_t i = 0; i < pointers_.size(); ++i) {
     const Argument& argument = function_.arguments[i];
-    if (!argument.is_pointer() || i == alias_) continue;
+    if (!argument.is_pointer() || is_shared_[i]) continue;
     const GuardedMemory& memory = memory_of_argument(i);
     unsigned char* const array = pointers_[i];
     unsigned char* const end = array + operands_.arrays[i].size();
@@ -188,8 +203,7 @@ std::string Call::unexpected_writes(bool allow_results) const {
     }
     if (!std::all_of(end, std::min(memory.end(), end + kMarginBytes), is_margin))
       return "wrote behind " + argument.name;
-    const bool may_be_written = allow_results && (argument.is_written() || i == alias_of_);
-    if (!may_be_written && !std::equal(array, end, operands_.arrays[i].begin()))
+    if (!(allow_results && argument.is_written()) && !std::equal(array, end, operands_.arrays[i].begin()))
       return "changed " + argument.name;
   }
   return {};

@@ -1,4 +1,4 @@
-// One call of a function of the table: what it works on, where its arrays lie, and what it left there.
+// One call of a function of the table: its operands, the places of its arrays, and its results.
 #ifndef ZIVKS_TESTS_GENERIC_CALL_H
 #define ZIVKS_TESTS_GENERIC_CALL_H
 
@@ -12,7 +12,7 @@ namespace zivks_test {
 
 using Bytes = std::vector<unsigned char>;
 
-// What a call works on, argument by argument: the contents of arrays before the call, and the values.
+// The operands of a call, by argument: the contents of arrays before the call, and the values.
 struct Operands {
   int32_t length;
   std::vector<Bytes> arrays;
@@ -22,18 +22,18 @@ struct Operands {
 // Bytes that the array of `argument` takes in a call with `length` elements.
 size_t array_bytes(const Argument& argument, int32_t length);
 
-// A function's parameters (scale, kind, a bound, the length of a table ...) take several values each: the
-// number of their combinations.
-size_t count_variants(const Function& function);
+// A function's parameters (scale, kind, a bound, the length of a table ...) take several values each. This is
+// the number of their combinations, or of those that differ in more than the scale, which come first.
+size_t count_variants(const Function& function, bool with_scale = true);
 
 Operands random_operands(const Function& function, int32_t length, size_t variant, Flavour flavour);
 Operands random_operands(const Function& function, int32_t length, size_t variant);  // flavours in turn
 
-// Lengths that meet every shape of blocks and tail, also in registers wider than a block.
+// Lengths with every combination of blocks and tail, also if registers are wider than a block.
 std::vector<int32_t> shape_lengths(const Function& function);
 
-// Where arrays lie: far from everything and aligned to cache lines, directly before or behind a page that
-// must not be touched, or as badly aligned as the function allows.
+// The places of arrays: aligned and far from other pages, directly before or behind a page whose access ends
+// the program, or as badly aligned as the function allows.
 enum class Placement { kRoomy, kBeforeGuard, kBehindGuard, kMisaligned };
 
 // Memory between two inaccessible pages.
@@ -54,16 +54,16 @@ class GuardedMemory {
 
 class Call {
  public:
-  static constexpr size_t kNoAlias = ~size_t{0};
-
-  // Places the arrays. Argument number `alias` uses the memory of argument number `alias_of`.
-  Call(const Function& function, const Operands& operands, Placement placement = Placement::kRoomy,
-       size_t alias = kNoAlias, size_t alias_of = kNoAlias);
+  Call(const Function& function, const Operands& operands, Placement placement = Placement::kRoomy);
 
   std::vector<Slot> slots;  // may be altered before the call
 
+  // Puts the array of one argument into the place of another's, which is as long.
+  void share_place(size_t argument, size_t owner);
+
   ZIVKStatus invoke() { return function_.call(slots).as<ZIVKStatus>(); }
   Bytes array(size_t argument) const;
+  std::vector<Bytes> results() const;  // by argument; empty for what is only read
   // Nothing was written but, if `allow_results`, the arrays that the function is there to write.
   std::string unexpected_writes(bool allow_results) const;
 
@@ -71,16 +71,14 @@ class Call {
   const Function& function_;
   const Operands& operands_;
   std::vector<unsigned char*> pointers_;
-  size_t alias_, alias_of_;
+  std::vector<bool> is_shared_;
 };
 
-// Empty if the contents are the same (where `results` allows it, any NaN equals any NaN), else where they
-// differ.
+// Describes the first difference; empty if there is none. If `results` allows it, any NaN equals any NaN.
 std::string difference(const ElementType& element, Results results, const Bytes& expected,
                        const Bytes& actual);
 
-// Calls, expects success and no stray write, and compares what was written with `expected`, argument by
-// argument.
+// Calls and describes the first fault: no success, a stray write, or a result that differs from `expected`.
 std::string difference_of_call(const Function& function, Call& call, const std::vector<Bytes>& expected);
 
 }  // namespace zivks_test

@@ -1,6 +1,8 @@
 #include "generic/function_table.h"
 
 #include <algorithm>
+#include <iterator>
+#include <set>
 #include <sstream>
 #include <utility>
 
@@ -45,122 +47,155 @@ template <class T>
 constexpr bool kIsElement = std::is_arithmetic_v<PartOf<T>> && !std::is_same_v<T, char>;
 
 template <class T>
-const ElementType* element_type() {  // null for what is no element
-  if constexpr (kIsElement<T>) {
-    static const ElementType type = {
-        &typeid(T),        sizeof(T),      alignof(T),       ElementParts<T>::kCount,
-        is_nan<PartOf<T>>, fill_random<T>, fill_decisive<T>, count_decisive<T>};
-    return &type;
+constexpr ElementType kElementType = {
+    &typeid(T),        sizeof(T),      alignof(T),       ElementParts<T>::kCount,
+    is_nan<PartOf<T>>, fill_random<T>, fill_decisive<T>, count_decisive<T>};
+
+const struct {
+  Role role;
+  std::set<std::string> names;
+} kNames[] = {{Role::kSource, {"src", "src1", "src2", "srcRe", "srcIm"}},
+              {Role::kDestination, {"dst", "dstRe", "dstIm", "dstIndx"}},
+              {Role::kSourceDestination, {"srcDst"}},
+              {Role::kConstant, {"val"}},
+              {Role::kLength, {"len"}},
+              {Role::kScale, {"scale"}},
+              {Role::kKind, {"kind"}},
+              {Role::kShift, {"shift"}},
+              {Role::kRoundMode, {"rndMode"}},
+              {Role::kBound, {"lowerBound", "upperBound"}},
+              {Role::kTable, {"table"}},
+              {Role::kTableLength, {"tableLen"}}};
+
+Role role_of(const std::string& name) {
+  for (const auto& [role, names] : kNames) {
+    if (names.count(name) != 0) return role;
   }
-  return nullptr;
+  const bool is_result = name.size() > 1 && name[0] == 'p' && name[1] >= 'A' && name[1] <= 'Z';
+  return is_result ? Role::kResult : Role::kOther;
 }
 
-Role role_of(const std::string& word) {
-  if (word == "len") return Role::kLength;
-  if (word == "val") return Role::kConstant;
-  if (word == "scale") return Role::kScale;
-  if (word == "kind") return Role::kKind;
-  if (word == "shift") return Role::kShift;
-  if (word == "rndMode") return Role::kRoundMode;
-  if (word == "lowerBound" || word == "upperBound") return Role::kBound;
-  if (word == "table") return Role::kTable;
-  if (word == "tableLen") return Role::kTableLength;
-  if (word == "srcDst") return Role::kSourceDestination;
-  if (word == "src" || word == "src1" || word == "src2" || word == "srcRe" || word == "srcIm")
-    return Role::kSource;
-  if (word == "dst" || word == "dstRe" || word == "dstIm" || word == "dstIndx") return Role::kDestination;
-  if (word.size() > 1 && word[0] == 'p' && std::isupper(static_cast<unsigned char>(word[1])))
-    return Role::kResult;
-  return Role::kOther;
-}
+// What the compiler knows of a parameter.
+struct Parameter {
+  bool is_pointer, is_pointer_to_constant, is_int32, is_double;
+  const ElementType* element;
+};
 
 template <class T>
-Argument describe_argument(std::string word) {
-  using Pointed = std::remove_pointer_t<T>;
-  const char mark = word.empty() ? '\0' : word.back();
-  if (mark == '?' || mark == '-') word.pop_back();
-  size_t packed = 1;
-  if (const size_t above = word.find('>'); above != std::string::npos) word.resize(above);
-  if (const size_t star = word.find('*'); star != std::string::npos) {
-    packed = std::stoul(word.substr(star + 1));
-    word.resize(star);
-  }
-  return {word, role_of(word), mark == '?', element_type<std::remove_cv_t<Pointed>>(), packed};
+constexpr Parameter describe_parameter() {
+  using Pointed = std::remove_cv_t<std::remove_pointer_t<T>>;
+  Parameter parameter = {std::is_pointer_v<T>,
+                         std::is_pointer_v<T> && std::is_const_v<std::remove_pointer_t<T>>,
+                         std::is_same_v<T, int32_t>, std::is_same_v<T, double>, nullptr};
+  if constexpr (kIsElement<Pointed>) parameter.element = &kElementType<Pointed>;
+  return parameter;
 }
 
-// What the declaration says of an argument and what its name says must be one.
-template <class T>
-bool matches(const Argument& argument) {
+// Whether the type in the declaration fits the role that the name gives.
+bool matches(const Argument& argument, const Parameter& parameter) {
   if (argument.is_pointer()) {
-    return std::is_pointer_v<T> && argument.element != nullptr &&
-           std::is_const_v<std::remove_pointer_t<T>> != argument.is_written();
+    return parameter.is_pointer && argument.element != nullptr &&
+           parameter.is_pointer_to_constant != argument.is_written();
   }
   for (Role integer :
        {Role::kLength, Role::kKind, Role::kShift, Role::kRoundMode, Role::kBound, Role::kTableLength}) {
-    if (argument.role == integer) return std::is_same_v<T, int32_t>;
+    if (argument.role == integer) return parameter.is_int32;
   }
-  if (argument.role == Role::kScale) return std::is_same_v<T, double>;
-  return argument.role != Role::kConstant || kIsElement<T>;
+  if (argument.role == Role::kScale) return parameter.is_double;
+  return argument.role != Role::kConstant || (!parameter.is_pointer && argument.element != nullptr);
 }
 
-template <class Result, class... Parameters, size_t... I>
-Slot invoke(void (*address)(), const Slot* slots, std::index_sequence<I...>) {
-  const auto function = reinterpret_cast<Result (*)(Parameters...)>(address);
-  if constexpr (std::is_void_v<Result>) {
-    function(slots[I].template as<Parameters>()...);
-    return {};
-  } else {
-    return Slot::of(function(slots[I].template as<Parameters>()...));
-  }
-}
-
-template <class Result, class... Parameters>
-Function describe(const char* name, const char* family, const char* arguments, size_t block,
-                  Alignment alignment, Overlap overlap, Outside outside, Results results,
-                  Result (*address)(Parameters...)) {
-  std::istringstream stream(arguments);
-  std::vector<std::string> words;
-  for (std::string word; stream >> word;) words.push_back(word);
-  Function row{};
-  row.name = name;
-  row.family = family;
-  row.block = block;
-  row.alignment = alignment;
-  row.overlap = overlap;
-  row.outside = outside;
-  row.results = results;
-  const auto has_word = [&](const char* word) {
-    return std::find(words.begin(), words.end(), word) != words.end();
-  };
-  row.accepts_negative_length = has_word("len-");
-  row.accepts_every_mode = has_word("rndMode-");
-  row.least_length = has_word("len>2") ? 3 : 1;
-  row.address = reinterpret_cast<void (*)()>(address);
-  row.invoke = [](void (*untyped)(), [[maybe_unused]] const Slot* slots) {
-    return invoke<Result, Parameters...>(untyped, slots, std::index_sequence_for<Parameters...>());
-  };
-  if (words.size() != sizeof...(Parameters)) {
-    row.fault = "the declaration has another number of arguments";
-    return row;
-  }
-  [[maybe_unused]] size_t next = 0;
-  (row.arguments.push_back(describe_argument<Parameters>(words[next++])), ...);
-  next = 0;
-  if (!(matches<Parameters>(row.arguments[next++]) && ...))
-    row.fault = "an argument's name does not fit its type";
-  if (row.returns_status()) {
-    if (!std::is_same_v<Result, ZIVKStatus>) row.fault = "returns no status";
-    for (const Argument& argument : row.arguments) {
-      if (argument.role == Role::kOther) row.fault = "unknown argument name " + argument.name;
+// `text` is a name and the words behind it.
+Argument describe_argument(std::string text, const Parameter& parameter, std::string& fault) {
+  std::replace(text.begin(), text.end(), ':', ' ');
+  std::istringstream stream(text);
+  Argument argument{};
+  stream >> argument.name;
+  argument.role = role_of(argument.name);
+  argument.element = parameter.element;
+  for (std::string word; stream >> word;) {
+    if (word == "packed3" && argument.is_array()) {
+      argument.packed = 3;
+    } else if (word == "nullable" && argument.is_array()) {
+      argument.nullable = true;
+    } else if (word == "atLeast3" && argument.role == Role::kLength) {
+      argument.least = 3;
+    } else if (word == "unsigned" && argument.role == Role::kLength) {
+      argument.is_unsigned = true;
+    } else if (word == "unchecked" && argument.role == Role::kRoundMode) {
+      argument.is_unchecked = true;
+    } else {
+      fault = "the word " + word + " does not fit " + argument.name;
     }
   }
-  return row;
+  if (!matches(argument, parameter)) fault = "the name " + argument.name + " does not fit its type";
+  return argument;
+}
+
+struct Signature {
+  bool returns_status;
+  const Parameter* parameters;
+  size_t count;
+  Slot (*invoke)(void (*address)(), const Slot* slots);
+};
+
+template <class Function>
+struct SignatureOf;
+template <class Result, class... Parameters>
+struct SignatureOf<Result(Parameters...)> {
+  template <size_t... I>
+  static Slot call(void (*address)(), [[maybe_unused]] const Slot* slots, std::index_sequence<I...>) {
+    const auto function = reinterpret_cast<Result (*)(Parameters...)>(address);
+    if constexpr (std::is_void_v<Result>) {
+      function(slots[I].template as<Parameters>()...);
+      return {};
+    } else {
+      return Slot::of(function(slots[I].template as<Parameters>()...));
+    }
+  }
+  static Slot invoke(void (*address)(), const Slot* slots) {
+    return call(address, slots, std::index_sequence_for<Parameters...>());
+  }
+
+  static constexpr Parameter kParameters[] = {describe_parameter<Parameters>()..., {}};
+  static constexpr Signature kSignature = {std::is_same_v<Result, ZIVKStatus>, kParameters,
+                                           sizeof...(Parameters), invoke};
+};
+
+struct Row {
+  const char *name, *family, *arguments;
+  size_t block;
+  Alignment alignment;
+  Overlap overlap;
+  Results results;
+  void (*address)();
+  const Signature* signature;
+};
+
+Function describe(const Row& row) {
+  const Signature& signature = *row.signature;
+  Function function{row.name,    row.family,  {}, row.block,   row.alignment,
+                    row.overlap, row.results, {}, row.address, signature.invoke};
+  std::istringstream stream(row.arguments);
+  const std::vector<std::string> texts(std::istream_iterator<std::string>(stream), {});
+  if (texts.size() != signature.count) {
+    function.fault = "the declaration has another number of arguments";
+    return function;
+  }
+  for (size_t i = 0; i < texts.size(); ++i) {
+    function.arguments.push_back(describe_argument(texts[i], signature.parameters[i], function.fault));
+    if (function.returns_status() && function.arguments.back().role == Role::kOther) {
+      function.fault = "unknown argument name " + texts[i];
+    }
+  }
+  if (function.returns_status() != signature.returns_status) function.fault = "the result is of another type";
+  return function;
 }
 
 }  // namespace
 
 const Function* Function::out_of_place_twin() const {
-  // At some lengths these two do not reverse the array.
+  // These two do not reverse arrays of every length.
   if (name == "ZIVKS_Flip_8u_I" || name == "ZIVKS_Flip_16u_I") return nullptr;
   const size_t mode = name.rfind('_') + 1;
   if (name.compare(mode, std::string::npos, "I") == 0) return find_function(name.substr(0, mode - 1));
@@ -168,14 +203,32 @@ const Function* Function::out_of_place_twin() const {
   return nullptr;
 }
 
+int32_t Function::least_length() const {
+  int32_t least = 1;
+  for (const Argument& argument : arguments) least = std::max(least, argument.least);
+  return least;
+}
+
 const std::vector<Function>& all_functions() {
-  static const std::vector<Function> functions = {
-#define ZIVKS_FUNCTION(name, family, arguments, block, alignment, overlap, outside, results)           \
-  describe(#name, #family, arguments, block, Alignment::alignment, Overlap::overlap, Outside::outside, \
-           Results::results, name),
+  static const std::vector<Function> functions = [] {
+    static const Row rows[] = {
+#define ZIVKS_FUNCTION(name, family, arguments, block, alignment, overlap, results) \
+  {#name,                                                                           \
+   #family,                                                                         \
+   arguments,                                                                       \
+   block,                                                                           \
+   Alignment::alignment,                                                            \
+   Overlap::overlap,                                                                \
+   Results::results,                                                                \
+   reinterpret_cast<void (*)()>(name),                                              \
+   &SignatureOf<decltype(name)>::kSignature},
 #include "functions.def"
 #undef ZIVKS_FUNCTION
-  };
+    };
+    std::vector<Function> list;
+    for (const Row& row : rows) list.push_back(describe(row));
+    return list;
+  }();
   return functions;
 }
 

@@ -19,7 +19,6 @@ namespace zivks_test {
 // The words of the table's columns.
 enum class Alignment { BYTE, ELEMENT };
 enum class Overlap { NONE, SAME_WIDTH, ANY };
-enum class Outside { NOTHING };
 enum class Results { BITS, ANY_NAN };
 
 struct ElementType {
@@ -55,9 +54,10 @@ enum class Role {
 struct Argument {
   std::string name;
   Role role;
-  bool nullable;
   const ElementType* element;  // what a pointer points to, or the type of a value
-  size_t packed;               // what is pointed to, this many times, makes up an element of an array
+  size_t packed = 1;           // what is pointed to, this many times, makes up an element of an array
+  int32_t least = 1;           // of a length
+  bool nullable = false, is_unsigned = false, is_unchecked = false;
 
   bool is_array() const {
     return role == Role::kSource || role == Role::kDestination || role == Role::kSourceDestination;
@@ -97,16 +97,14 @@ struct Function {
   size_t block;
   Alignment alignment;
   Overlap overlap;
-  Outside outside;
   Results results;
-  bool accepts_negative_length, accepts_every_mode;
-  int32_t least_length;
   std::string fault;  // what is wrong with the row, if anything
   void (*address)();
   Slot (*invoke)(void (*address)(), const Slot* slots);
   mutable size_t calls = 0;
 
   bool returns_status() const { return family != "Memory"; }
+  int32_t least_length() const;
   // The out-of-place form of an `_I` or `_IS` form, which gives the same result; null if there is none.
   const Function* out_of_place_twin() const;
   Slot call(const std::vector<Slot>& slots) const {

@@ -1,4 +1,4 @@
-// The table itself: rows are unique and say what the declarations say.
+// The table itself: rows are unique and agree with the declarations.
 #include <gtest/gtest.h>
 
 #include <set>

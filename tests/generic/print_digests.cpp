@@ -19,7 +19,7 @@ class Digest {
   uint64_t value_ = 0xCBF29CE484222325;
 };
 
-// Sign and payload of a NaN that arithmetic made are the processor's.
+// The sign and payload of a NaN that arithmetic made depend on the processor.
 void forget_nan_bits(const ElementType& element, Bytes& contents) {
   for (size_t offset = 0; offset < contents.size(); offset += element.part_bytes()) {
     if (!element.is_nan(&contents[offset])) continue;

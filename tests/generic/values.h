@@ -49,7 +49,7 @@ struct ElementParts<T, std::void_t<decltype(T::re)>> {
 template <class T>
 using PartOf = typename ElementParts<T>::Part;
 
-// Limits, their neighbours and whatever arithmetic treats in a way of its own; finite values come first.
+// Limits and their neighbours, and values that arithmetic treats specially. Finite values come first.
 template <class T>
 const std::vector<T>& special_values() {
   using Limits = std::numeric_limits<T>;
@@ -94,6 +94,21 @@ const std::vector<T>& special_values() {
   return values;
 }
 
+// The special values of a float type, and numbers around ties and bounds of the rounding to integers.
+template <class T>
+std::vector<T> values_around_ties() {
+  std::vector<T> values = special_values<T>();
+  for (int digits : {0, 1, 2, 7, 8, 15, 16, 23, 24, 31, 32, 52, 53, 62, 63, 64}) {
+    for (double offset : {-1.5, -1.0, -0.75, -0.5, -0.25, 0.0, 0.25, 0.5, 0.75, 1.0, 1.5}) {
+      const T value = static_cast<T>(std::ldexp(1.0, digits) + offset);
+      for (T near : {value, std::nextafter(value, T{0}), std::nextafter(value, 2 * value)}) {
+        values.insert(values.end(), {near, -near});
+      }
+    }
+  }
+  return values;
+}
+
 template <class T>
 size_t count_finite(const std::vector<T>& values) {
   size_t count = 0;
@@ -132,7 +147,8 @@ class Random {
   uint64_t state_;
 };
 
-// How much of an array is special. Reductions need arrays without NaN, or they would return nothing else.
+// How many elements are special. A reduction of an array with NaN mostly returns NaN, so there are arrays
+// without.
 enum class Flavour { kFinite, kFewSpecial, kManySpecial };
 
 template <class T>

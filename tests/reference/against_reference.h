@@ -29,8 +29,7 @@ inline const Reference* find_reference(const Function& function) {
   return nullptr;
 }
 
-// For tests of many operands: what holds of an out-of-place form need not be shown again of its in-place
-// form.
+// For tests of many operands, which need not show again for an in-place form what its twin has shown.
 inline std::vector<const Function*> without_twins(std::vector<const Function*> functions) {
   const auto has_twin = [](const Function* function) { return function->out_of_place_twin() != nullptr; };
   functions.erase(std::remove_if(functions.begin(), functions.end(), has_twin), functions.end());

@@ -3,7 +3,7 @@
 namespace zivks_test {
 namespace {
 
-// From the exact value: saturated to an integer type, unchanged in a float type that holds it.
+// An exact value as T: integers saturate; a float type holds the value unchanged.
 template <class T>
 T from_exact(int64_t value) {
   if constexpr (std::is_integral_v<T>) {

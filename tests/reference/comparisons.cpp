@@ -5,8 +5,8 @@
 namespace zivks_test {
 namespace {
 
-// The larger or the smaller. Elements of whole blocks propagate NaN and order -0 below +0; those behind them
-// take the second where the comparison fails.
+// The larger or the smaller of two. In whole blocks a NaN is the result and -0 is below +0. In the tail the
+// result is the second number unless the comparison holds.
 template <bool larger, class T>
 T chosen(Place place, T a, T b) {
   if (place == Place::kTail) return (larger ? a >= b : a <= b) ? a : b;
@@ -32,7 +32,7 @@ std::tuple<uint16_t, int32_t> nearest(const std::vector<uint16_t>& table, uint16
   return {table[found], static_cast<int32_t>(found)};
 }
 
-// The values are an array or a constant; the results follow each other either way.
+// Searches for the elements of an array, or for one constant.
 std::vector<Bytes> nearest_of_all(const Function& function, const Operands& operands) {
   size_t table_argument = 0;
   while (function.arguments[table_argument].role != Role::kTable) ++table_argument;

@@ -22,7 +22,7 @@ C merge(PartOf<C> re, PartOf<C> im) {
 
 template <class T>
 T negate(T value) {
-  if constexpr (std::is_floating_point_v<T>) {  // the sign bit, of a NaN too
+  if constexpr (std::is_floating_point_v<T>) {  // only the sign bit changes, of a NaN too
     return bit_cast<T>(bit_cast<BitsOf<T>>(value) ^ (BitsOf<T>{1} << (8 * sizeof(T) - 1)));
   } else {
     return value == std::numeric_limits<T>::min() ? std::numeric_limits<T>::max() : static_cast<T>(-value);

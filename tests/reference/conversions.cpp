@@ -20,7 +20,7 @@ F rounded(S value) {
   return nearest_float<F>(int64_t{value});
 }
 
-// To the nearest float32, ties to even; every step but the choice between two neighbours is exact.
+// The nearest float32, ties to even. Every step is exact but the choice between two neighbours.
 float narrowed(double value) {
   if (std::isnan(value)) return std::numeric_limits<float>::quiet_NaN();
   const double magnitude = std::fabs(value);
@@ -55,20 +55,12 @@ Rounding rounding_of(int32_t mode) {
   return mode == ZIVK_RND_NEAR ? Rounding::kTiesToEven : Rounding::kTiesAway;
 }
 
-// NaN counts as nothing.
-Exact rounded_to_integer(double value, Rounding rounding) {
-  if (std::isnan(value)) return 0;
-  int exponent;
-  const double fraction = std::frexp(std::clamp(value, -0x1p64, 0x1p64), &exponent);
-  return scaled_by_power_of_two(static_cast<int64_t>(std::ldexp(fraction, 53)), exponent - 53, rounding);
-}
-
 template <class T>
 T float_to_integer(float value, int32_t mode, double scale) {
   return saturated<T>(rounded_to_integer(double{product(value, scale)}, rounding_of(mode)));
 }
-// The tail takes the number just below one half for one half and more, and odd numbers of 53 bits for
-// their even neighbours.
+// The tail adds 1/2 in float64 and truncates. That addition rounds the number just below 1/2 up to 1, and odd
+// numbers of 53 bits to an even neighbour away from zero.
 template <class T>
 T rounded_at(Place place, double value, int32_t mode) {
   const double magnitude = std::fabs(value);
@@ -101,7 +93,7 @@ int32_t by_way_of_double(Place place, int64_t value, int32_t mode, double scale)
   return double_to_integer<int32_t>(place, nearest_float<double>(value), mode, scale);
 }
 
-// Blocks that grow by 2^128 or more read the lowest byte of the shift.
+// From a factor of 2^128 on, blocks shift by the lowest byte of the count only.
 Exact grown(Place place, Exact value, int shift) {
   return place == Place::kBlock ? shifted_by_low_byte(value, shift, Rounding::kTiesUp)
                                 : times_power_of_two(value, shift);

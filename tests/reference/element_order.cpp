@@ -6,7 +6,7 @@
 namespace zivks_test {
 namespace {
 
-// A reference from a function of one array, which it changes element by element of so many bytes.
+// A reference from a function that changes an array of elements of `element_bytes`.
 Reference changing(std::function<void(Bytes& array, size_t element_bytes)> change) {
   return [change](const Function& function, const Operands& operands) {
     const size_t source = inputs_of(function).at(0);
@@ -32,7 +32,7 @@ void reverse_elements(Bytes& array, size_t element_bytes) {
   swap_bytes(array, element_bytes);
 }
 
-// The steps by which the narrow in-place forms are defined, as they are told.
+// The narrow in-place forms are defined by these steps, which do not reverse arrays of every length.
 template <class T, size_t W>
 void exchange_blocks(Bytes& array, size_t) {
   const size_t len = array.size() / sizeof(T), h = len / 2, r = len % W;

@@ -1,8 +1,10 @@
-// Integers wide enough to hold every sum and product, and their exact scaling by powers of two.
+// Integers that hold every sum and product, and their exact scaling by powers of two.
 #ifndef ZIVKS_TESTS_REFERENCE_EXACT_H
 #define ZIVKS_TESTS_REFERENCE_EXACT_H
 
 #include <algorithm>
+#include <cmath>
+#include <cstdint>
 #include <limits>
 #include <stdexcept>
 
@@ -19,7 +21,7 @@ T saturated(Exact value) {
 enum class Rounding { kToZero, kDown, kTiesToEven, kTiesAway, kTiesUp, kTiesDown };
 
 inline Exact divided_by_power_of_two(Exact value, int exponent, Rounding rounding) {
-  // Operands have 65 bits at most, so that from 67 on the exponent makes no difference.
+  // Operands have at most 65 bits, so that all exponents from 67 on give the same.
   exponent = std::min(exponent, 67);
   const Exact divisor = Exact{1} << exponent;
   const Exact quotient = value >> exponent, rest = value - quotient * divisor;
@@ -47,7 +49,7 @@ inline Exact scaled_by_power_of_two(Exact value, int exponent, Rounding rounding
                       : times_power_of_two(value, exponent);
 }
 
-// To so many significant bits, ties to even, as a conversion to floating point rounds.
+// Rounded to `digits` significant bits, ties to even, as by a conversion to floating point.
 inline Exact rounded_to_digits(Exact value, int digits) {
   const Exact magnitude = value < 0 ? -value : value;
   int excess = 0;
@@ -55,10 +57,18 @@ inline Exact rounded_to_digits(Exact value, int digits) {
   return times_power_of_two(divided_by_power_of_two(value, excess, Rounding::kTiesToEven), excess);
 }
 
-// As a shift by registers takes its count: the lowest byte of it, and to the right where that is negative.
+// value * 2^n where n is the lowest byte of the count, as a signed number.
 inline Exact shifted_by_low_byte(Exact value, int count, Rounding rounding) {
   const int byte = count % 256;
   return scaled_by_power_of_two(value, byte < 128 ? byte : byte - 256, rounding);
+}
+
+// NaN counts as 0; beyond 64 bits the value is clamped.
+inline Exact rounded_to_integer(double value, Rounding rounding) {
+  if (std::isnan(value)) return 0;
+  int exponent;
+  const double fraction = std::frexp(std::clamp(value, -0x1p64, 0x1p64), &exponent);
+  return scaled_by_power_of_two(static_cast<int64_t>(std::ldexp(fraction, 53)), exponent - 53, rounding);
 }
 
 }  // namespace zivks_test

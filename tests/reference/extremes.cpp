@@ -8,7 +8,7 @@ enum class Extreme { kLeast, kGreatest };
 template <class T>
 constexpr bool kIsFloat = std::is_floating_point_v<T>;
 
-// Elements in the block pass: whole blocks of 32 bytes.
+// The number of elements in whole blocks of 32 bytes.
 template <class T>
 size_t block_elements(const std::vector<T>& samples) {
   return samples.size() / (32 / sizeof(T)) * (32 / sizeof(T));
@@ -24,7 +24,7 @@ T magnitude(T value) {
   }
 }
 
-// In the block pass a NaN wins, as the plain quiet NaN, and -0 is below +0.
+// In blocks the result is the plain quiet NaN if either is a NaN, and -0 is below +0.
 template <class T>
 T in_block(Extreme extreme, T a, T b) {
   if constexpr (kIsFloat<T>) {
@@ -39,13 +39,14 @@ bool is_beyond(Extreme extreme, T running, T element) {
   return extreme == Extreme::kLeast ? element < running : element > running;
 }
 
-// In the tail only what is strictly beyond the running value replaces it.
+// In the tail an element replaces the running value only if it is strictly beyond it.
 template <class T>
 T in_tail(Extreme extreme, T running, T element) {
   return is_beyond(extreme, running, element) ? element : running;
 }
 
-// Both passes over the elements from `first` on, seeded as there are blocks or not.
+// First the blocks, then the tail. The seed depends on whether there are blocks; if there are, the elements
+// ahead of `first` are left out.
 template <class T>
 T extreme_of(Extreme extreme, const std::vector<T>& samples, T (*value)(T), T block_seed, T short_seed,
              size_t first = 0) {
@@ -82,13 +83,13 @@ T least_magnitude(const std::vector<T>& samples) {
 template <class T>
 T greatest_magnitude(const std::vector<T>& samples) {
   const T seed = kIsFloat<T> ? std::numeric_limits<T>::min() : samples[0];
-  // Of 32-bit integers the block pass leaves out the first block; its first element takes part with its sign.
+  // 32-bit integers: the first block is left out, but its first element is the seed, with its sign.
   const size_t first = std::is_same_v<T, int32_t> ? 8 : 0;
   return extreme_of(Extreme::kGreatest, samples, magnitude<T>, seed, magnitude(samples[0]), first);
 }
 
-// Blocks are compared by their extremes, strictly, and the winner's lanes one after the other with its
-// extreme; the last lane is taken untested.
+// The first block whose extreme is strictly beyond all earlier ones wins. Its elements are compared with that
+// extreme one after the other; if none but the last is left, the last is the result without a comparison.
 template <class T>
 std::tuple<T, int32_t> position_of(Extreme extreme, const std::vector<T>& samples, T (*value)(T), T seed) {
   const size_t block = 32 / sizeof(T), blocks = block_elements(samples);

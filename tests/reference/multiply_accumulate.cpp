@@ -30,8 +30,8 @@ std::vector<Bytes> complex_products(const Function& function, const Operands& op
   return outputs.take();
 }
 
-// The sum goes to a floating-point type of so many digits, before it is scaled by a power of two, rounded and
-// saturated.
+// The sum is rounded to a floating-point type of `digits` bits, then scaled by a power of two, rounded to an
+// integer and saturated.
 template <class S, class T, int digits>
 T scaled_product(S a, S b, T c, double scale) {
   const Exact sum = rounded_to_digits(Exact{a} * b + c, digits);

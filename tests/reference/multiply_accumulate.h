@@ -1,4 +1,4 @@
-// Multiply-accumulate of complex numbers, with the rounding of each operation where it is told.
+// Multiply-accumulate of complex numbers. Each operation below rounds once, as the headers require.
 #ifndef ZIVKS_TESTS_REFERENCE_MULTIPLY_ACCUMULATE_H
 #define ZIVKS_TESTS_REFERENCE_MULTIPLY_ACCUMULATE_H
 
@@ -10,8 +10,8 @@
 
 namespace zivks_test {
 
-// In place, element by element; c may be a or b. A block reads an element before it writes it, the tail
-// writes the real part first.
+// c += a * b, element by element; c may be a or b. A block reads both parts of an element before it writes
+// any; the tail writes the real part, and then reads what the imaginary part is made of.
 template <class C>
 void reference_add_product(const C* a, const C* b, C* c, size_t len) {
   constexpr bool kSingle = std::is_same_v<C, ZIVK32fc>;

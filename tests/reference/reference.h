@@ -1,5 +1,5 @@
-// References: plain statements of what functions compute, one element or one whole array at a time, written
-// without regard to how the library does it. A reference serves a function and its in-place form.
+// References state plainly what functions compute, by element or by array, and are written independently of
+// the library. A reference serves a function and its in-place form.
 #ifndef ZIVKS_TESTS_REFERENCE_REFERENCE_H
 #define ZIVKS_TESTS_REFERENCE_REFERENCE_H
 
@@ -17,7 +17,7 @@
 
 namespace zivks_test {
 
-// Computes what the call has to write: the contents of the arrays, by argument; empty for what is only read.
+// Computes the arrays that a call has to write, by argument; those that are only read stay empty.
 using Reference = std::function<std::vector<Bytes>(const Function&, const Operands&)>;
 using References = std::map<std::string, Reference>;  // by function name
 
@@ -113,10 +113,10 @@ class Outputs {
   std::vector<size_t> written_;
 };
 
-// Where block and tail have different rules.
+// For functions whose block and tail have different rules.
 enum class Place { kBlock, kTail };
 
-// A reference from a function of the place and of one element of each array, and of the values.
+// A reference from a function of the place, of one element of each array, and of the values.
 template <class... Inputs, class Operation>
 Reference at_each_place(Operation operation) {
   return [operation](const Function& function, const Operands& operands) {
@@ -141,7 +141,7 @@ Reference elementwise(Result (*operation)(Place, Inputs...)) {
   return at_each_place<Inputs...>(operation);
 }
 
-// The same where the place makes no difference.
+// The same if the place makes no difference.
 template <class Result, class... Inputs>
 Reference elementwise(Result (*operation)(Inputs...)) {
   return at_each_place<Inputs...>([operation](Place, Inputs... input) { return operation(input...); });

@@ -1,4 +1,4 @@
-// Scaled addition and subtraction in integers wide enough to hold everything: exact, whatever the scale.
+// Scaled addition and subtraction in integers of 128 bits, which hold every sum exactly.
 #include "reference/exact.h"
 #include "reference/reference.h"
 #include "reference/scale.h"
@@ -10,13 +10,12 @@ Exact sum(Exact a, Exact b) { return a + b; }
 Exact first_minus_second(Exact a, Exact b) { return a - b; }
 Exact second_minus_first(Exact a, Exact b) { return b - a; }
 
-// What the blocks of a member shift when the count has wrapped into a shift to the right, and how.
+// The value that blocks shift, and its rounding, when the count has wrapped into a shift to the right.
 enum class Shifted { kNothing, kExactHalfUp, kSaturatedHalfUp, kSaturatedDown };
 
-// What sets a member apart from the others, all of which multiply, round to nearest even and saturate.
+// Every member multiplies by a power of two, rounds to nearest even and saturates, with these exceptions.
 struct Rules {
-  // Scales below 1: elements in a block that shifts. A block of one stands for members without a tail, and
-  // for those whose tail shifts as well.
+  // Elements in a block that shifts where the scale is below 1; 1 if there is no tail or the tail shifts too.
   size_t shifting_block = 1;
   Shifted shifted = Shifted::kNothing;
   // Whole blocks of so many elements narrow the second four of every eight products to 16 bits by truncation.
@@ -33,7 +32,7 @@ T shifted_in_block(Exact value, int count, Shifted shifted) {
   return saturated<T>(shifted_by_low_byte(value, count, rounding));
 }
 
-// The exact result of element `index` of `length`, times 2 to -`shift`.
+// exact * 2^-shift, for element `index` of `length`.
 template <class T>
 T scaled(Exact value, int shift, const Rules& rules, Rounding rounding, size_t index, size_t length) {
   if (shift >= rules.clearing_shift) return 0;
@@ -48,7 +47,7 @@ T scaled(Exact value, int shift, const Rules& rules, Rounding rounding, size_t i
   return saturated<T>(product);
 }
 
-// The constant INT64_MIN has loops of its own, whose blocks of two treat ties in another way.
+// With the constant INT64_MIN, blocks of two take ties down.
 template <class Part>
 bool rounds_ties_down(Exact constant, int shift, size_t index, size_t length) {
   return std::is_same_v<Part, int64_t> && constant == std::numeric_limits<int64_t>::min() && shift <= 64 &&

@@ -1,4 +1,4 @@
-// Zero crossings of samples that a function of the index gives, so that they need not all be in memory.
+// Zero crossings of samples that come from a function of the index, so that long arrays need no memory.
 #ifndef ZIVKS_TESTS_REFERENCE_ZERO_CROSSING_H
 #define ZIVKS_TESTS_REFERENCE_ZERO_CROSSING_H
 
@@ -11,7 +11,7 @@
 
 namespace zivks_test {
 
-// What the pair of neighbours adds to the count. Of kind 2, a NaN's sign is NaN in a block and -1 in the
+// The contribution of a pair of neighbours. Kind 2 takes the sign of a NaN as NaN in a block and as -1 in the
 // tail.
 template <class T>
 float crossing(T a, T b, int32_t kind, bool in_block) {
@@ -31,8 +31,8 @@ float crossing(T a, T b, int32_t kind, bool in_block) {
   return std::fabs(sign(b) - sign(a));
 }
 
-// Lanes of the block pass count for themselves, kind 2 in float32. They go to float32 and are added pairwise;
-// the tail adds to that float32.
+// Each lane of a block has a count of its own, of kind 2 in float32. The counts are converted to float32 and
+// added pairwise; the tail is added to that sum.
 template <class Sample>
 float reference_crossings(size_t length, int32_t kind, Sample sample) {
   using T = decltype(sample(size_t{0}));
