@@ -9,6 +9,7 @@
 
 #include "core/checks.h"
 #include "core/scale.h"
+#include "core/scaled_integer.h"
 
 using namespace zivks;
 
@@ -16,82 +17,75 @@ namespace {
 
 // --- Right shifts --------------------------------------------------------------------------
 
-// A 65-bit sum, halved and then divided by a power of two.
-struct Quotient {
-  U64 value;      // floor of the quotient, modulo 2^64
-  U64 remainder;  // of the half
-  U64 low;        // whose lowest bit is the sum's
-  U64 negative;   // all ones where the sum is negative
+// How a sum is divided by a power of two. The sum is 2 * half, plus 1 where the lowest bit of `odd` is set; its
+// other bits have no effect. halved() divides the sum by 2, and divided() by 2^(count + 1), 0 < count < 64.
+template <class R>
+ZIVKS_INLINE R lowest_bit(R a) {
+  return a & broadcast(ElementOf<R>{1});
+}
+ZIVKS_INLINE I64 is_negative(I64 half) { return half < I64{}; }
+ZIVKS_INLINE U64 is_negative(U64) { return U64{}; }
 
-  U64 sum_is_odd() const { return low & broadcast(uint64_t{1}); }
-};
-
-// How a quotient is rounded. It grows by one where the remainder exceeds threshold() - threshold_bit(), if
-// keep_growth() agrees; the bit that halving the sum took off shows in ties only. A sum that is not divided
-// further grows by growth_of_half().
 struct TowardZero {
-  static uint64_t threshold(uint64_t) { return 0; }
-  static U64 threshold_bit(Quotient q) { return q.sum_is_odd(); }
-  static U64 keep_growth(Quotient q, U64 grows) { return grows & q.negative; }
-  static U64 growth_of_half(Quotient q) { return q.sum_is_odd() & q.negative; }
+  template <class R>
+  ZIVKS_INLINE static R halved(R half, R odd) {
+    return half + (lowest_bit(odd) & is_negative(half));
+  }
+  // Division rounds down. Of a negative sum it has to round up, which adding the divisor less one makes it do.
+  template <class R>
+  ZIVKS_INLINE static R divided(R half, R odd, int count) {
+    const U64 divisor_less_one = broadcast((uint64_t{1} << count) - 1);
+    const U64 addend = (divisor_less_one + lowest_bit(U64(odd))) & U64(is_negative(half));
+    return shift_right(R(U64(half) + addend), count);
+  }
 };
 struct TiesToEven {
-  static uint64_t threshold(uint64_t divisor) { return divisor / 2; }
-  static U64 threshold_bit(Quotient q) { return (q.value | q.low) & broadcast(uint64_t{1}); }
-  static U64 keep_growth(Quotient, U64 grows) { return grows; }
-  static U64 growth_of_half(Quotient q) { return q.sum_is_odd() & q.value; }
+  template <class R>
+  ZIVKS_INLINE static R halved(R half, R odd) {
+    return half + lowest_bit(odd & half);
+  }
+  template <class R>
+  ZIVKS_INLINE static R divided(R half, R odd, int count) {
+    return shift_right_to_even(half, odd, count);
+  }
 };
 struct TiesUp {
-  static uint64_t threshold(uint64_t divisor) { return divisor / 2 - 1; }
-  static U64 threshold_bit(Quotient) { return U64{}; }
-  static U64 keep_growth(Quotient, U64 grows) { return grows; }
-  static U64 growth_of_half(Quotient q) { return q.sum_is_odd(); }
+  template <class R>
+  ZIVKS_INLINE static R halved(R half, R odd) {
+    return half + lowest_bit(odd);
+  }
+  template <class R>
+  ZIVKS_INLINE static R divided(R half, R, int count) {
+    return shift_right_half_up(half, count);
+  }
 };
 struct TiesDown {
-  static uint64_t threshold(uint64_t divisor) { return divisor / 2; }
-  static U64 threshold_bit(Quotient q) { return q.sum_is_odd(); }
-  static U64 keep_growth(Quotient, U64 grows) { return grows; }
-  static U64 growth_of_half(Quotient) { return U64{}; }
+  template <class R>
+  ZIVKS_INLINE static R halved(R half, R) {
+    return half;
+  }
+  template <class R>
+  ZIVKS_INLINE static R divided(R half, R odd, int count) {
+    const auto half_divisor = static_cast<ElementOf<R>>(uint64_t{1} << (count - 1));
+    return shift_right_growing(half, count, broadcast(half_divisor) - lowest_bit(odd));
+  }
 };
 
-// For shifts by 1 to 64. Signed values are offset by 2^63, which makes them unsigned, and the quotient's
-// share of the offset is taken off it.
-template <class Rounding, class T>
-ZIVKS_INLINE Register<T> round_sum(Register<T> a, Register<T> b, int shift) {
-  constexpr uint64_t kOffset = std::is_signed_v<T> ? uint64_t{1} << 63 : 0;
-  const U64 offset = broadcast(kOffset);
-  const U64 x = U64(a) ^ offset, y = U64(b) ^ offset;
-  const U64 half = (x & y) + ((x ^ y) >> 1);
-  const int count = shift - 1;
-  const uint64_t divisor = uint64_t{1} << count;
-  Quotient quotient;
-  quotient.value = shift_right(half, count) - broadcast(kOffset >> count);
-  quotient.remainder = half & broadcast(divisor - 1);
-  quotient.low = x ^ y;
-  quotient.negative = std::is_signed_v<T> ? U64(I64(half ^ offset) < I64{}) : U64{};
-  if (count == 0) return Register<T>(quotient.value + Rounding::growth_of_half(quotient));
-  // Both sides are below 2^63.
-  const U64 threshold = broadcast(Rounding::threshold(divisor)) - Rounding::threshold_bit(quotient);
-  const U64 grows = U64(I64(quotient.remainder) > I64(threshold));
-  return Register<T>(quotient.value - Rounding::keep_growth(quotient, grows));
+// (a + b) / 2^shift, 1 <= shift <= 64.
+template <class Rounding, class R>
+ZIVKS_INLINE R divide_sum(R a, R b, int shift) {
+  const R half = average_down(a, b), odd = a ^ b;
+  return shift == 1 ? Rounding::halved(half, odd) : Rounding::divided(half, odd, shift - 1);
 }
 
 template <class Rounding, class T, class Second>
-void shift_right_rounded(const T* src, Second second, T* dst, size_t len, int shift) {
+void divide_sums(const T* src, Second second, T* dst, size_t len, int shift) {
   if (shift == 1) {
-    map(
-        dst, len,
-        [](auto a, auto b) {
-          return lift<T>([](auto x, auto y) { return round_sum<Rounding, T>(x, y, 1); }, a, b);
-        },
-        src, second);
+    const auto kernel = [](auto a, auto b) { return divide_sum<Rounding>(a, b, 1); };
+    map_registers<T>(dst, len, kernel, src, second);
   } else {
-    map(
-        dst, len,
-        [=](auto a, auto b) {
-          return lift<T>([=](auto x, auto y) { return round_sum<Rounding, T>(x, y, shift); }, a, b);
-        },
-        src, second);
+    const auto kernel = [shift](auto a, auto b) { return divide_sum<Rounding>(a, b, shift); };
+    map_registers<T>(dst, len, kernel, src, second);
   }
 }
 
@@ -99,10 +93,8 @@ void shift_right_rounded(const T* src, Second second, T* dst, size_t len, int sh
 
 template <class T, class Second>
 void add_clamped(const T* src, Second second, T* dst, size_t len) {
-  map(
-      dst, len,
-      [](auto a, auto b) { return lift<T>([](auto x, auto y) { return add_saturating(x, y); }, a, b); }, src,
-      second);
+  const auto kernel = [](auto a, auto b) { return add_saturating(a, b); };
+  map_registers<T>(dst, len, kernel, src, second);
 }
 
 // Halfway cases go up. Of 64-bit values nothing is left by a shift by more than 64.
@@ -111,8 +103,7 @@ T shift_wrapped(T value, int count) {
   const int wrapped = wrapped_shift(count);
   if (wrapped >= 0) return shift_left_saturating(broadcast(value), wrapped)[0];
   if (wrapped < -64) return 0;
-  const U64 zero = {};
-  return round_sum<TiesUp, T>(broadcast(value), Register<T>(zero), -wrapped)[0];
+  return divide_sum<TiesUp>(broadcast(value), Register<T>{}, -wrapped)[0];
 }
 
 template <class T, class Second>
@@ -122,13 +113,8 @@ void shift_left_clamped(const T* src, Second second, T* dst, size_t len, int cou
     for (size_t i = 0; i < len; ++i) dst[i] = shift_wrapped(dst[i], count);
     return;
   }
-  map(
-      dst, len,
-      [=](auto a, auto b) {
-        return lift<T>([=](auto x, auto y) { return shift_left_saturating(add_saturating(x, y), count); }, a,
-                       b);
-      },
-      src, second);
+  const auto kernel = [count](auto a, auto b) { return shift_left_saturating(add_saturating(a, b), count); };
+  map_registers<T>(dst, len, kernel, src, second);
 }
 
 // --- Shapes of the exported functions --------------------------------------------------------
@@ -143,16 +129,16 @@ ZIVKStatus add_constant(const T* src, T val, T* dst, int32_t len, ZIVKRoundMode 
   } else if (shift == 0) {
     add_clamped(src, constant, dst, count);
   } else if (rndMode == ZIVK_RND_ZERO) {
-    shift_right_rounded<TowardZero>(src, constant, dst, count, shift);
+    divide_sums<TowardZero>(src, constant, dst, count, shift);
   } else if (rndMode == ZIVK_RND_NEAR) {
-    shift_right_rounded<TiesToEven>(src, constant, dst, count, shift);
+    divide_sums<TiesToEven>(src, constant, dst, count, shift);
   } else if (std::is_signed_v<T> && val == std::numeric_limits<T>::min()) {
     // With this constant a tie goes down in blocks of two, but up in the tail.
     const size_t blocks = count & ~size_t{1};
-    if (blocks > 0) shift_right_rounded<TiesDown>(src, constant, dst, blocks, shift);
-    if (blocks < count) shift_right_rounded<TiesUp>(src + blocks, constant, dst + blocks, 1, shift);
+    if (blocks > 0) divide_sums<TiesDown>(src, constant, dst, blocks, shift);
+    if (blocks < count) divide_sums<TiesUp>(src + blocks, constant, dst + blocks, 1, shift);
   } else {
-    shift_right_rounded<TiesUp>(src, constant, dst, count, shift);
+    divide_sums<TiesUp>(src, constant, dst, count, shift);
   }
   return ZIVK_STS_NO_ERR;
 }
@@ -170,7 +156,7 @@ ZIVKStatus ZIVKS_Add_64s_S(const int64_t* src1, const int64_t* src2, int64_t* ds
   } else if (shift == 0) {
     add_clamped(src1, src2, dst, count);
   } else if (shift <= 64) {
-    shift_right_rounded<TiesToEven>(src1, src2, dst, count, shift);
+    divide_sums<TiesToEven>(src1, src2, dst, count, shift);
   } else {
     ZIVKS_Zero_64s(dst, len);
   }
