@@ -45,17 +45,45 @@ struct AddProduct64fc {
   }
 };
 
-template <size_t distance1, size_t distance2, size_t distance_of_sum, class Kernel, class T>
+template <class T>
+ZIVKS_INLINE ComplexLanes<T, kRegisterElements<T>> load_next_numbers(const T*& from) {
+  const auto parts = load_next_deinterleaved(from);
+  return {{{parts.first}}, {{parts.second}}};
+}
+template <class T, class Kernel>
+ZIVKS_INLINE void add_next_products(const T*& src1, const T*& src2, const T*& summands, T*& sums,
+                                    Kernel kernel) {
+  const auto a = load_next_numbers(src1), b = load_next_numbers(src2), c = load_next_numbers(summands);
+  const auto sum = kernel(a, b, c);
+  store_next_interleaved(sums, sum.re.part[0], sum.im.part[0]);
+}
+
+// Whole registers of parts. Every operand has a pointer that moves on by itself, `srcDst` one to read and one to
+// write.
+template <class T, class Kernel>
+[[gnu::flatten]] void add_separated_products(const T* src1, const T* src2, T* srcDst, size_t len,
+                                             Kernel kernel) {
+  constexpr size_t kTurn = 4 * kRegisterElements<T>;
+  const T* summands = srcDst;
+  const T* const end = src1 + 2 * len;
+  const T* const end_of_turns = src1 + 2 * (len & ~(kTurn - 1));
+  while (src1 != end_of_turns) {
+    add_next_products(src1, src2, summands, srcDst, kernel);
+    add_next_products(src1, src2, summands, srcDst, kernel);
+    add_next_products(src1, src2, summands, srcDst, kernel);
+    add_next_products(src1, src2, summands, srcDst, kernel);
+  }
+  while (src1 != end) add_next_products(src1, src2, summands, srcDst, kernel);
+}
+
+template <size_t B, size_t distance1, size_t distance2, size_t distance_of_sum, class Kernel, class T>
 void add_blocks_of_products(const T* src1, const T* src2, T* srcDst, size_t len, Kernel kernel) {
   if constexpr (kSeparatesParts<T>) {
-    map(ComplexArray<T, distance_of_sum, Prefetch::kWrite>{srcDst}, len, kernel,
-        ComplexArray<const T, distance1>{src1}, ComplexArray<const T, distance2>{src2},
-        ComplexArray<const T>{srcDst});
+    static_assert(B % kRegisterElements<T> == 0 && distance1 == 0 && distance2 == 0 && distance_of_sum == 0);
+    add_separated_products(src1, src2, srcDst, len, kernel);
   } else {
-    map(
-        ArrayOfPairs<T, distance_of_sum, Prefetch::kWrite>{{srcDst}}, 2 * len,
-        [=](auto a, auto b, auto c) { return lift<T>(kernel, a, b, c); }, prefetched<distance1>(src1),
-        prefetched<distance2>(src2), srcDst);
+    map_registers<T>(ArrayOfPairs<T, distance_of_sum, Prefetch::kWrite>{{srcDst}}, 2 * len, kernel,
+                     prefetched<distance1>(src1), prefetched<distance2>(src2), srcDst);
   }
 }
 
@@ -75,8 +103,8 @@ ZIVKStatus add_complex_products(const T* src1, const T* src2, T* srcDst, int32_t
   if (ZIVKStatus status = check_arrays(len, src1, src2, srcDst)) return status;
   const auto count = static_cast<size_t>(len), blocks = count & ~(B - 1);
   if (blocks > 0) {
-    add_blocks_of_products<distance1, distance2, distance_of_sum>(parts_of(src1), parts_of(src2),
-                                                                  parts_of(srcDst), blocks, kernel);
+    add_blocks_of_products<B, distance1, distance2, distance_of_sum>(parts_of(src1), parts_of(src2),
+                                                                     parts_of(srcDst), blocks, kernel);
   }
   add_products_one_by_one(src1, src2, srcDst, blocks, count);
   return ZIVK_STS_NO_ERR;
