@@ -5,6 +5,7 @@
 #include <zivks/arithmetic.h>
 #include <zivks/movement.h>
 
+#include <cstring>
 #include <limits>
 
 #include "core/checks.h"
@@ -97,24 +98,23 @@ void add_clamped(const T* src, Second second, T* dst, size_t len) {
   map_registers<T>(dst, len, kernel, src, second);
 }
 
-// Halfway cases go up. Of 64-bit values nothing is left by a shift by more than 64.
-template <class T>
-T shift_wrapped(T value, int count) {
-  const int wrapped = wrapped_shift(count);
-  if (wrapped >= 0) return shift_left_saturating(broadcast(value), wrapped)[0];
-  if (wrapped < -64) return 0;
-  return divide_sum<TiesUp>(broadcast(value), Register<T>{}, -wrapped)[0];
-}
-
+// Blocks and tail shift by wrapped_shift(): to the right, with halves rounded up, where it is negative.
 template <class T, class Second>
-void shift_left_clamped(const T* src, Second second, T* dst, size_t len, int count) {
-  if (count >= kLeastWrappingShift) {
-    add_clamped(src, second, dst, len);
-    for (size_t i = 0; i < len; ++i) dst[i] = shift_wrapped(dst[i], count);
-    return;
+void multiply_clamped(const T* src, Second second, T* dst, size_t len, int count) {
+  const int shift = wrapped_shift(count);
+  if (shift >= 0) {
+    const auto kernel = [shift](auto a, auto b) {
+      return shift_left_saturating(add_saturating(a, b), shift);
+    };
+    map_registers<T>(dst, len, kernel, src, second);
+  } else if (shift >= -64) {
+    const auto kernel = [shift](auto a, auto b) {
+      return divide_sum<TiesUp>(add_saturating(a, b), decltype(a){}, -shift);
+    };
+    map_registers<T>(dst, len, kernel, src, second);
+  } else {
+    std::memset(dst, 0, len * sizeof(T));
   }
-  const auto kernel = [count](auto a, auto b) { return shift_left_saturating(add_saturating(a, b), count); };
-  map_registers<T>(dst, len, kernel, src, second);
 }
 
 // --- Shapes of the exported functions --------------------------------------------------------
@@ -125,7 +125,7 @@ ZIVKStatus add_constant(const T* src, T val, T* dst, int32_t len, ZIVKRoundMode 
   const Repeated<T> constant = {broadcast(val)};
   const auto count = static_cast<size_t>(len);
   if (shift < 0) {
-    shift_left_clamped(src, constant, dst, count, -shift);
+    multiply_clamped(src, constant, dst, count, -shift);
   } else if (shift == 0) {
     add_clamped(src, constant, dst, count);
   } else if (rndMode == ZIVK_RND_ZERO) {
@@ -152,7 +152,7 @@ ZIVKStatus ZIVKS_Add_64s_S(const int64_t* src1, const int64_t* src2, int64_t* ds
   const int shift = scale_shift(scale);
   const auto count = static_cast<size_t>(len);
   if (shift < 0) {
-    shift_left_clamped(src1, src2, dst, count, -shift);
+    multiply_clamped(src1, src2, dst, count, -shift);
   } else if (shift == 0) {
     add_clamped(src1, src2, dst, count);
   } else if (shift <= 64) {
