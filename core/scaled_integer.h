@@ -69,13 +69,13 @@ ZIVKS_INLINE R shift_right_rounded(R x, int shift) {
   }
 }
 
-// The same for shift >= kElementBits: what rounds to one, or of signed numbers to minus one, if anything
-// does.
+// The same for shift >= kElementBits. The magnitude of the quotient is at most one half, or less than 1 if x is
+// unsigned, so that the result is -1, 0 or 1.
 template <ZIVKRoundMode mode, class R>
 ZIVKS_INLINE R shift_out_rounded(R x, int shift) {
   using T = ElementOf<R>;
   using Limits = std::numeric_limits<T>;
-  if constexpr (std::is_signed_v<T>) {  // minus one half at most
+  if constexpr (std::is_signed_v<T>) {  // only the lowest x can reach one half
     const bool rounds_lowest = mode == ZIVK_RND_AWAY && shift == kElementBits<R>;
     return R(x < broadcast(static_cast<T>(Limits::min() + rounds_lowest)));
   } else {
@@ -98,8 +98,8 @@ ZIVKS_INLINE R shift_left_bounded(R x, int shift) {
   return R(shift_left(Word(bounded), count));
 }
 
-// Calls `body` with a function that multiplies a register of T by 2^exponent and rounds in `mode`. A result
-// beyond 2^bits may be just that.
+// Calls `body` with a function that multiplies a register of T by 2^exponent and rounds in `mode`. Results whose
+// magnitude exceeds 2^bits may come out as 2^bits with their sign: callers clamp at less.
 template <class T, ZIVKRoundMode mode, int bits, class Body>
 void with_scaling(int exponent, Body body) {
   if (exponent == 0) return body([](auto x) { return x; });
@@ -111,8 +111,8 @@ void with_scaling(int exponent, Body body) {
 }
 
 // x, of at most 33 bits, shifted to the left by wrapped_shift(count) or, if that is negative, to the right with
-// halves up. Counts above 31 act like 31: what is not 0 is then at or beyond every bound that callers clamp at.
-// From 34 on a shift to the right gives 0.
+// halves rounded up. A shift to the left by 31 takes every x but 0 to the bounds that callers clamp at, or beyond,
+// so that larger counts do the same. A shift to the right by 34 gives 0 for every x, and so do larger counts.
 inline int64_t shift_left_wrapping(int64_t x, int count) {
   const int wrapped = wrapped_shift(count);
   if (wrapped >= 0) return x * (int64_t{1} << std::min(wrapped, 31));
