@@ -1,7 +1,7 @@
 // Scaled, saturating addition of 64-bit integers, with an array or with a constant.
 //
-// A scale selects a power of two, 2^shift. The exact sum has 65 bits; it is shifted to the right and rounded
-// or, with a negative shift, saturated first and then shifted to the left with saturation.
+// A scale selects a power of two, 2^shift. The exact sum, of 65 bits, is divided by 2^shift and rounded if the
+// shift is positive. Otherwise it is clamped at the bounds of the type and multiplied by 2^-shift with saturation.
 #include <zivks/arithmetic.h>
 #include <zivks/movement.h>
 
@@ -16,10 +16,8 @@ using namespace zivks;
 
 namespace {
 
-// --- Right shifts --------------------------------------------------------------------------
+// --- Division --------------------------------------------------------------------------------
 
-// How a sum is divided by a power of two. The sum is 2 * half, plus 1 where the lowest bit of `odd` is set; its
-// other bits have no effect. halved() divides the sum by 2, and divided() by 2^(count + 1), 0 < count < 64.
 template <class R>
 ZIVKS_INLINE R lowest_bit(R a) {
   return a & broadcast(ElementOf<R>{1});
@@ -27,6 +25,8 @@ ZIVKS_INLINE R lowest_bit(R a) {
 ZIVKS_INLINE I64 is_negative(I64 half) { return half < I64{}; }
 ZIVKS_INLINE U64 is_negative(U64) { return U64{}; }
 
+// How a sum is divided by a power of two. The sum is 2 * half, plus 1 where the lowest bit of `odd` is set; its
+// other bits have no effect. halved() divides the sum by 2, and divided() by 2^(count + 1), 0 < count < 64.
 struct TowardZero {
   template <class R>
   ZIVKS_INLINE static R halved(R half, R odd) {
@@ -90,7 +90,7 @@ void divide_sums(const T* src, Second second, T* dst, size_t len, int shift) {
   }
 }
 
-// --- Other shifts --------------------------------------------------------------------------
+// --- Clamped sums ----------------------------------------------------------------------------
 
 template <class T, class Second>
 void add_clamped(const T* src, Second second, T* dst, size_t len) {
@@ -98,7 +98,7 @@ void add_clamped(const T* src, Second second, T* dst, size_t len) {
   map_registers<T>(dst, len, kernel, src, second);
 }
 
-// Blocks and tail shift by wrapped_shift(): to the right, with halves rounded up, where it is negative.
+// Multiplies by 2^count, count > 0. Blocks and tail shift by wrapped_shift(): to the right, with halves rounded up, where it is negative.
 template <class T, class Second>
 void multiply_clamped(const T* src, Second second, T* dst, size_t len, int count) {
   const int shift = wrapped_shift(count);
