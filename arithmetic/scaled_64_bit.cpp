@@ -8,9 +8,9 @@
 #include <cstring>
 #include <limits>
 
+#include "arithmetic/scaled_operations.h"
 #include "core/checks.h"
 #include "core/scale.h"
-#include "core/scaled_integer.h"
 
 using namespace zivks;
 
@@ -22,70 +22,56 @@ template <class R>
 ZIVKS_INLINE R lowest_bit(R a) {
   return a & broadcast(ElementOf<R>{1});
 }
-ZIVKS_INLINE I64 is_negative(I64 half) { return half < I64{}; }
+ZIVKS_INLINE I64 is_negative(I64 a) { return a < I64{}; }
 ZIVKS_INLINE U64 is_negative(U64) { return U64{}; }
 
-// How a sum is divided by a power of two. The sum is 2 * half, plus 1 where the lowest bit of `odd` is set; its
-// other bits have no effect. halved() divides the sum by 2, and divided() by 2^(count + 1), 0 < count < 64.
+// How the exact sum of a and b is divided by a power of two: halved() by 2, divided() by 2^count, from 2 to 64.
+// The sum is twice average_down(a, b), plus the lowest bit of a ^ b.
+using TiesToEven = Sum;
 struct TowardZero {
   template <class R>
-  ZIVKS_INLINE static R halved(R half, R odd) {
-    return half + (lowest_bit(odd) & is_negative(half));
+  ZIVKS_INLINE static R halved(R a, R b) {
+    const R half = average_down(a, b);
+    return half + (lowest_bit(a ^ b) & is_negative(half));
   }
   // Division rounds down. Of a negative sum it has to round up, which adding the divisor less one makes it do.
   template <class R>
-  ZIVKS_INLINE static R divided(R half, R odd, int count) {
-    const U64 divisor_less_one = broadcast((uint64_t{1} << count) - 1);
-    const U64 addend = (divisor_less_one + lowest_bit(U64(odd))) & U64(is_negative(half));
-    return shift_right(R(U64(half) + addend), count);
-  }
-};
-struct TiesToEven {
-  template <class R>
-  ZIVKS_INLINE static R halved(R half, R odd) {
-    return half + lowest_bit(odd & half);
-  }
-  template <class R>
-  ZIVKS_INLINE static R divided(R half, R odd, int count) {
-    return shift_right_to_even(half, odd, count);
+  ZIVKS_INLINE static R divided(R a, R b, int count) {
+    const R half = average_down(a, b);
+    const U64 divisor_less_one = broadcast((uint64_t{1} << (count - 1)) - 1);
+    const U64 addend = (divisor_less_one + lowest_bit(U64(a ^ b))) & U64(is_negative(half));
+    return shift_right(R(U64(half) + addend), count - 1);
   }
 };
 struct TiesUp {
   template <class R>
-  ZIVKS_INLINE static R halved(R half, R odd) {
-    return half + lowest_bit(odd);
+  ZIVKS_INLINE static R halved(R a, R b) {
+    return average_up(a, b);
   }
   template <class R>
-  ZIVKS_INLINE static R divided(R half, R, int count) {
-    return shift_right_half_up(half, count);
+  ZIVKS_INLINE static R divided(R a, R b, int count) {
+    return shift_right_half_up(average_down(a, b), count - 1);
   }
 };
 struct TiesDown {
   template <class R>
-  ZIVKS_INLINE static R halved(R half, R) {
-    return half;
+  ZIVKS_INLINE static R halved(R a, R b) {
+    return average_down(a, b);
   }
   template <class R>
-  ZIVKS_INLINE static R divided(R half, R odd, int count) {
-    const auto half_divisor = static_cast<ElementOf<R>>(uint64_t{1} << (count - 1));
-    return shift_right_growing(half, count, broadcast(half_divisor) - lowest_bit(odd));
+  ZIVKS_INLINE static R divided(R a, R b, int count) {
+    const auto half_divisor = static_cast<ElementOf<R>>(uint64_t{1} << (count - 2));
+    return shift_right_growing(average_down(a, b), count - 1, broadcast(half_divisor) - lowest_bit(a ^ b));
   }
 };
-
-// (a + b) / 2^shift, 1 <= shift <= 64.
-template <class Rounding, class R>
-ZIVKS_INLINE R divide_sum(R a, R b, int shift) {
-  const R half = average_down(a, b), odd = a ^ b;
-  return shift == 1 ? Rounding::halved(half, odd) : Rounding::divided(half, odd, shift - 1);
-}
 
 template <class Rounding, class T, class Second>
 void divide_sums(const T* src, Second second, T* dst, size_t len, int shift) {
   if (shift == 1) {
-    const auto kernel = [](auto a, auto b) { return divide_sum<Rounding>(a, b, 1); };
+    const auto kernel = [](auto a, auto b) { return Rounding::halved(a, b); };
     map_registers<T>(dst, len, kernel, src, second);
   } else {
-    const auto kernel = [shift](auto a, auto b) { return divide_sum<Rounding>(a, b, shift); };
+    const auto kernel = [shift](auto a, auto b) { return Rounding::divided(a, b, shift); };
     map_registers<T>(dst, len, kernel, src, second);
   }
 }
@@ -98,7 +84,8 @@ void add_clamped(const T* src, Second second, T* dst, size_t len) {
   map_registers<T>(dst, len, kernel, src, second);
 }
 
-// Multiplies by 2^count, count > 0. Blocks and tail shift by wrapped_shift(): to the right, with halves rounded up, where it is negative.
+// Multiplies by 2^count, count > 0. Blocks and tail shift by wrapped_shift(): to the right, with halves rounded up,
+// where it is negative.
 template <class T, class Second>
 void multiply_clamped(const T* src, Second second, T* dst, size_t len, int count) {
   const int shift = wrapped_shift(count);
@@ -108,10 +95,9 @@ void multiply_clamped(const T* src, Second second, T* dst, size_t len, int count
     };
     map_registers<T>(dst, len, kernel, src, second);
   } else if (shift >= -64) {
-    const auto kernel = [shift](auto a, auto b) {
-      return divide_sum<TiesUp>(add_saturating(a, b), decltype(a){}, -shift);
-    };
-    map_registers<T>(dst, len, kernel, src, second);
+    add_clamped(src, second, dst, len);
+    const Repeated<T> zero = {Register<T>{}};
+    divide_sums<TiesUp>(dst, zero, dst, len, -shift);
   } else {
     std::memset(dst, 0, len * sizeof(T));
   }

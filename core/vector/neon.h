@@ -117,6 +117,8 @@ ZIVKS_INLINE U64 shift_left_saturating(U64 a, int n) { return U64(vqshlq_u64(a, 
 ZIVKS_INLINE I64 shift_right_half_up(I64 a, int n) { return I64(vrshlq_s64(a, vdupq_n_s64(-n))); }
 ZIVKS_INLINE U64 shift_right_half_up(U64 a, int n) { return U64(vrshlq_u64(a, vdupq_n_s64(-n))); }
 // There is no halving addition of 64 bits: a + b = 2 * (a & b) + (a ^ b).
+ZIVKS_INLINE I64 average_up(I64 a, I64 b) { return I64(vrsraq_n_s64(a & b, a ^ b, 1)); }
+ZIVKS_INLINE U64 average_up(U64 a, U64 b) { return U64(vrsraq_n_u64(a & b, a ^ b, 1)); }
 ZIVKS_INLINE I64 average_down(I64 a, I64 b) { return I64(vsraq_n_s64(a & b, a ^ b, 1)); }
 ZIVKS_INLINE U64 average_down(U64 a, U64 b) { return U64(vsraq_n_u64(a & b, a ^ b, 1)); }
 

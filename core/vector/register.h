@@ -12,8 +12,7 @@
 //   lowest_bits(a, n)                     of integers, a modulo 2^n, for n less than the width
 //   shift_left_saturating                 clamps at the bounds of the type
 //   shift_right_half_up                   by 1 to the width less 1, rounded to nearest, halfway cases up
-//   average_up, average_down              half of the exact sum of integers, rounded up, or down; up for
-//                                         integers of up to 32 bits only
+//   average_up, average_down              half of the exact sum of integers, rounded up, or down
 //   half_difference_down(a, b)            half of the exact a - b, rounded down, of int16 and int32
 //   absolute_saturating                   the most negative integer gives the largest one
 //   absolute                              floats: the sign bit cleared, whatever the value is

@@ -174,6 +174,10 @@ ZIVKS_INLINE R average_down(R a, R b) {
   return (a & b) + ((a ^ b) >> 1);
 }
 // Without an arithmetic shift, 2^63 is added to both operands and taken off the result.
+ZIVKS_INLINE I64 average_up(I64 a, I64 b) {
+  const U64 offset = broadcast(uint64_t{1} << 63);
+  return I64((((U64(a) ^ offset) | (U64(b) ^ offset)) - (U64(a ^ b) >> 1)) ^ offset);
+}
 ZIVKS_INLINE I64 average_down(I64 a, I64 b) {
   const U64 offset = broadcast(uint64_t{1} << 63);
   return I64((((U64(a) ^ offset) & (U64(b) ^ offset)) + (U64(a ^ b) >> 1)) ^ offset);
