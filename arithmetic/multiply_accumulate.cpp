@@ -45,17 +45,45 @@ struct AddProduct64fc {
   }
 };
 
-template <size_t distance1, size_t distance2, size_t distance_of_sum, class Kernel, class T>
+template <class T>
+ZIVKS_INLINE ComplexLanes<T, kRegisterElements<T>> load_next_numbers(const T*& from) {
+  const auto parts = load_next_deinterleaved(from);
+  return {{{parts.first}}, {{parts.second}}};
+}
+template <class T, class Kernel>
+ZIVKS_INLINE void add_next_products(const T*& src1, const T*& src2, const T*& summands, T*& sums,
+                                    Kernel kernel) {
+  const auto a = load_next_numbers(src1), b = load_next_numbers(src2), c = load_next_numbers(summands);
+  const auto sum = kernel(a, b, c);
+  store_next_interleaved(sums, sum.re.part[0], sum.im.part[0]);
+}
+
+// Whole registers of parts. Every operand has a pointer that moves on by itself, `srcDst` one to read and one to
+// write.
+template <class T, class Kernel>
+[[gnu::flatten]] void add_separated_products(const T* src1, const T* src2, T* srcDst, size_t len,
+                                             Kernel kernel) {
+  constexpr size_t kTurn = 4 * kRegisterElements<T>;
+  const T* summands = srcDst;
+  const T* const end = src1 + 2 * len;
+  const T* const end_of_turns = src1 + 2 * (len & ~(kTurn - 1));
+  while (src1 != end_of_turns) {
+    add_next_products(src1, src2, summands, srcDst, kernel);
+    add_next_products(src1, src2, summands, srcDst, kernel);
+    add_next_products(src1, src2, summands, srcDst, kernel);
+    add_next_products(src1, src2, summands, srcDst, kernel);
+  }
+  while (src1 != end) add_next_products(src1, src2, summands, srcDst, kernel);
+}
+
+template <size_t B, size_t distance1, size_t distance2, size_t distance_of_sum, class Kernel, class T>
 void add_blocks_of_products(const T* src1, const T* src2, T* srcDst, size_t len, Kernel kernel) {
   if constexpr (kSeparatesParts<T>) {
-    map(ComplexArray<T, distance_of_sum, Prefetch::kWrite>{srcDst}, len, kernel,
-        ComplexArray<const T, distance1>{src1}, ComplexArray<const T, distance2>{src2},
-        ComplexArray<const T>{srcDst});
+    static_assert(B % kRegisterElements<T> == 0 && distance1 == 0 && distance2 == 0 && distance_of_sum == 0);
+    add_separated_products(src1, src2, srcDst, len, kernel);
   } else {
-    map(
-        ArrayOfPairs<T, distance_of_sum, Prefetch::kWrite>{{srcDst}}, 2 * len,
-        [=](auto a, auto b, auto c) { return lift<T>(kernel, a, b, c); }, prefetched<distance1>(src1),
-        prefetched<distance2>(src2), srcDst);
+    map_registers<T>(ArrayOfPairs<T, distance_of_sum, Prefetch::kWrite>{{srcDst}}, 2 * len, kernel,
+                     prefetched<distance1>(src1), prefetched<distance2>(src2), srcDst);
   }
 }
 
@@ -75,8 +103,8 @@ ZIVKStatus add_complex_products(const T* src1, const T* src2, T* srcDst, int32_t
   if (ZIVKStatus status = check_arrays(len, src1, src2, srcDst)) return status;
   const auto count = static_cast<size_t>(len), blocks = count & ~(B - 1);
   if (blocks > 0) {
-    add_blocks_of_products<distance1, distance2, distance_of_sum>(parts_of(src1), parts_of(src2),
-                                                                  parts_of(srcDst), blocks, kernel);
+    add_blocks_of_products<B, distance1, distance2, distance_of_sum>(parts_of(src1), parts_of(src2),
+                                                                     parts_of(srcDst), blocks, kernel);
   }
   add_products_one_by_one(src1, src2, srcDst, blocks, count);
   return ZIVK_STS_NO_ERR;
@@ -84,8 +112,9 @@ ZIVKStatus add_complex_products(const T* src1, const T* src2, T* srcDst, int32_t
 
 // --- Scaled integers -------------------------------------------------------------------
 
-// The exact sum is converted to floating point, which may round it, then multiplied and rounded to an
-// integer. Each type has a kernel for multipliers of 1 and more, which are 2^count, and one for smaller ones.
+// The exact sum is converted to floating point, which may round it, then multiplied and rounded to an integer.
+// Each type has a kernel of registers for multipliers of 1 and more, which are 2^count, and one for smaller
+// ones.
 
 // From 31 on everything but 0 is out of range.
 constexpr int kLargestCount = 31;
@@ -94,61 +123,53 @@ constexpr int kLargestCount = 31;
 // range. Divided, a sum stays within int32.
 struct AddProduct16s {
   static auto shifted_left(int count) {
-    return [=](auto a, auto b, auto c) {
-      return lift<int16_t>(
-          [=](auto x, auto y, auto z) {
-            return shift_left_saturating(join_saturating(multiply_add_apart(x, y, z)), count);
-          },
-          a, b, c);
+    return [count](I16 a, I16 b, I16 c) {
+      return shift_left_saturating(join_saturating(multiply_add_apart(a, b, c)), count);
     };
   }
   static auto multiplied(double multiplier) {
-    const auto scaled = [m = broadcast(static_cast<float>(multiplier))](I32 sum) {
-      return round_small<ZIVK_RND_NEAR>(convert_part<float, 0>(sum) * m);
-    };
-    return [=](auto a, auto b, auto c) {
-      return lift<int16_t>(
-          [=](auto x, auto y, auto z) {
-            const auto [first, second] = multiply_add_apart(x, y, z);
-            return join_saturating({scaled(first), scaled(second)});
-          },
-          a, b, c);
-    };
-  }
-};
-
-struct AddProduct16s32s {
-  static auto shifted_left(int count) {
-    return [=](auto a, auto b, auto c) {
-      return lift<int32_t>(
-          [=](auto product, auto z) { return shift_left_saturating(add_saturating(product, z), count); },
-          multiply_widening(a, b), c);
-    };
-  }
-  static auto multiplied(double multiplier) {
-    return [m = broadcast(multiplier)](auto a, auto b, auto c) {
-      return lift<int32_t>(
-          [=](auto product, auto z) {
-            return round_small<ZIVK_RND_NEAR>(sum_part<0>(product, z) * m, sum_part<1>(product, z) * m);
-          },
-          multiply_widening(a, b), c);
+    return [m = broadcast(static_cast<float>(multiplier))](I16 a, I16 b, I16 c) {
+      const auto [first, second] = multiply_add_apart(a, b, c);
+      return join_saturating({round_small<ZIVK_RND_NEAR>(convert_part<float, 0>(first) * m),
+                              round_small<ZIVK_RND_NEAR>(convert_part<float, 0>(second) * m)});
     };
   }
 };
 
 struct AddProduct32s {
   static auto multiplied(double multiplier) {
-    return [m = broadcast(multiplier)](auto a, auto b, auto c) {
-      return lift<int32_t>(
-          [=](auto x, auto y, auto z) {
-            return round_for<int32_t, ZIVK_RND_NEAR>(sum_of_product_part<0>(x, y, z) * m,
-                                                     sum_of_product_part<1>(x, y, z) * m);
-          },
-          a, b, c);
+    return [m = broadcast(multiplier)](I32 a, I32 b, I32 c) {
+      return round_for<int32_t, ZIVK_RND_NEAR>(sum_of_product_part<0>(a, b, c) * m,
+                                               sum_of_product_part<1>(a, b, c) * m);
     };
   }
   static auto shifted_left(int count) { return multiplied(power_of_two(count)); }
 };
+
+// The product has been made already: it takes more registers than its factors.
+struct AddProduct16s32s {
+  static auto shifted_left(int count) {
+    return [count](I32 product, I32 c) { return shift_left_saturating(add_saturating(product, c), count); };
+  }
+  static auto multiplied(double multiplier) {
+    return [m = broadcast(multiplier)](I32 product, I32 c) {
+      return round_small<ZIVK_RND_NEAR>(sum_part<0>(product, c) * m, sum_part<1>(product, c) * m);
+    };
+  }
+};
+
+template <class T, class Kernel>
+ZIVKStatus map_products(const T* src1, const T* src2, T* srcDst, size_t len, Kernel kernel) {
+  return map_registers<T>(srcDst, len, kernel, src1, src2, srcDst);
+}
+template <class Kernel>
+ZIVKStatus map_products(const int16_t* src1, const int16_t* src2, int32_t* srcDst, size_t len,
+                        Kernel kernel) {
+  const auto kernel_of_lanes = [kernel](auto a, auto b, auto c) {
+    return lift<int32_t>(kernel, multiply_widening(a, b), c);
+  };
+  return map(srcDst, len, kernel_of_lanes, src1, src2, srcDst);
+}
 
 template <class Kernels, class S, class T>
 ZIVKStatus add_scaled_products(const S* src1, const S* src2, T* srcDst, int32_t len, double scale) {
@@ -156,9 +177,9 @@ ZIVKStatus add_scaled_products(const S* src1, const S* src2, T* srcDst, int32_t 
   const double multiplier = scale_multiplier(scale);
   if (multiplier != multiplier) return ZIVK_STS_SCALE_ERR;
   const auto count = static_cast<size_t>(len);
-  if (multiplier < 1) return map(srcDst, count, Kernels::multiplied(multiplier), src1, src2, srcDst);
-  return map(srcDst, count, Kernels::shifted_left(std::min(scale_exponent(scale), kLargestCount)), src1, src2,
-             srcDst);
+  if (multiplier < 1) return map_products(src1, src2, srcDst, count, Kernels::multiplied(multiplier));
+  const int shift = std::min(scale_exponent(scale), kLargestCount);
+  return map_products(src1, src2, srcDst, count, Kernels::shifted_left(shift));
 }
 
 }  // namespace

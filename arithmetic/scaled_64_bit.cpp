@@ -1,12 +1,14 @@
 // Scaled, saturating addition of 64-bit integers, with an array or with a constant.
 //
-// A scale selects a power of two, 2^shift. The exact sum has 65 bits; it is shifted to the right and rounded
-// or, with a negative shift, saturated first and then shifted to the left with saturation.
+// A scale selects a power of two, 2^shift. The exact sum, of 65 bits, is divided by 2^shift and rounded if the
+// shift is positive. Otherwise it is clamped at the bounds of the type and multiplied by 2^-shift with saturation.
 #include <zivks/arithmetic.h>
 #include <zivks/movement.h>
 
+#include <cstring>
 #include <limits>
 
+#include "arithmetic/scaled_operations.h"
 #include "core/checks.h"
 #include "core/scale.h"
 
@@ -14,121 +16,91 @@ using namespace zivks;
 
 namespace {
 
-// --- Right shifts --------------------------------------------------------------------------
+// --- Division --------------------------------------------------------------------------------
 
-// A 65-bit sum, halved and then divided by a power of two.
-struct Quotient {
-  U64 value;      // floor of the quotient, modulo 2^64
-  U64 remainder;  // of the half
-  U64 low;        // whose lowest bit is the sum's
-  U64 negative;   // all ones where the sum is negative
+template <class R>
+ZIVKS_INLINE R lowest_bit(R a) {
+  return a & broadcast(ElementOf<R>{1});
+}
+ZIVKS_INLINE I64 is_negative(I64 a) { return a < I64{}; }
+ZIVKS_INLINE U64 is_negative(U64) { return U64{}; }
 
-  U64 sum_is_odd() const { return low & broadcast(uint64_t{1}); }
-};
-
-// How a quotient is rounded. It grows by one where the remainder exceeds threshold() - threshold_bit(), if
-// keep_growth() agrees; the bit that halving the sum took off shows in ties only. A sum that is not divided
-// further grows by growth_of_half().
+// How the exact sum of a and b is divided by a power of two: halved() by 2, divided() by 2^count, from 2 to 64.
+// The sum is twice average_down(a, b), plus the lowest bit of a ^ b.
+using TiesToEven = Sum;
 struct TowardZero {
-  static uint64_t threshold(uint64_t) { return 0; }
-  static U64 threshold_bit(Quotient q) { return q.sum_is_odd(); }
-  static U64 keep_growth(Quotient q, U64 grows) { return grows & q.negative; }
-  static U64 growth_of_half(Quotient q) { return q.sum_is_odd() & q.negative; }
-};
-struct TiesToEven {
-  static uint64_t threshold(uint64_t divisor) { return divisor / 2; }
-  static U64 threshold_bit(Quotient q) { return (q.value | q.low) & broadcast(uint64_t{1}); }
-  static U64 keep_growth(Quotient, U64 grows) { return grows; }
-  static U64 growth_of_half(Quotient q) { return q.sum_is_odd() & q.value; }
+  template <class R>
+  ZIVKS_INLINE static R halved(R a, R b) {
+    const R half = average_down(a, b);
+    return half + (lowest_bit(a ^ b) & is_negative(half));
+  }
+  // Division rounds down. Of a negative sum it has to round up, which adding the divisor less one makes it do.
+  template <class R>
+  ZIVKS_INLINE static R divided(R a, R b, int count) {
+    const R half = average_down(a, b);
+    const U64 divisor_less_one = broadcast((uint64_t{1} << (count - 1)) - 1);
+    const U64 addend = (divisor_less_one + lowest_bit(U64(a ^ b))) & U64(is_negative(half));
+    return shift_right(R(U64(half) + addend), count - 1);
+  }
 };
 struct TiesUp {
-  static uint64_t threshold(uint64_t divisor) { return divisor / 2 - 1; }
-  static U64 threshold_bit(Quotient) { return U64{}; }
-  static U64 keep_growth(Quotient, U64 grows) { return grows; }
-  static U64 growth_of_half(Quotient q) { return q.sum_is_odd(); }
+  template <class R>
+  ZIVKS_INLINE static R halved(R a, R b) {
+    return average_up(a, b);
+  }
+  template <class R>
+  ZIVKS_INLINE static R divided(R a, R b, int count) {
+    return shift_right_half_up(average_down(a, b), count - 1);
+  }
 };
 struct TiesDown {
-  static uint64_t threshold(uint64_t divisor) { return divisor / 2; }
-  static U64 threshold_bit(Quotient q) { return q.sum_is_odd(); }
-  static U64 keep_growth(Quotient, U64 grows) { return grows; }
-  static U64 growth_of_half(Quotient) { return U64{}; }
+  template <class R>
+  ZIVKS_INLINE static R halved(R a, R b) {
+    return average_down(a, b);
+  }
+  template <class R>
+  ZIVKS_INLINE static R divided(R a, R b, int count) {
+    const auto half_divisor = static_cast<ElementOf<R>>(uint64_t{1} << (count - 2));
+    return shift_right_growing(average_down(a, b), count - 1, broadcast(half_divisor) - lowest_bit(a ^ b));
+  }
 };
 
-// For shifts by 1 to 64. Signed values are offset by 2^63, which makes them unsigned, and the quotient's
-// share of the offset is taken off it.
-template <class Rounding, class T>
-ZIVKS_INLINE Register<T> round_sum(Register<T> a, Register<T> b, int shift) {
-  constexpr uint64_t kOffset = std::is_signed_v<T> ? uint64_t{1} << 63 : 0;
-  const U64 offset = broadcast(kOffset);
-  const U64 x = U64(a) ^ offset, y = U64(b) ^ offset;
-  const U64 half = (x & y) + ((x ^ y) >> 1);
-  const int count = shift - 1;
-  const uint64_t divisor = uint64_t{1} << count;
-  Quotient quotient;
-  quotient.value = shift_right(half, count) - broadcast(kOffset >> count);
-  quotient.remainder = half & broadcast(divisor - 1);
-  quotient.low = x ^ y;
-  quotient.negative = std::is_signed_v<T> ? U64(I64(half ^ offset) < I64{}) : U64{};
-  if (count == 0) return Register<T>(quotient.value + Rounding::growth_of_half(quotient));
-  // Both sides are below 2^63.
-  const U64 threshold = broadcast(Rounding::threshold(divisor)) - Rounding::threshold_bit(quotient);
-  const U64 grows = U64(I64(quotient.remainder) > I64(threshold));
-  return Register<T>(quotient.value - Rounding::keep_growth(quotient, grows));
-}
-
 template <class Rounding, class T, class Second>
-void shift_right_rounded(const T* src, Second second, T* dst, size_t len, int shift) {
+void divide_sums(const T* src, Second second, T* dst, size_t len, int shift) {
   if (shift == 1) {
-    map(
-        dst, len,
-        [](auto a, auto b) {
-          return lift<T>([](auto x, auto y) { return round_sum<Rounding, T>(x, y, 1); }, a, b);
-        },
-        src, second);
+    const auto kernel = [](auto a, auto b) { return Rounding::halved(a, b); };
+    map_registers<T>(dst, len, kernel, src, second);
   } else {
-    map(
-        dst, len,
-        [=](auto a, auto b) {
-          return lift<T>([=](auto x, auto y) { return round_sum<Rounding, T>(x, y, shift); }, a, b);
-        },
-        src, second);
+    const auto kernel = [shift](auto a, auto b) { return Rounding::divided(a, b, shift); };
+    map_registers<T>(dst, len, kernel, src, second);
   }
 }
 
-// --- Other shifts --------------------------------------------------------------------------
+// --- Clamped sums ----------------------------------------------------------------------------
 
 template <class T, class Second>
 void add_clamped(const T* src, Second second, T* dst, size_t len) {
-  map(
-      dst, len,
-      [](auto a, auto b) { return lift<T>([](auto x, auto y) { return add_saturating(x, y); }, a, b); }, src,
-      second);
+  const auto kernel = [](auto a, auto b) { return add_saturating(a, b); };
+  map_registers<T>(dst, len, kernel, src, second);
 }
 
-// Halfway cases go up. Of 64-bit values nothing is left by a shift by more than 64.
-template <class T>
-T shift_wrapped(T value, int count) {
-  const int wrapped = wrapped_shift(count);
-  if (wrapped >= 0) return shift_left_saturating(broadcast(value), wrapped)[0];
-  if (wrapped < -64) return 0;
-  const U64 zero = {};
-  return round_sum<TiesUp, T>(broadcast(value), Register<T>(zero), -wrapped)[0];
-}
-
+// Multiplies by 2^count, count > 0. Blocks and tail shift by wrapped_shift(): to the right, with halves rounded up,
+// where it is negative.
 template <class T, class Second>
-void shift_left_clamped(const T* src, Second second, T* dst, size_t len, int count) {
-  if (count >= kLeastWrappingShift) {
+void multiply_clamped(const T* src, Second second, T* dst, size_t len, int count) {
+  const int shift = wrapped_shift(count);
+  if (shift >= 0) {
+    const auto kernel = [shift](auto a, auto b) {
+      return shift_left_saturating(add_saturating(a, b), shift);
+    };
+    map_registers<T>(dst, len, kernel, src, second);
+  } else if (shift >= -64) {
     add_clamped(src, second, dst, len);
-    for (size_t i = 0; i < len; ++i) dst[i] = shift_wrapped(dst[i], count);
-    return;
+    const Repeated<T> zero = {Register<T>{}};
+    divide_sums<TiesUp>(dst, zero, dst, len, -shift);
+  } else {
+    std::memset(dst, 0, len * sizeof(T));
   }
-  map(
-      dst, len,
-      [=](auto a, auto b) {
-        return lift<T>([=](auto x, auto y) { return shift_left_saturating(add_saturating(x, y), count); }, a,
-                       b);
-      },
-      src, second);
 }
 
 // --- Shapes of the exported functions --------------------------------------------------------
@@ -139,20 +111,20 @@ ZIVKStatus add_constant(const T* src, T val, T* dst, int32_t len, ZIVKRoundMode 
   const Repeated<T> constant = {broadcast(val)};
   const auto count = static_cast<size_t>(len);
   if (shift < 0) {
-    shift_left_clamped(src, constant, dst, count, -shift);
+    multiply_clamped(src, constant, dst, count, -shift);
   } else if (shift == 0) {
     add_clamped(src, constant, dst, count);
   } else if (rndMode == ZIVK_RND_ZERO) {
-    shift_right_rounded<TowardZero>(src, constant, dst, count, shift);
+    divide_sums<TowardZero>(src, constant, dst, count, shift);
   } else if (rndMode == ZIVK_RND_NEAR) {
-    shift_right_rounded<TiesToEven>(src, constant, dst, count, shift);
+    divide_sums<TiesToEven>(src, constant, dst, count, shift);
   } else if (std::is_signed_v<T> && val == std::numeric_limits<T>::min()) {
     // With this constant a tie goes down in blocks of two, but up in the tail.
     const size_t blocks = count & ~size_t{1};
-    if (blocks > 0) shift_right_rounded<TiesDown>(src, constant, dst, blocks, shift);
-    if (blocks < count) shift_right_rounded<TiesUp>(src + blocks, constant, dst + blocks, 1, shift);
+    if (blocks > 0) divide_sums<TiesDown>(src, constant, dst, blocks, shift);
+    if (blocks < count) divide_sums<TiesUp>(src + blocks, constant, dst + blocks, 1, shift);
   } else {
-    shift_right_rounded<TiesUp>(src, constant, dst, count, shift);
+    divide_sums<TiesUp>(src, constant, dst, count, shift);
   }
   return ZIVK_STS_NO_ERR;
 }
@@ -166,11 +138,11 @@ ZIVKStatus ZIVKS_Add_64s_S(const int64_t* src1, const int64_t* src2, int64_t* ds
   const int shift = scale_shift(scale);
   const auto count = static_cast<size_t>(len);
   if (shift < 0) {
-    shift_left_clamped(src1, src2, dst, count, -shift);
+    multiply_clamped(src1, src2, dst, count, -shift);
   } else if (shift == 0) {
     add_clamped(src1, src2, dst, count);
   } else if (shift <= 64) {
-    shift_right_rounded<TiesToEven>(src1, src2, dst, count, shift);
+    divide_sums<TiesToEven>(src1, src2, dst, count, shift);
   } else {
     ZIVKS_Zero_64s(dst, len);
   }

@@ -34,7 +34,7 @@ inline int scale_exponent(double scale) {
   return -(floor_of_logarithm + rounds_up);
 }
 
-// The same as a shift to the right; a negative one goes to the left.
+// log2 of the divisor: a positive shift divides, a negative one multiplies.
 inline int scale_shift(double scale) { return -scale_exponent(scale); }
 
 // Where a member shifts to the left, only the lowest eight bits of the count take effect, as a signed number,
@@ -62,8 +62,8 @@ inline double power_of_two(int exponent) {
 
 // The multiplier that `scale` selects, or NaN if the scale is not valid.
 //
-// Where scale and multiplier are normal numbers, their exponents add up to nought; a scale below 1 first goes
-// up to a power of two.
+// The multiplier of a normal scale 2^e is 2^-e: the two biased exponents add up to twice the bias. Scales between
+// powers of two are rounded to one of them first, those below 1 up, the others down.
 inline double scale_multiplier(double scale) {
   constexpr uint64_t kOne = uint64_t{kExponentBias} << kMantissaBits;
   uint64_t bits = read<uint64_t>(&scale);

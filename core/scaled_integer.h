@@ -16,37 +16,66 @@ namespace zivks {
 template <class R>
 inline constexpr int kElementBits = 8 * sizeof(ElementOf<R>);
 
-// x * 2^-shift, rounded in `mode`, for 0 < shift < kElementBits.
+// x * 2^-shift, rounded down, plus 1 where the remainder exceeds `threshold`, for 0 < shift < kElementBits.
+// Remainder and threshold are below the sign bit, so that a signed comparison serves all types. It gives -1
+// where it is true.
+template <class R>
+ZIVKS_INLINE R shift_right_growing(R x, int shift, R threshold) {
+  using Signed = Register<SignedOf<ElementOf<R>>>;
+  return shift_right(x, shift) - R(Signed(lowest_bits(x, shift)) > Signed(threshold));
+}
+
+// (x + f) * 2^-shift, rounded to nearest, ties to even, for 0 < shift < kElementBits. The fraction f is one half
+// in lanes where the lowest bit of `half` is set, else 0; the other bits of `half` have no effect.
 //
-// The quotient is rounded down, and goes up by one if what is left of x is beyond a threshold of about one
-// half. It is less than 2^shift, so that signed comparisons will do. They give -1 where they are true.
-template <ZIVKRoundMode mode, class R>
-ZIVKS_INLINE R shift_right_rounded(R x, int shift) {
+// With h = 2^shift / 2 the result is floor((x + h - 1 + up) / 2^shift), where `up` is 1 if the quotient is odd or
+// there is a fraction, else 0. A shift that rounds halves up adds h itself. Elsewhere the quotient grows by 1
+// where the remainder exceeds h - up.
+template <class R>
+ZIVKS_INLINE R shift_right_to_even(R x, R half, int shift) {
   using T = ElementOf<R>;
-  using Signed = Register<SignedOf<T>>;
-  const T half = static_cast<T>(UnsignedOf<sizeof(T)>{1} << (shift - 1));
-  const T rest_mask = static_cast<T>(half + (half - 1));
-  const R quotient = shift_right(x, shift), rest = x & broadcast(rest_mask);
-  if constexpr (mode == ZIVK_RND_NEAR) {  // up at a tie if the quotient is odd
-    return quotient - R(Signed(rest) > Signed(broadcast(half) - (quotient & broadcast(T{1}))));
-  } else if constexpr (mode == ZIVK_RND_AWAY && std::is_signed_v<T>) {  // up at a tie unless x is negative
-    return quotient - R(rest > (broadcast(static_cast<T>(half - 1)) - (x >> (kElementBits<R> - 1))));
-  } else if constexpr (mode == ZIVK_RND_AWAY) {
-    return quotient - R(Signed(rest) > Signed(broadcast(static_cast<T>(half - 1))));
-  } else if constexpr (std::is_signed_v<T>) {
-    return shift_right(x + ((x >> (kElementBits<R> - 1)) & broadcast(rest_mask)), shift);
+  const R one = broadcast(T{1});
+  // Of the quotient only the lowest bit is wanted, so that two of one byte can be shifted together.
+  using Word = Register<UnsignedOf<std::max(sizeof(T), sizeof(uint16_t))>>;
+  if constexpr (kRoundsInShifts<T>) {
+    const R up = R(shift_right(Word(x), shift)) | half;
+    return shift_right_half_up(subtract_saturating(x, one & ~up), shift);
   } else {
-    return quotient;
+    const R up = shift_right(x, shift) | half;
+    const R half_divisor = broadcast(static_cast<T>(UnsignedOf<sizeof(T)>{1} << (shift - 1)));
+    return shift_right_growing(x, shift, half_divisor - (up & one));
   }
 }
 
-// The same for shift >= kElementBits: what rounds to one, or of signed numbers to minus one, if anything
-// does.
+// x * 2^-shift, rounded in `mode`, for 0 < shift < kElementBits.
+template <ZIVKRoundMode mode, class R>
+ZIVKS_INLINE R shift_right_rounded(R x, int shift) {
+  using T = ElementOf<R>;
+  if constexpr (mode == ZIVK_RND_NEAR) {
+    return shift_right_to_even(x, R{}, shift);
+  } else if constexpr (std::is_unsigned_v<T>) {
+    return mode == ZIVK_RND_AWAY ? shift_right_half_up(x, shift) : shift_right(x, shift);
+  } else {
+    const R minus_one_if_negative = x >> (kElementBits<R> - 1);
+    const T half_less_one = static_cast<T>((UnsignedOf<sizeof(T)>{1} << (shift - 1)) - 1);
+    if constexpr (mode == ZIVK_RND_ZERO) {
+      return shift_right(x + (minus_one_if_negative & broadcast(static_cast<T>(2 * half_less_one + 1))),
+                         shift);
+    } else if constexpr (kRoundsInShifts<T>) {
+      return shift_right_half_up(add_saturating(x, minus_one_if_negative), shift);
+    } else {
+      return shift_right_growing(x, shift, broadcast(half_less_one) - minus_one_if_negative);
+    }
+  }
+}
+
+// The same for shift >= kElementBits. The magnitude of the quotient is at most one half, or less than 1 if x is
+// unsigned, so that the result is -1, 0 or 1.
 template <ZIVKRoundMode mode, class R>
 ZIVKS_INLINE R shift_out_rounded(R x, int shift) {
   using T = ElementOf<R>;
   using Limits = std::numeric_limits<T>;
-  if constexpr (std::is_signed_v<T>) {  // minus one half at most
+  if constexpr (std::is_signed_v<T>) {  // only the lowest x can reach one half
     const bool rounds_lowest = mode == ZIVK_RND_AWAY && shift == kElementBits<R>;
     return R(x < broadcast(static_cast<T>(Limits::min() + rounds_lowest)));
   } else {
@@ -69,8 +98,8 @@ ZIVKS_INLINE R shift_left_bounded(R x, int shift) {
   return R(shift_left(Word(bounded), count));
 }
 
-// Calls `body` with a function that multiplies a register of T by 2^exponent and rounds in `mode`. A result
-// beyond 2^bits may be just that.
+// Calls `body` with a function that multiplies a register of T by 2^exponent and rounds in `mode`. Results whose
+// magnitude exceeds 2^bits may come out as 2^bits with their sign: callers clamp at less.
 template <class T, ZIVKRoundMode mode, int bits, class Body>
 void with_scaling(int exponent, Body body) {
   if (exponent == 0) return body([](auto x) { return x; });
@@ -82,8 +111,8 @@ void with_scaling(int exponent, Body body) {
 }
 
 // x, of at most 33 bits, shifted to the left by wrapped_shift(count) or, if that is negative, to the right with
-// halves up. Counts above 31 act like 31: what is not 0 is then at or beyond every bound that callers clamp at.
-// From 34 on a shift to the right gives 0.
+// halves rounded up. A shift to the left by 31 takes every x but 0 to the bounds that callers clamp at, or beyond,
+// so that larger counts do the same. A shift to the right by 34 gives 0 for every x, and so do larger counts.
 inline int64_t shift_left_wrapping(int64_t x, int count) {
   const int wrapped = wrapped_shift(count);
   if (wrapped >= 0) return x * (int64_t{1} << std::min(wrapped, 31));

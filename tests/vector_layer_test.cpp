@@ -149,9 +149,42 @@ TEST(VectorLayer, Shifts) {
           [=](T a) { return saturated<T>(zivks_test::times_power_of_two(a, count)); });
     });
   }
-  expect_binary<uint8_t>(
-      "average", [](auto a, auto b) { return average(a, b); },
-      [](uint8_t a, uint8_t b) { return (a + b + 1) / 2; });
+}
+
+// The floor of x / 2^count.
+__extension__ typedef __int128 Wide;
+Wide floor_divided(Wide x, int count) { return x >> count; }
+
+TEST(VectorLayer, ShiftsThatRoundHalvesUp) {
+  for_types<uint8_t, uint16_t, int16_t, uint32_t, int32_t, uint64_t, int64_t>([](auto type) {
+    using T = decltype(type);
+    for (int count = 1; count < int(8 * sizeof(T)); ++count) {
+      expect_unary<T>(
+          "rounding shift", [=](auto a) { return shift_right_half_up(a, count); },
+          [=](T a) { return T(floor_divided(a + (Wide{1} << (count - 1)), count)); });
+      expect_unary<T>(
+          "lowest bits", [=](auto a) { return lowest_bits(a, count); },
+          [=](T a) { return T(a - (floor_divided(a, count) << count)); });
+    }
+  });
+}
+
+TEST(VectorLayer, HalvedSumsAndDifferences) {
+  for_types<uint8_t, uint16_t, int16_t, uint32_t, int32_t, uint64_t, int64_t>([](auto type) {
+    using T = decltype(type);
+    expect_binary<T>(
+        "average", [](auto a, auto b) { return average_up(a, b); },
+        [](T a, T b) { return floor_divided(Wide{a} + b + 1, 1); });
+    expect_binary<T>(
+        "average", [](auto a, auto b) { return average_down(a, b); },
+        [](T a, T b) { return floor_divided(Wide{a} + b, 1); });
+  });
+  for_types<int16_t, int32_t>([](auto type) {
+    using T = decltype(type);
+    expect_binary<T>(
+        "half of difference", [](auto a, auto b) { return half_difference_down(a, b); },
+        [](T a, T b) { return floor_divided(Wide{a} - b, 1); });
+  });
 }
 
 TEST(VectorLayer, MinimumAndMaximum) {
@@ -467,12 +500,16 @@ TEST(VectorLayer, OrderOfElements) {
         const auto [even, odd] = deinterleave(load(both), load(both + N));
         const auto loaded = load_deinterleaved(both);
         const auto [low, high] = interleave(even, odd);
+        T stored[2 * N];
+        store_interleaved(stored, even, odd);
         const auto backward = reverse(load(both));
         for (size_t i = 0; i < N; ++i) {
           ASSERT_EQ(even[i], both[2 * i]);
           ASSERT_EQ(odd[i], both[2 * i + 1]);
           ASSERT_EQ(loaded.first[i], both[2 * i]);
           ASSERT_EQ(loaded.second[i], both[2 * i + 1]);
+          ASSERT_EQ(stored[i], both[i]);
+          ASSERT_EQ(stored[N + i], both[N + i]);
           ASSERT_EQ(low[i], both[i]);
           ASSERT_EQ(high[i], both[N + i]);
           ASSERT_EQ(backward[i], both[N - 1 - i]);

@@ -20,6 +20,8 @@ inline constexpr bool kPrefetches = true;
 inline constexpr bool kAligns = false;
 inline constexpr bool kHasStreams = false;
 inline constexpr bool kRoundsFasterInCurrentMode = false;
+template <class>
+inline constexpr bool kRoundsInShifts = true;
 
 template <class R>
 ZIVKS_INLINE R kept_in_register(R value) {
@@ -70,7 +72,32 @@ ZIVKS_INLINE I16 shift_left_saturating(I16 a, int n) {
 }
 ZIVKS_INLINE I32 shift_left_saturating(I32 a, int n) { return I32(vqshlq_s32(a, vdupq_n_s32(n))); }
 
-ZIVKS_INLINE U8 average(U8 a, U8 b) { return U8(vrhaddq_u8(a, b)); }
+ZIVKS_INLINE U8 shift_right_half_up(U8 a, int n) {
+  return U8(vrshlq_u8(a, vdupq_n_s8(static_cast<int8_t>(-n))));
+}
+ZIVKS_INLINE U16 shift_right_half_up(U16 a, int n) {
+  return U16(vrshlq_u16(a, vdupq_n_s16(static_cast<int16_t>(-n))));
+}
+ZIVKS_INLINE I16 shift_right_half_up(I16 a, int n) {
+  return I16(vrshlq_s16(a, vdupq_n_s16(static_cast<int16_t>(-n))));
+}
+ZIVKS_INLINE U32 shift_right_half_up(U32 a, int n) { return U32(vrshlq_u32(a, vdupq_n_s32(-n))); }
+ZIVKS_INLINE I32 shift_right_half_up(I32 a, int n) { return I32(vrshlq_s32(a, vdupq_n_s32(-n))); }
+
+// --- Halved sums and differences -----------------------------------------------------------
+
+ZIVKS_INLINE U8 average_up(U8 a, U8 b) { return U8(vrhaddq_u8(a, b)); }
+ZIVKS_INLINE U16 average_up(U16 a, U16 b) { return U16(vrhaddq_u16(a, b)); }
+ZIVKS_INLINE I16 average_up(I16 a, I16 b) { return I16(vrhaddq_s16(a, b)); }
+ZIVKS_INLINE U32 average_up(U32 a, U32 b) { return U32(vrhaddq_u32(a, b)); }
+ZIVKS_INLINE I32 average_up(I32 a, I32 b) { return I32(vrhaddq_s32(a, b)); }
+ZIVKS_INLINE U8 average_down(U8 a, U8 b) { return U8(vhaddq_u8(a, b)); }
+ZIVKS_INLINE U16 average_down(U16 a, U16 b) { return U16(vhaddq_u16(a, b)); }
+ZIVKS_INLINE I16 average_down(I16 a, I16 b) { return I16(vhaddq_s16(a, b)); }
+ZIVKS_INLINE U32 average_down(U32 a, U32 b) { return U32(vhaddq_u32(a, b)); }
+ZIVKS_INLINE I32 average_down(I32 a, I32 b) { return I32(vhaddq_s32(a, b)); }
+ZIVKS_INLINE I16 half_difference_down(I16 a, I16 b) { return I16(vhsubq_s16(a, b)); }
+ZIVKS_INLINE I32 half_difference_down(I32 a, I32 b) { return I32(vhsubq_s32(a, b)); }
 
 ZIVKS_INLINE F32 absolute(F32 a) { return F32(vabsq_f32(a)); }
 ZIVKS_INLINE F64 absolute(F64 a) { return F64(vabsq_f64(a)); }
@@ -83,8 +110,17 @@ ZIVKS_INLINE U64 shift_right(U64 a, int n) { return shift_left(a, -n); }
 ZIVKS_INLINE I64 shift_right(I64 a, int n) { return shift_left(a, -n); }
 ZIVKS_INLINE I64 add_saturating(I64 a, I64 b) { return I64(vqaddq_s64(a, b)); }
 ZIVKS_INLINE U64 add_saturating(U64 a, U64 b) { return U64(vqaddq_u64(a, b)); }
+ZIVKS_INLINE I64 subtract_saturating(I64 a, I64 b) { return I64(vqsubq_s64(a, b)); }
+ZIVKS_INLINE U64 subtract_saturating(U64 a, U64 b) { return U64(vqsubq_u64(a, b)); }
 ZIVKS_INLINE I64 shift_left_saturating(I64 a, int n) { return I64(vqshlq_s64(a, vdupq_n_s64(n))); }
 ZIVKS_INLINE U64 shift_left_saturating(U64 a, int n) { return U64(vqshlq_u64(a, vdupq_n_s64(n))); }
+ZIVKS_INLINE I64 shift_right_half_up(I64 a, int n) { return I64(vrshlq_s64(a, vdupq_n_s64(-n))); }
+ZIVKS_INLINE U64 shift_right_half_up(U64 a, int n) { return U64(vrshlq_u64(a, vdupq_n_s64(-n))); }
+// There is no halving addition of 64 bits: a + b = 2 * (a & b) + (a ^ b).
+ZIVKS_INLINE I64 average_up(I64 a, I64 b) { return I64(vrsraq_n_s64(a & b, a ^ b, 1)); }
+ZIVKS_INLINE U64 average_up(U64 a, U64 b) { return U64(vrsraq_n_u64(a & b, a ^ b, 1)); }
+ZIVKS_INLINE I64 average_down(I64 a, I64 b) { return I64(vsraq_n_s64(a & b, a ^ b, 1)); }
+ZIVKS_INLINE U64 average_down(U64 a, U64 b) { return U64(vsraq_n_u64(a & b, a ^ b, 1)); }
 
 // --- Minimum and maximum ---------------------------------------------------------------
 
@@ -414,6 +450,44 @@ ZIVKS_INLINE RegisterPair<Register<T>> load_deinterleaved(const T* from) {
     return deinterleave(load(from), load(from + kRegisterElements<T>));
   }
 }
+template <class T>
+ZIVKS_INLINE void store_interleaved(T* to, Register<T> even, Register<T> odd) {
+  void* const bytes = to;
+  if constexpr (sizeof(T) == 1) {
+    const uint8x16x2_t both = {{U8(even), U8(odd)}};
+    vst2q_u8(static_cast<uint8_t*>(bytes), both);
+  } else if constexpr (sizeof(T) == 2) {
+    const uint16x8x2_t both = {{U16(even), U16(odd)}};
+    vst2q_u16(static_cast<uint16_t*>(bytes), both);
+  } else if constexpr (sizeof(T) == 4) {
+    const uint32x4x2_t both = {{U32(even), U32(odd)}};
+    vst2q_u32(static_cast<uint32_t*>(bytes), both);
+  } else {
+    const auto [low, high] = interleave(even, odd);
+    store(to, low);
+    store(to + kRegisterElements<T>, high);
+  }
+}
+
+// These accesses take no offset, but advance their address at no cost. The compiler would compute the
+// addresses of an unrolled loop one by one.
+template <class Pointer>
+ZIVKS_INLINE void advance(Pointer& pointer, size_t elements) {
+  pointer += elements;
+  asm("" : "+r"(pointer));
+}
+template <class T>
+ZIVKS_INLINE RegisterPair<Register<T>> load_next_deinterleaved(const T*& from) {
+  const auto loaded = load_deinterleaved(from);
+  advance(from, 2 * kRegisterElements<T>);
+  return loaded;
+}
+template <class T>
+ZIVKS_INLINE void store_next_interleaved(T*& to, Register<T> even, Register<T> odd) {
+  store_interleaved(to, even, odd);
+  advance(to, 2 * kRegisterElements<T>);
+}
+
 ZIVKS_INLINE U8 shuffle_bytes(U8 bytes, U8 index) { return U8(vqtbl1q_u8(bytes, index)); }
 
 template <class R>

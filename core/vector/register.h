@@ -9,8 +9,11 @@
 //   add_saturating, subtract_saturating   clamp at the bounds of the type
 //   shift_left, shift_right               all lanes by one count from 0 to 127, known at run time; beyond the
 //                                         width zeros come in, from the left copies of the sign
+//   lowest_bits(a, n)                     of integers, a modulo 2^n, for n less than the width
 //   shift_left_saturating                 clamps at the bounds of the type
-//   average                               of unsigned bytes, halfway cases up
+//   shift_right_half_up                   by 1 to the width less 1, rounded to nearest, halfway cases up
+//   average_up, average_down              half of the exact sum of integers, rounded up, or down
+//   half_difference_down(a, b)            half of the exact a - b, rounded down, of int16 and int32
 //   absolute_saturating                   the most negative integer gives the largest one
 //   absolute                              floats: the sign bit cleared, whatever the value is
 //   minimum, maximum                      floats: a NaN in either operand gives a NaN; -0 is below +0
@@ -49,7 +52,10 @@
 //   join_saturating                       those registers to one of 16 bits, clamped, in the order that was
 //   multiply_low                          64-bit integers, product modulo 2^64
 //   deinterleave, interleave              even and odd elements of two registers, and back
-//   load_deinterleaved                    even and odd elements of two registers' length of memory
+//   load_deinterleaved, store_interleaved
+//                                         even and odd elements of two registers' length of memory
+//   load_next_deinterleaved, store_next_interleaved
+//                                         the same, and the pointer moves on behind them
 //   duplicate_even, duplicate_odd         floats: of each pair of lanes the even one, or the odd one, twice
 //   swap_pairs                            floats: of each pair of lanes the odd one first
 //   reverse                               last element first
@@ -88,6 +94,7 @@
 //                                         does not store, are aligned to registers
 //   kRoundsFasterInCurrentMode            asking for the processor's rounding mode once a call pays
 //   kHasStreams                           streams() can be true
+//   kRoundsInShifts<T>                    shift_right_half_up and subtract_saturating of T are there and cheap
 #ifndef ZIVKS_CORE_VECTOR_REGISTER_H
 #define ZIVKS_CORE_VECTOR_REGISTER_H
 
@@ -250,6 +257,12 @@ ZIVKS_INLINE void write(void* to, Value value) {
 #endif
 
 namespace zivks {
+
+template <class R>
+ZIVKS_INLINE R lowest_bits(R a, int n) {
+  using T = ElementOf<R>;
+  return a & broadcast(static_cast<T>((UnsignedOf<sizeof(T)>{1} << n) - 1));
+}
 
 // `bytes` of memory, up to a register, at its bottom.
 template <size_t bytes>

@@ -32,6 +32,8 @@ inline constexpr bool kAligns = true;
 inline constexpr bool kHasStreams = true;
 // Rounding apart from conversion is two micro-operations on some processors.
 inline constexpr bool kRoundsFasterInCurrentMode = true;
+template <class T>
+inline constexpr bool kRoundsInShifts = sizeof(T) <= 2;
 
 template <class R>
 ZIVKS_INLINE R kept_in_register(R value) {
@@ -113,9 +115,6 @@ ZIVKS_INLINE U8 shift_right(U8 a, int n) {
   return U8(shift_right(U16(a), n)) & broadcast(static_cast<uint8_t>(n < 8 ? 0xFF >> n : 0));
 }
 
-// Halfway cases go up.
-ZIVKS_INLINE U8 average(U8 a, U8 b) { return U8(_mm256_avg_epu8(M(a), M(b))); }
-
 ZIVKS_INLINE F32 absolute(F32 a) { return F32(I32(a) & broadcast(int32_t{INT32_MAX})); }
 ZIVKS_INLINE F64 absolute(F64 a) { return F64(I64(a) & broadcast(int64_t{INT64_MAX})); }
 
@@ -124,10 +123,16 @@ ZIVKS_INLINE F64 absolute(F64 a) { return F64(I64(a) & broadcast(int64_t{INT64_M
 ZIVKS_INLINE U64 shift_left(U64 a, int n) { return U64(_mm256_sll_epi64(M(a), count_of(n))); }
 ZIVKS_INLINE U64 shift_right(U64 a, int n) { return U64(_mm256_srl_epi64(M(a), count_of(n))); }
 ZIVKS_INLINE I64 shift_left(I64 a, int n) { return I64(shift_left(U64(a), n)); }
-// There is no arithmetic shift of 64 bits: a negative value goes through its complement.
+// There is no arithmetic shift of 64 bits. A signed value plus 2^63 is unsigned, and its quotient is too large by
+// the quotient of 2^63.
 ZIVKS_INLINE I64 shift_right(I64 a, int n) {
-  const I64 sign = a < I64{};
-  return I64(shift_right(U64(a ^ sign), n)) ^ sign;
+  const U64 offset = broadcast(uint64_t{1} << 63);
+  const int count = n < 63 ? n : 63;
+  return I64(shift_right(U64(a) ^ offset, count) - shift_right(offset, count));
+}
+// Adding 2^63 leaves the lowest 63 bits as they are. Beside a shift, the compiler has the sum already.
+ZIVKS_INLINE I64 lowest_bits(I64 a, int n) {
+  return I64((U64(a) ^ broadcast(uint64_t{1} << 63)) & broadcast((uint64_t{1} << n) - 1));
 }
 
 // The bound that an overflow with first operand `a` runs into.
@@ -150,6 +155,50 @@ ZIVKS_INLINE I64 shift_left_saturating(I64 a, int n) {
 ZIVKS_INLINE U64 shift_left_saturating(U64 a, int n) {
   const U64 shifted = shift_left(a, n);
   return shifted | ~U64(shift_right(shifted, n) == a);
+}
+
+// --- Halved sums and differences -----------------------------------------------------------
+
+// a + b = 2 * (a & b) + (a ^ b) = 2 * (a | b) - (a ^ b).
+ZIVKS_INLINE U8 average_up(U8 a, U8 b) { return U8(_mm256_avg_epu8(M(a), M(b))); }
+ZIVKS_INLINE U16 average_up(U16 a, U16 b) { return U16(_mm256_avg_epu16(M(a), M(b))); }
+template <class R>
+ZIVKS_INLINE R average_up(R a, R b) {
+  return (a | b) - ((a ^ b) >> 1);
+}
+ZIVKS_INLINE U8 average_down(U8 a, U8 b) {  // bytes have no shift
+  return average_up(a, b) - ((a ^ b) & broadcast(uint8_t{1}));
+}
+template <class R>
+ZIVKS_INLINE R average_down(R a, R b) {
+  return (a & b) + ((a ^ b) >> 1);
+}
+// Without an arithmetic shift, 2^63 is added to both operands and taken off the result.
+ZIVKS_INLINE I64 average_up(I64 a, I64 b) {
+  const U64 offset = broadcast(uint64_t{1} << 63);
+  return I64((((U64(a) ^ offset) | (U64(b) ^ offset)) - (U64(a ^ b) >> 1)) ^ offset);
+}
+ZIVKS_INLINE I64 average_down(I64 a, I64 b) {
+  const U64 offset = broadcast(uint64_t{1} << 63);
+  return I64((((U64(a) ^ offset) & (U64(b) ^ offset)) + (U64(a ^ b) >> 1)) ^ offset);
+}
+// a - b = (a ^ b) - 2 * (~a & b).
+template <class R>
+ZIVKS_INLINE R half_difference_down(R a, R b) {
+  return ((a ^ b) >> 1) - (~a & b);
+}
+
+// A shift by one less leaves twice the result; half of an odd one goes up.
+ZIVKS_INLINE U8 shift_right_half_up(U8 a, int n) { return average_up(shift_right(a, n - 1), U8{}); }
+ZIVKS_INLINE U16 shift_right_half_up(U16 a, int n) { return average_up(shift_right(a, n - 1), U16{}); }
+template <class R>
+ZIVKS_INLINE R shift_right_half_up(R a, int n) {
+  const R doubled = shift_right(a, n - 1);
+  return doubled - (doubled >> 1);
+}
+ZIVKS_INLINE I64 shift_right_half_up(I64 a, int n) {  // see shift_right()
+  const U64 offset = broadcast(uint64_t{1} << 63);
+  return I64(shift_right_half_up(U64(a) ^ offset, n) - shift_right(offset, n));
 }
 
 // --- Minimum and maximum ---------------------------------------------------------------
@@ -582,6 +631,24 @@ template <class T>
 ZIVKS_INLINE RegisterPair<Register<T>> load_deinterleaved(const T* from) {
   return deinterleave(load(from), load(from + kRegisterElements<T>));
 }
+template <class T>
+ZIVKS_INLINE void store_interleaved(T* to, Register<T> even, Register<T> odd) {
+  const auto [low, high] = interleave(even, odd);
+  store(to, low);
+  store(to + kRegisterElements<T>, high);
+}
+
+template <class T>
+ZIVKS_INLINE RegisterPair<Register<T>> load_next_deinterleaved(const T*& from) {
+  from += 2 * kRegisterElements<T>;
+  return load_deinterleaved(from - 2 * kRegisterElements<T>);
+}
+template <class T>
+ZIVKS_INLINE void store_next_interleaved(T*& to, Register<T> even, Register<T> odd) {
+  store_interleaved(to, even, odd);
+  to += 2 * kRegisterElements<T>;
+}
+
 ZIVKS_INLINE U8 shuffle_bytes(U8 bytes, U8 index) { return U8(_mm256_shuffle_epi8(M(bytes), M(index))); }
 
 template <class R>

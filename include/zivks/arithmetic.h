@@ -572,8 +572,9 @@ ZIVKS_API ZIVKStatus ZIVKS_AddC_64s_S(const int64_t* src, int64_t val, int64_t* 
                                       ZIVKRoundMode rndMode, double scale);
 
 /**
- * Like ZIVKS_AddC_64s_S(), but ties are treated alike for every `val`, and at `scale` = 2^65 sums above 2^64
- * still round to 1 in the modes to nearest.
+ * Like ZIVKS_AddC_64s_S(), with two differences. Ties are treated alike for every `val`. From `scale` = 2^65 to
+ * below 2^66 a sum above 2^64 gives 1 with #ZIVK_RND_NEAR; a sum of exactly 2^64, a tie, gives 0 with it. With
+ * ties upward both give 1. From `scale` = 2^66 on all results are 0.
  *
  * @param src      source array
  * @param val      constant summand
@@ -879,7 +880,7 @@ ZIVKS_API ZIVKStatus ZIVKS_AddProductC_64f(const double* src, double val, double
  * Adds the product of two arrays, scales and saturates: `srcDst[i] = (src1[i] * src2[i] + srcDst[i]) * M`, to
  * the nearest integer, ties to even. The exact sum is converted to `float` before it is multiplied by the
  * power of two M that `scale` selects: of a sum of more than 24 significant bits the lower ones are rounded
- * away first.
+ * away first, in the processor's current rounding mode. The product is rounded to nearest in every mode.
  *
  * @param src1    first factor
  * @param src2    second factor
@@ -893,7 +894,7 @@ ZIVKS_API ZIVKStatus ZIVKS_AddProduct_16s_S(const int16_t* src1, const int16_t* 
 
 /**
  * Like ZIVKS_AddProduct_16s_S(), except that the exact sum is converted to `double`, which rounds a sum of
- * more than 53 significant bits.
+ * more than 53 significant bits, in the processor's current rounding mode.
  *
  * @param src1    first factor
  * @param src2    second factor
