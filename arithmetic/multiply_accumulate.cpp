@@ -130,8 +130,8 @@ struct AddProduct16s {
   static auto multiplied(double multiplier) {
     return [m = broadcast(static_cast<float>(multiplier))](I16 a, I16 b, I16 c) {
       const auto [first, second] = multiply_add_apart(a, b, c);
-      return join_saturating({round_small<ZIVK_RND_NEAR>(convert_part<float, 0>(first) * m),
-                              round_small<ZIVK_RND_NEAR>(convert_part<float, 0>(second) * m)});
+      return join_saturating({round_unclamped<ZIVK_RND_NEAR>(convert_part<float, 0>(first) * m),
+                              round_unclamped<ZIVK_RND_NEAR>(convert_part<float, 0>(second) * m)});
     };
   }
 };
@@ -139,8 +139,8 @@ struct AddProduct16s {
 struct AddProduct32s {
   static auto multiplied(double multiplier) {
     return [m = broadcast(multiplier)](I32 a, I32 b, I32 c) {
-      return round_for<int32_t, ZIVK_RND_NEAR>(sum_of_product_part<0>(a, b, c) * m,
-                                               sum_of_product_part<1>(a, b, c) * m);
+      return round_clamped_for<int32_t, ZIVK_RND_NEAR>(sum_of_product_part<0>(a, b, c) * m,
+                                                       sum_of_product_part<1>(a, b, c) * m);
     };
   }
   static auto shifted_left(int count) { return multiplied(power_of_two(count)); }
@@ -153,7 +153,7 @@ struct AddProduct16s32s {
   }
   static auto multiplied(double multiplier) {
     return [m = broadcast(multiplier)](I32 product, I32 c) {
-      return round_small<ZIVK_RND_NEAR>(sum_part<0>(product, c) * m, sum_part<1>(product, c) * m);
+      return round_unclamped<ZIVK_RND_NEAR>(sum_part<0>(product, c) * m, sum_part<1>(product, c) * m);
     };
   }
 };

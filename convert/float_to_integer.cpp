@@ -2,8 +2,8 @@
 // bounds of the destination's type.
 #include <zivks/convert.h>
 
+#include "convert/rounding.h"
 #include "core/checks.h"
-#include "core/rounding.h"
 #include "core/scale.h"
 
 using namespace zivks;

@@ -4,8 +4,8 @@
 #include <algorithm>
 #include <limits>
 
+#include "convert/rounding.h"
 #include "core/checks.h"
-#include "core/rounding.h"
 #include "core/scale.h"
 #include "core/scaled_integer.h"
 
@@ -18,9 +18,8 @@ constexpr uint8_t kLargest = INT8_MAX;
 // Applies `kernel` to each register and clamps the results to int8.
 template <class Kernel>
 void map_8u(const uint8_t* src, int8_t* dst, size_t len, Kernel kernel) {
-  const auto clamped = [kernel](U8 x) { return I8(minimum(kernel(x), broadcast(kLargest))); };
-  map(
-      dst, len, [clamped](auto a) { return lift<int8_t>(clamped, a); }, src);
+  map_registers<int8_t>(
+      dst, len, [kernel](U8 x) { return I8(minimum(kernel(x), broadcast(kLargest))); }, src);
 }
 
 // Multiplies by 2^exponent, rounds and clamps.
@@ -59,8 +58,9 @@ ZIVKStatus check_scale_and_mode(ZIVKRoundMode rndMode, double scale) {
 }  // namespace
 
 ZIVKStatus ZIVKS_Convert_8s8u(const int8_t* src, uint8_t* dst, int32_t len) {
-  return map_arrays(
-      dst, len, [](auto a) { return lift<uint8_t>([](I8 x) { return U8(maximum(x, I8{})); }, a); }, src);
+  if (ZIVKStatus status = check_arrays(len, src, dst)) return status;
+  return map_registers<uint8_t>(
+      dst, static_cast<size_t>(len), [](I8 x) { return U8(maximum(x, I8{})); }, src);
 }
 ZIVKStatus ZIVKS_Convert_32s16s(const int32_t* src, int16_t* dst, int32_t len) {
   return map_arrays(

@@ -3,8 +3,8 @@
 
 #include <algorithm>
 
+#include "convert/rounding.h"
 #include "core/checks.h"
-#include "core/rounding.h"
 #include "core/scale.h"
 #include "core/scaled_integer.h"
 
@@ -22,8 +22,7 @@ ZIVKS_INLINE R clamp_to_triples(R x) {
 // `kernel` makes registers of integers out of registers of the source, in the range of a sample.
 template <class T, class Source, class Kernel>
 void pack(Source src, uint8_t* dst, size_t len, Kernel kernel) {
-  map(
-      packed<T>(dst), len, [kernel](auto a) { return lift<T>(kernel, a); }, src);
+  map_registers<T>(packed<T>(dst), len, kernel, src);
 }
 
 // Blocks shift by the lowest byte of the count; in the tail everything but 0 saturates.

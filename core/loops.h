@@ -1,8 +1,7 @@
 // The drivers: they walk arrays in registers, so that a family states its operation and nothing else.
 //
-// What a kernel reads and writes is told by operands: an array, an array of complex numbers, two arrays that
-// hold the parts of complex numbers. A kernel takes the lanes of each source and returns those of the
-// destination. The same kernel serves whole registers, the end of an array and arrays shorter than a
+// A kernel takes the lanes of each source and returns those of the destination; operands.h says what sources and
+// destinations there are. The same kernel serves whole registers, the end of an array and arrays shorter than a
 // register, so that there is no second statement of the operation that could drift from it.
 #ifndef ZIVKS_CORE_LOOPS_H
 #define ZIVKS_CORE_LOOPS_H

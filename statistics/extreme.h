@@ -5,7 +5,7 @@
 #include <cmath>
 
 #include "core/reduce.h"
-#include "core/vector/range.h"
+#include "statistics/range.h"
 
 namespace zivks {
 

@@ -108,7 +108,7 @@ ZIVKS_INLINE void walk(const T* src, size_t len, Candidate<Order, T>&... best) {
     if (ahead) read_ahead<kStretch * sizeof(T)>(src + first);
     const auto range =
         range_of_stretch<Measure, distance>(src + first, count, Range<T>::of(Measure::of(load(src + first))));
-    // The first stretch is hardly ever without something better than src[0]: there it is not asked.
+    // The first stretch nearly always has something better than src[0], so it needs no test.
     if (i == 0 || any_true((best.challenged_by(range) | ...))) (settle(best, range, src, first, count), ...);
   }
 }

@@ -9,10 +9,9 @@ namespace {
 
 template <class T>
 ZIVKStatus replace_nan(T val, T* srcDst, int32_t len) {
-  const auto number_or_constant = [constant = broadcast(val)](auto a) {
-    return lift<T>([constant](auto x) { return select(x == x, x, constant); }, a);
-  };
-  return map_arrays(srcDst, len, number_or_constant, srcDst);
+  if (ZIVKStatus status = check_arrays(len, srcDst)) return status;
+  const auto number_or_constant = [constant = broadcast(val)](auto x) { return select(x == x, x, constant); };
+  return map_registers<T>(srcDst, static_cast<size_t>(len), number_or_constant, srcDst);
 }
 
 }  // namespace

@@ -13,7 +13,7 @@ namespace {
 // Fills of this size may go past the caches, by a loop that treats misaligned ends separately.
 template <class T>
 void expect_fill(ZIVKStatus (*set)(T, T*, int32_t), T value) {
-  constexpr size_t kBytes = size_t{26} << 20, kMargin = 64;
+  constexpr size_t kBytes = size_t{50} << 20, kMargin = 64;
   std::vector<unsigned char> memory(kBytes + 2 * kMargin);
   for (size_t misalignment : {0U, 1U, 8U, 16U, 17U}) {
     for (size_t length : {kBytes / sizeof(T), kBytes / sizeof(T) - 3}) {

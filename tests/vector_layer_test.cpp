@@ -362,7 +362,7 @@ void expect_rounding() {
 template <class To, ZIVKRoundMode mode>
 void expect_rounding_below_limit() {
   expect_unary<float>(
-      "rounded below a limit", [](auto a) { return round_at_most<To, mode>(a, 200); },
+      "rounded below a limit", [](auto a) { return round_clamped_above<To, mode>(a, 200); },
       [](float a) { return rounded<To, mode>(a, std::numeric_limits<To>::min(), 200); },
       zivks_test::values_around_ties<float>());
 }
@@ -389,7 +389,7 @@ void expect_rounding_of_small() {
   for (size_t i = 0; i < values.size(); ++i) {
     const F64 low = register_of(values, i), high = register_of(values, 3 * i + N);
     const F32 both = narrow(low, high);
-    const I32 of_doubles = round_small<mode>(low, high), of_floats = round_small<mode>(both);
+    const I32 of_doubles = round_unclamped<mode>(low, high), of_floats = round_unclamped<mode>(both);
     for (size_t k = 0; k < 2 * N; ++k) {
       const double value = k < N ? low[k] : high[k - N];
       ASSERT_EQ(of_doubles[k], (rounded<int32_t, mode>(value))) << value;

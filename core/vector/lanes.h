@@ -1,8 +1,8 @@
 // The vocabulary of kernels: N elements of one type in as many registers as they need.
 //
 // Inside one kernel N is the same for all types, so that widening and narrowing never change the number of
-// elements, only the number of registers. Where N elements do not fill a register they stand at its bottom
-// and the rest is of no account. Everything here is made of fold expressions over the registers, not of
+// elements, only the number of registers. Where N elements do not fill a register they stand at its bottom,
+// and no result depends on the rest. Everything here is made of fold expressions over the registers, not of
 // loops, so that it vanishes at compile time.
 #ifndef ZIVKS_CORE_VECTOR_LANES_H
 #define ZIVKS_CORE_VECTOR_LANES_H
@@ -223,11 +223,11 @@ ZIVKS_INLINE Lanes<To, N> narrow_saturating(Lanes<T, N> a) {
 
 template <class To, ZIVKRoundMode mode, size_t N, size_t... I>
 ZIVKS_INLINE Lanes<int32_t, N> round_pairs_over(std::index_sequence<I...>, Lanes<double, N> a) {
-  return {{round_for<To, mode>(a.part[2 * I], a.part[2 * I + 1])...}};
+  return {{round_clamped_for<To, mode>(a.part[2 * I], a.part[2 * I + 1])...}};
 }
 template <class To, ZIVKRoundMode mode, size_t N>
 ZIVKS_INLINE Lanes<int32_t, N> round_to_int32(Lanes<float, N> a) {
-  return lift<int32_t>([](auto x) { return round_for<To, mode>(x); }, a);
+  return lift<int32_t>([](auto x) { return round_clamped_for<To, mode>(x); }, a);
 }
 template <class To, ZIVKRoundMode mode, size_t N>
 ZIVKS_INLINE Lanes<int32_t, N> round_to_int32(Lanes<double, N> a) {
@@ -237,7 +237,7 @@ ZIVKS_INLINE Lanes<int32_t, N> round_to_int32(Lanes<double, N> a) {
 template <class To, ZIVKRoundMode mode, class F, size_t N>
 ZIVKS_INLINE Lanes<To, N> round_saturating(Lanes<F, N> a) {
   if constexpr (sizeof(To) == 8) {
-    return lift<To>([](auto x) { return round_for<To, mode>(x); }, a);
+    return lift<To>([](auto x) { return round_clamped_for<To, mode>(x); }, a);
   } else if constexpr (sizeof(To) == 4) {
     return round_to_int32<To, mode>(a);
   } else {

@@ -325,7 +325,6 @@ ZIVKS_INLINE RegisterPair<I32> multiply_add_apart(I16 a, I16 b, I16 c) {
 ZIVKS_INLINE I16 join_saturating(RegisterPair<I32> a) {
   return I16(vqmovn_high_s32(vqmovn_s32(a.first), a.second));
 }
-ZIVKS_INLINE U64 multiply_low(U64 a, U64 b) { return a * b; }
 
 // --- Rounding to integers --------------------------------------------------------------
 
@@ -349,7 +348,7 @@ ZIVKS_INLINE U32 round_unsigned(F32 a) {
 }
 
 template <class To, ZIVKRoundMode mode>
-ZIVKS_INLINE Register<To> round_at_most(F32 a, float limit) {
+ZIVKS_INLINE Register<To> round_clamped_above(F32 a, float limit) {
   const auto most = broadcast(static_cast<To>(limit));
   if constexpr (std::is_signed_v<To>) return minimum(round_signed<mode>(a), most);
   if constexpr (!std::is_signed_v<To>) return minimum(round_unsigned<mode>(a), most);
@@ -357,29 +356,29 @@ ZIVKS_INLINE Register<To> round_at_most(F32 a, float limit) {
 
 template <class To, ZIVKRoundMode mode>
 ZIVKS_INLINE Register<To> round_to_triples(F32 a) {
-  const auto rounded = round_at_most<To, mode>(a, kMostTriple<To>);
+  const auto rounded = round_clamped_above<To, mode>(a, kMostTriple<To>);
   if constexpr (std::is_signed_v<To>) return maximum(rounded, broadcast(kLeastTriple<To>));
   if constexpr (!std::is_signed_v<To>) return rounded;
 }
 
 template <ZIVKRoundMode mode>
-ZIVKS_INLINE I32 round_small(F32 a) {
+ZIVKS_INLINE I32 round_unclamped(F32 a) {
   return round_signed<mode>(a);
 }
 template <ZIVKRoundMode mode>
-ZIVKS_INLINE I32 round_small(F64 a, F64 b) {
+ZIVKS_INLINE I32 round_unclamped(F64 a, F64 b) {
   return I32(vuzp1q_s32(I32(round_signed<mode>(a)), I32(round_signed<mode>(b))));
 }
 template <class To, ZIVKRoundMode mode>
-ZIVKS_INLINE I32 round_for(F32 a) {
+ZIVKS_INLINE I32 round_clamped_for(F32 a) {
   return round_signed<mode>(a);
 }
 template <class To, ZIVKRoundMode mode>
-ZIVKS_INLINE I32 round_for(F64 a, F64 b) {
+ZIVKS_INLINE I32 round_clamped_for(F64 a, F64 b) {
   return I32(vqmovn_high_s64(vqmovn_s64(round_signed<mode>(a)), round_signed<mode>(b)));
 }
 template <class To, ZIVKRoundMode mode>
-ZIVKS_INLINE I64 round_for(F64 a) {
+ZIVKS_INLINE I64 round_clamped_for(F64 a) {
   return round_signed<mode>(a);
 }
 

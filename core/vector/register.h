@@ -31,17 +31,17 @@
 //   store_narrowed                        the same, to memory
 //   narrow_saturating<To>                 two registers to one of integers half as wide, clamped; four of
 //                                         int32 to one of integers a quarter as wide
-//   round_for<To, mode>                   floats to integers in the rounding `mode`; NaN gives 0. float64 to int64, clamped at the bounds;
-//                                         on the way to a smaller To a register of float32, or two of
-//                                         float64, to int32, of which narrow_saturating then makes what is
-//                                         clamped at the bounds of To
-//   round_at_most<To, mode>(a, limit)     the same of float32 to int32 or uint32, but not above `limit`
-//   round_to_triples<To, mode>            float32 to integers of three bytes, clamped at their
-//                                         bounds; NaN gives 0. The fourth byte of each may be anything
-//   round_small<mode>                     float32, or two registers of float64, to int32, for values within
-//                                         its range
-//                                         All of these round in `mode` whatever the processor's own mode is,
-//                                         but for kCurrentMode, which is just that
+//   round_clamped_for<To, mode>           floats to integers, rounded in `mode` and clamped at the bounds of To;
+//                                         NaN gives 0. float64 to int64 is done then. On the way to a smaller
+//                                         To, float32 or two registers of float64 become int32, which
+//                                         narrow_saturating has still to narrow, and clamps
+//   round_clamped_above<To, mode>(a, most)
+//                                         float32 to int32 or uint32, the same but at most `most`
+//   round_unclamped<mode>                 float32, or two registers of float64, within the range of int32
+//   round_to_triples<To, mode>            float32 to integers of three bytes, clamped at their bounds; NaN
+//                                         gives 0. The fourth byte of each may be anything
+//                                         These four round in `mode` whatever the processor's own mode is,
+//                                         but for kCurrentMode, which is the processor's
 //   rounds_to_nearest()                   whether the processor's own mode is to nearest, ties to even
 //   fused_multiply_add(a, b, c)           a * b + c with one rounding
 //   fused_multiply_alternate(a, b, c)     a * b - c in even lanes, a * b + c in odd ones, with one rounding
@@ -50,7 +50,6 @@
 //   multiply_add_apart(a, b, c)           16-bit integers, a * b + c in two registers of 32 bits; which lanes
 //                                         stand in which is the processor's choice
 //   join_saturating                       those registers to one of 16 bits, clamped, in the order that was
-//   multiply_low                          64-bit integers, product modulo 2^64
 //   deinterleave, interleave              even and odd elements of two registers, and back
 //   load_deinterleaved, store_interleaved
 //                                         even and odd elements of two registers' length of memory

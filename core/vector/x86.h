@@ -16,7 +16,7 @@
 
 namespace zivks {
 
-using M = __m256i;  // what the integer intrinsics work on
+using Int256 = __m256i;  // what the integer intrinsics work on
 
 // There are sixteen registers, for two sources, constants and results.
 inline constexpr size_t kTurnRegisters = 4;
@@ -48,19 +48,19 @@ ZIVKS_INLINE void leave_registers() { _mm256_zeroupper(); }
 
 // --- Saturating arithmetic -------------------------------------------------------------
 
-ZIVKS_INLINE U8 add_saturating(U8 a, U8 b) { return U8(_mm256_adds_epu8(M(a), M(b))); }
-ZIVKS_INLINE I8 add_saturating(I8 a, I8 b) { return I8(_mm256_adds_epi8(M(a), M(b))); }
-ZIVKS_INLINE U16 add_saturating(U16 a, U16 b) { return U16(_mm256_adds_epu16(M(a), M(b))); }
-ZIVKS_INLINE I16 add_saturating(I16 a, I16 b) { return I16(_mm256_adds_epi16(M(a), M(b))); }
+ZIVKS_INLINE U8 add_saturating(U8 a, U8 b) { return U8(_mm256_adds_epu8(Int256(a), Int256(b))); }
+ZIVKS_INLINE I8 add_saturating(I8 a, I8 b) { return I8(_mm256_adds_epi8(Int256(a), Int256(b))); }
+ZIVKS_INLINE U16 add_saturating(U16 a, U16 b) { return U16(_mm256_adds_epu16(Int256(a), Int256(b))); }
+ZIVKS_INLINE I16 add_saturating(I16 a, I16 b) { return I16(_mm256_adds_epi16(Int256(a), Int256(b))); }
 ZIVKS_INLINE U32 add_saturating(U32 a, U32 b) {
   const U32 addend = kept_in_register(a);  // the compiler would rather load it twice
-  return addend + U32(_mm256_min_epu32(M(b), M(~addend)));
+  return addend + U32(_mm256_min_epu32(Int256(b), Int256(~addend)));
 }
-ZIVKS_INLINE U8 subtract_saturating(U8 a, U8 b) { return U8(_mm256_subs_epu8(M(a), M(b))); }
-ZIVKS_INLINE I8 subtract_saturating(I8 a, I8 b) { return I8(_mm256_subs_epi8(M(a), M(b))); }
-ZIVKS_INLINE U16 subtract_saturating(U16 a, U16 b) { return U16(_mm256_subs_epu16(M(a), M(b))); }
-ZIVKS_INLINE I16 subtract_saturating(I16 a, I16 b) { return I16(_mm256_subs_epi16(M(a), M(b))); }
-ZIVKS_INLINE U32 subtract_saturating(U32 a, U32 b) { return a - U32(_mm256_min_epu32(M(a), M(b))); }
+ZIVKS_INLINE U8 subtract_saturating(U8 a, U8 b) { return U8(_mm256_subs_epu8(Int256(a), Int256(b))); }
+ZIVKS_INLINE I8 subtract_saturating(I8 a, I8 b) { return I8(_mm256_subs_epi8(Int256(a), Int256(b))); }
+ZIVKS_INLINE U16 subtract_saturating(U16 a, U16 b) { return U16(_mm256_subs_epu16(Int256(a), Int256(b))); }
+ZIVKS_INLINE I16 subtract_saturating(I16 a, I16 b) { return I16(_mm256_subs_epi16(Int256(a), Int256(b))); }
+ZIVKS_INLINE U32 subtract_saturating(U32 a, U32 b) { return a - U32(_mm256_min_epu32(Int256(a), Int256(b))); }
 
 // The bound that an overflow with first operand `a` runs into.
 ZIVKS_INLINE I32 bound_toward(I32 a) { return (a >> 31) ^ broadcast(int32_t{INT32_MAX}); }
@@ -87,24 +87,24 @@ ZIVKS_INLINE I32 subtract_saturating(I32 a, I32 b) {
 // The plain absolute value leaves the most negative integer as it is; taken unsigned that is one above the
 // bound.
 ZIVKS_INLINE I16 absolute_saturating(I16 a) {
-  return I16(_mm256_min_epu16(_mm256_abs_epi16(M(a)), M(broadcast(int16_t{INT16_MAX}))));
+  return I16(_mm256_min_epu16(_mm256_abs_epi16(Int256(a)), Int256(broadcast(int16_t{INT16_MAX}))));
 }
 ZIVKS_INLINE I32 absolute_saturating(I32 a) {
-  return I32(_mm256_min_epu32(_mm256_abs_epi32(M(a)), M(broadcast(int32_t{INT32_MAX}))));
+  return I32(_mm256_min_epu32(_mm256_abs_epi32(Int256(a)), Int256(broadcast(int32_t{INT32_MAX}))));
 }
 
 // --- Shifts by one count ---------------------------------------------------------------
 
 ZIVKS_INLINE __m128i count_of(int n) { return _mm_cvtsi32_si128(n); }
 
-ZIVKS_INLINE U16 shift_left(U16 a, int n) { return U16(_mm256_sll_epi16(M(a), count_of(n))); }
-ZIVKS_INLINE I16 shift_left(I16 a, int n) { return I16(_mm256_sll_epi16(M(a), count_of(n))); }
-ZIVKS_INLINE U32 shift_left(U32 a, int n) { return U32(_mm256_sll_epi32(M(a), count_of(n))); }
-ZIVKS_INLINE I32 shift_left(I32 a, int n) { return I32(_mm256_sll_epi32(M(a), count_of(n))); }
-ZIVKS_INLINE U16 shift_right(U16 a, int n) { return U16(_mm256_srl_epi16(M(a), count_of(n))); }
-ZIVKS_INLINE I16 shift_right(I16 a, int n) { return I16(_mm256_sra_epi16(M(a), count_of(n))); }
-ZIVKS_INLINE U32 shift_right(U32 a, int n) { return U32(_mm256_srl_epi32(M(a), count_of(n))); }
-ZIVKS_INLINE I32 shift_right(I32 a, int n) { return I32(_mm256_sra_epi32(M(a), count_of(n))); }
+ZIVKS_INLINE U16 shift_left(U16 a, int n) { return U16(_mm256_sll_epi16(Int256(a), count_of(n))); }
+ZIVKS_INLINE I16 shift_left(I16 a, int n) { return I16(_mm256_sll_epi16(Int256(a), count_of(n))); }
+ZIVKS_INLINE U32 shift_left(U32 a, int n) { return U32(_mm256_sll_epi32(Int256(a), count_of(n))); }
+ZIVKS_INLINE I32 shift_left(I32 a, int n) { return I32(_mm256_sll_epi32(Int256(a), count_of(n))); }
+ZIVKS_INLINE U16 shift_right(U16 a, int n) { return U16(_mm256_srl_epi16(Int256(a), count_of(n))); }
+ZIVKS_INLINE I16 shift_right(I16 a, int n) { return I16(_mm256_sra_epi16(Int256(a), count_of(n))); }
+ZIVKS_INLINE U32 shift_right(U32 a, int n) { return U32(_mm256_srl_epi32(Int256(a), count_of(n))); }
+ZIVKS_INLINE I32 shift_right(I32 a, int n) { return I32(_mm256_sra_epi32(Int256(a), count_of(n))); }
 
 // There is no shift of bytes: one of 16 bits, without what comes over from the neighbour.
 ZIVKS_INLINE U8 shift_left(U8 a, int n) {
@@ -120,8 +120,8 @@ ZIVKS_INLINE F64 absolute(F64 a) { return F64(I64(a) & broadcast(int64_t{INT64_M
 
 // --- 64-bit integers -----------------------------------------------------------------------
 
-ZIVKS_INLINE U64 shift_left(U64 a, int n) { return U64(_mm256_sll_epi64(M(a), count_of(n))); }
-ZIVKS_INLINE U64 shift_right(U64 a, int n) { return U64(_mm256_srl_epi64(M(a), count_of(n))); }
+ZIVKS_INLINE U64 shift_left(U64 a, int n) { return U64(_mm256_sll_epi64(Int256(a), count_of(n))); }
+ZIVKS_INLINE U64 shift_right(U64 a, int n) { return U64(_mm256_srl_epi64(Int256(a), count_of(n))); }
 ZIVKS_INLINE I64 shift_left(I64 a, int n) { return I64(shift_left(U64(a), n)); }
 // There is no arithmetic shift of 64 bits. A signed value plus 2^63 is unsigned, and its quotient is too large by
 // the quotient of 2^63.
@@ -160,8 +160,8 @@ ZIVKS_INLINE U64 shift_left_saturating(U64 a, int n) {
 // --- Halved sums and differences -----------------------------------------------------------
 
 // a + b = 2 * (a & b) + (a ^ b) = 2 * (a | b) - (a ^ b).
-ZIVKS_INLINE U8 average_up(U8 a, U8 b) { return U8(_mm256_avg_epu8(M(a), M(b))); }
-ZIVKS_INLINE U16 average_up(U16 a, U16 b) { return U16(_mm256_avg_epu16(M(a), M(b))); }
+ZIVKS_INLINE U8 average_up(U8 a, U8 b) { return U8(_mm256_avg_epu8(Int256(a), Int256(b))); }
+ZIVKS_INLINE U16 average_up(U16 a, U16 b) { return U16(_mm256_avg_epu16(Int256(a), Int256(b))); }
 template <class R>
 ZIVKS_INLINE R average_up(R a, R b) {
   return (a | b) - ((a ^ b) >> 1);
@@ -203,18 +203,18 @@ ZIVKS_INLINE I64 shift_right_half_up(I64 a, int n) {  // see shift_right()
 
 // --- Minimum and maximum ---------------------------------------------------------------
 
-ZIVKS_INLINE U8 minimum(U8 a, U8 b) { return U8(_mm256_min_epu8(M(a), M(b))); }
-ZIVKS_INLINE I8 minimum(I8 a, I8 b) { return I8(_mm256_min_epi8(M(a), M(b))); }
-ZIVKS_INLINE U16 minimum(U16 a, U16 b) { return U16(_mm256_min_epu16(M(a), M(b))); }
-ZIVKS_INLINE I16 minimum(I16 a, I16 b) { return I16(_mm256_min_epi16(M(a), M(b))); }
-ZIVKS_INLINE U32 minimum(U32 a, U32 b) { return U32(_mm256_min_epu32(M(a), M(b))); }
-ZIVKS_INLINE I32 minimum(I32 a, I32 b) { return I32(_mm256_min_epi32(M(a), M(b))); }
-ZIVKS_INLINE U8 maximum(U8 a, U8 b) { return U8(_mm256_max_epu8(M(a), M(b))); }
-ZIVKS_INLINE I8 maximum(I8 a, I8 b) { return I8(_mm256_max_epi8(M(a), M(b))); }
-ZIVKS_INLINE U16 maximum(U16 a, U16 b) { return U16(_mm256_max_epu16(M(a), M(b))); }
-ZIVKS_INLINE I16 maximum(I16 a, I16 b) { return I16(_mm256_max_epi16(M(a), M(b))); }
-ZIVKS_INLINE U32 maximum(U32 a, U32 b) { return U32(_mm256_max_epu32(M(a), M(b))); }
-ZIVKS_INLINE I32 maximum(I32 a, I32 b) { return I32(_mm256_max_epi32(M(a), M(b))); }
+ZIVKS_INLINE U8 minimum(U8 a, U8 b) { return U8(_mm256_min_epu8(Int256(a), Int256(b))); }
+ZIVKS_INLINE I8 minimum(I8 a, I8 b) { return I8(_mm256_min_epi8(Int256(a), Int256(b))); }
+ZIVKS_INLINE U16 minimum(U16 a, U16 b) { return U16(_mm256_min_epu16(Int256(a), Int256(b))); }
+ZIVKS_INLINE I16 minimum(I16 a, I16 b) { return I16(_mm256_min_epi16(Int256(a), Int256(b))); }
+ZIVKS_INLINE U32 minimum(U32 a, U32 b) { return U32(_mm256_min_epu32(Int256(a), Int256(b))); }
+ZIVKS_INLINE I32 minimum(I32 a, I32 b) { return I32(_mm256_min_epi32(Int256(a), Int256(b))); }
+ZIVKS_INLINE U8 maximum(U8 a, U8 b) { return U8(_mm256_max_epu8(Int256(a), Int256(b))); }
+ZIVKS_INLINE I8 maximum(I8 a, I8 b) { return I8(_mm256_max_epi8(Int256(a), Int256(b))); }
+ZIVKS_INLINE U16 maximum(U16 a, U16 b) { return U16(_mm256_max_epu16(Int256(a), Int256(b))); }
+ZIVKS_INLINE I16 maximum(I16 a, I16 b) { return I16(_mm256_max_epi16(Int256(a), Int256(b))); }
+ZIVKS_INLINE U32 maximum(U32 a, U32 b) { return U32(_mm256_max_epu32(Int256(a), Int256(b))); }
+ZIVKS_INLINE I32 maximum(I32 a, I32 b) { return I32(_mm256_max_epi32(Int256(a), Int256(b))); }
 
 // A value that is too large is replaced by the largest that is not, and then gets the bits that the shift
 // brought in.
@@ -258,11 +258,11 @@ ZIVKS_INLINE F64 maximum(F64 a, F64 b) {
 template <class R, class Operation>
 ZIVKS_INLINE R combine_lanes(R all, Operation operation) {
   constexpr size_t bytes = sizeof(ElementOf<R>);
-  all = operation(all, R(_mm256_permute2x128_si256(M(all), M(all), 1)));
-  all = operation(all, R(_mm256_shuffle_epi32(M(all), 0x4E)));
-  if constexpr (bytes <= 4) all = operation(all, R(_mm256_shuffle_epi32(M(all), 0xB1)));
-  if constexpr (bytes <= 2) all = operation(all, R(_mm256_alignr_epi8(M(all), M(all), 2)));
-  if constexpr (bytes <= 1) all = operation(all, R(_mm256_alignr_epi8(M(all), M(all), 1)));
+  all = operation(all, R(_mm256_permute2x128_si256(Int256(all), Int256(all), 1)));
+  all = operation(all, R(_mm256_shuffle_epi32(Int256(all), 0x4E)));
+  if constexpr (bytes <= 4) all = operation(all, R(_mm256_shuffle_epi32(Int256(all), 0xB1)));
+  if constexpr (bytes <= 2) all = operation(all, R(_mm256_alignr_epi8(Int256(all), Int256(all), 2)));
+  if constexpr (bytes <= 1) all = operation(all, R(_mm256_alignr_epi8(Int256(all), Int256(all), 1)));
   return all;
 }
 template <class R>
@@ -289,22 +289,24 @@ ZIVKS_INLINE bool has_nan(F32 a) {
 
 template <class R>
 ZIVKS_INLINE bool any_true(R comparison) {
-  return _mm256_movemask_epi8(M(comparison)) != 0;
+  return _mm256_movemask_epi8(Int256(comparison)) != 0;
 }
 template <class R>
 ZIVKS_INLINE size_t first_true(R comparison) {
-  const auto bytes = static_cast<uint32_t>(_mm256_movemask_epi8(M(comparison)));
+  const auto bytes = static_cast<uint32_t>(_mm256_movemask_epi8(Int256(comparison)));
   return static_cast<size_t>(__builtin_ctz(bytes)) / sizeof(ElementOf<R>);
 }
 
 // The upper half of the exact product has its sign.
-ZIVKS_INLINE I16 negative_product(I16 a, I16 b) { return I16(_mm256_mulhi_epi16(M(a), M(b))) >> 15; }
+ZIVKS_INLINE I16 negative_product(I16 a, I16 b) {
+  return I16(_mm256_mulhi_epi16(Int256(a), Int256(b))) >> 15;
+}
 
 // --- Widening, narrowing, converting ---------------------------------------------------
 
 // K-th quarter, eighth ... of the register, `bytes` long, at the bottom of 128 bits.
 template <size_t bytes, size_t K>
-ZIVKS_INLINE __m128i low_part(M a) {
+ZIVKS_INLINE __m128i low_part(Int256 a) {
   constexpr size_t offset = bytes * K;
   const __m128i half = offset >= 16 ? _mm256_extracti128_si256(a, 1) : _mm256_castsi256_si128(a);
   if constexpr (offset % 16 == 0) return half;
@@ -313,45 +315,45 @@ ZIVKS_INLINE __m128i low_part(M a) {
 
 template <class To, size_t K>
 ZIVKS_INLINE Register<To> widen_part(U8 a) {
-  const __m128i part = low_part<kRegisterElements<To>, K>(M(a));
+  const __m128i part = low_part<kRegisterElements<To>, K>(Int256(a));
   if constexpr (sizeof(To) == 2) return Register<To>(_mm256_cvtepu8_epi16(part));
   if constexpr (sizeof(To) == 4) return Register<To>(_mm256_cvtepu8_epi32(part));
 }
 template <class To, size_t K>
 ZIVKS_INLINE Register<To> widen_part(I8 a) {
-  const __m128i part = low_part<kRegisterElements<To>, K>(M(a));
+  const __m128i part = low_part<kRegisterElements<To>, K>(Int256(a));
   if constexpr (sizeof(To) == 2) return Register<To>(_mm256_cvtepi8_epi16(part));
   if constexpr (sizeof(To) == 4) return Register<To>(_mm256_cvtepi8_epi32(part));
 }
 template <class To, size_t K>
 ZIVKS_INLINE Register<To> widen_part(U16 a) {
-  const __m128i part = low_part<2 * kRegisterElements<To>, K>(M(a));
+  const __m128i part = low_part<2 * kRegisterElements<To>, K>(Int256(a));
   if constexpr (sizeof(To) == 4) return Register<To>(_mm256_cvtepu16_epi32(part));
   if constexpr (sizeof(To) == 8) return Register<To>(_mm256_cvtepu16_epi64(part));
 }
 template <class To, size_t K>
 ZIVKS_INLINE Register<To> widen_part(I16 a) {
-  const __m128i part = low_part<2 * kRegisterElements<To>, K>(M(a));
+  const __m128i part = low_part<2 * kRegisterElements<To>, K>(Int256(a));
   if constexpr (sizeof(To) == 4) return Register<To>(_mm256_cvtepi16_epi32(part));
   if constexpr (sizeof(To) == 8) return Register<To>(_mm256_cvtepi16_epi64(part));
 }
 template <class To, size_t K>
 ZIVKS_INLINE Register<To> widen_part(U32 a) {
-  return Register<To>(_mm256_cvtepu32_epi64(low_part<16, K>(M(a))));
+  return Register<To>(_mm256_cvtepu32_epi64(low_part<16, K>(Int256(a))));
 }
 template <class To, size_t K>
 ZIVKS_INLINE Register<To> widen_part(I32 a) {
-  return Register<To>(_mm256_cvtepi32_epi64(low_part<16, K>(M(a))));
+  return Register<To>(_mm256_cvtepi32_epi64(low_part<16, K>(Int256(a))));
 }
 
 template <class To, size_t K>
 ZIVKS_INLINE Register<To> convert_part(I32 a) {
-  if constexpr (sizeof(To) == 4) return F32(_mm256_cvtepi32_ps(M(a)));
-  if constexpr (sizeof(To) == 8) return F64(_mm256_cvtepi32_pd(low_part<16, K>(M(a))));
+  if constexpr (sizeof(To) == 4) return F32(_mm256_cvtepi32_ps(Int256(a)));
+  if constexpr (sizeof(To) == 8) return F64(_mm256_cvtepi32_pd(low_part<16, K>(Int256(a))));
 }
 template <class To, size_t K>
 ZIVKS_INLINE Register<To> convert_part(F32 a) {
-  return F64(_mm256_cvtps_pd(_mm_castsi128_ps(low_part<16, K>(M(a)))));
+  return F64(_mm256_cvtps_pd(_mm_castsi128_ps(low_part<16, K>(Int256(a)))));
 }
 
 // There is no such instruction at this level. The upper 32 bits, made unsigned by turning their sign, are set
@@ -362,7 +364,7 @@ ZIVKS_INLINE Register<To> convert_part(F32 a) {
 template <class To, size_t K>
 ZIVKS_INLINE Register<To> convert_part(I64 a) {
   const F64 upper = F64((U64(a) >> 32) ^ U64(broadcast(0x1p84 + 0x1p63)));
-  const F64 lower = F64(_mm256_blend_epi32(M(a), M(broadcast(0x1p52)), 0xAA));
+  const F64 lower = F64(_mm256_blend_epi32(Int256(a), Int256(broadcast(0x1p52)), 0xAA));
   const F64 sum = (upper - broadcast(0x1p84 + 0x1p63 + 0x1p52)) + lower;
   return F64(I64(sum) & (a | broadcast(int64_t{INT64_MAX})));
 }
@@ -378,35 +380,38 @@ ZIVKS_INLINE void store_narrowed(float* to, F64 a, F64 b) {
 }
 
 // The pack instructions leave the quarters in the order a0 b0 a1 b1.
-ZIVKS_INLINE M order_quarters(M packed) { return _mm256_permute4x64_epi64(packed, 0xD8); }
+ZIVKS_INLINE Int256 order_quarters(Int256 packed) { return _mm256_permute4x64_epi64(packed, 0xD8); }
 
 template <class To>
 ZIVKS_INLINE Register<To> narrow_saturating(I16 a, I16 b) {
-  if constexpr (std::is_signed_v<To>) return I8(order_quarters(_mm256_packs_epi16(M(a), M(b))));
-  if constexpr (!std::is_signed_v<To>) return U8(order_quarters(_mm256_packus_epi16(M(a), M(b))));
+  if constexpr (std::is_signed_v<To>) return I8(order_quarters(_mm256_packs_epi16(Int256(a), Int256(b))));
+  if constexpr (!std::is_signed_v<To>) return U8(order_quarters(_mm256_packus_epi16(Int256(a), Int256(b))));
 }
 template <class To>
 ZIVKS_INLINE Register<To> narrow_saturating(I32 a, I32 b) {
-  if constexpr (std::is_signed_v<To>) return I16(order_quarters(_mm256_packs_epi32(M(a), M(b))));
-  if constexpr (!std::is_signed_v<To>) return U16(order_quarters(_mm256_packus_epi32(M(a), M(b))));
+  if constexpr (std::is_signed_v<To>) return I16(order_quarters(_mm256_packs_epi32(Int256(a), Int256(b))));
+  if constexpr (!std::is_signed_v<To>) return U16(order_quarters(_mm256_packus_epi32(Int256(a), Int256(b))));
 }
 // The pack instructions read their operands as signed; a value clamped below the sign bit is the same in
 // both.
 template <class To>
 ZIVKS_INLINE Register<To> narrow_saturating(U16 a, U16 b) {
   const U16 limit = broadcast(uint16_t{std::is_signed_v<To> ? INT8_MAX : UINT8_MAX});
-  return Register<To>(order_quarters(_mm256_packus_epi16(M(minimum(a, limit)), M(minimum(b, limit)))));
+  return Register<To>(
+      order_quarters(_mm256_packus_epi16(Int256(minimum(a, limit)), Int256(minimum(b, limit)))));
 }
 template <class To>
 ZIVKS_INLINE Register<To> narrow_saturating(U32 a, U32 b) {
   const U32 limit = broadcast(uint32_t{std::is_signed_v<To> ? INT16_MAX : UINT16_MAX});
-  return Register<To>(order_quarters(_mm256_packus_epi32(M(minimum(a, limit)), M(minimum(b, limit)))));
+  return Register<To>(
+      order_quarters(_mm256_packus_epi32(Int256(minimum(a, limit)), Int256(minimum(b, limit)))));
 }
 
 template <class To>
 ZIVKS_INLINE Register<To> narrow_saturating(I32 a, I32 b, I32 c, I32 d) {
-  const M low = _mm256_packs_epi32(M(a), M(b)), high = _mm256_packs_epi32(M(c), M(d));
-  const M all = std::is_signed_v<To> ? _mm256_packs_epi16(low, high) : _mm256_packus_epi16(low, high);
+  const Int256 low = _mm256_packs_epi32(Int256(a), Int256(b)),
+               high = _mm256_packs_epi32(Int256(c), Int256(d));
+  const Int256 all = std::is_signed_v<To> ? _mm256_packs_epi16(low, high) : _mm256_packus_epi16(low, high);
   return Register<To>(_mm256_permutevar8x32_epi32(all, _mm256_setr_epi32(0, 4, 1, 5, 2, 6, 3, 7)));
 }
 
@@ -437,21 +442,21 @@ ZIVKS_INLINE F64 fused_multiply_alternate(F64 a, F64 b, F64 c) {
 // The product of the low halves of 32 bits, plus that of the high ones, of which one is zero.
 template <size_t K>
 ZIVKS_INLINE I32 multiply_part(I16 a, I16 b) {
-  return I32(_mm256_madd_epi16(M(widen_part<int32_t, K>(a)), M(widen_part<uint32_t, K>(U16(b)))));
+  return I32(_mm256_madd_epi16(Int256(widen_part<int32_t, K>(a)), Int256(widen_part<uint32_t, K>(U16(b)))));
 }
 
 // Of each 128 bits the lower four stand in the first register, the upper four in the second.
 ZIVKS_INLINE RegisterPair<I32> multiply_add_apart(I16 a, I16 b, I16 c) {
   a = kept_in_register(a), b = kept_in_register(b), c = kept_in_register(c);  // else all are loaded twice
-  const M one = M(broadcast(int16_t{1}));
-  return {I32(_mm256_madd_epi16(_mm256_unpacklo_epi16(M(a), M(c)), _mm256_unpacklo_epi16(M(b), one))),
-          I32(_mm256_madd_epi16(_mm256_unpackhi_epi16(M(a), M(c)), _mm256_unpackhi_epi16(M(b), one)))};
+  const Int256 one = Int256(broadcast(int16_t{1}));
+  return {I32(_mm256_madd_epi16(_mm256_unpacklo_epi16(Int256(a), Int256(c)),
+                                _mm256_unpacklo_epi16(Int256(b), one))),
+          I32(_mm256_madd_epi16(_mm256_unpackhi_epi16(Int256(a), Int256(c)),
+                                _mm256_unpackhi_epi16(Int256(b), one)))};
 }
 ZIVKS_INLINE I16 join_saturating(RegisterPair<I32> a) {
-  return I16(_mm256_packs_epi32(M(a.first), M(a.second)));
+  return I16(_mm256_packs_epi32(Int256(a.first), Int256(a.second)));
 }
-
-ZIVKS_INLINE U64 multiply_low(U64 a, U64 b) { return a * b; }
 
 // --- Rounding to integers --------------------------------------------------------------
 
@@ -516,7 +521,7 @@ ZIVKS_INLINE R bounded_for(R a, ElementOf<R> limit) {
 }
 
 template <class To, ZIVKRoundMode mode>
-ZIVKS_INLINE Register<To> round_at_most(F32 a, float limit) {
+ZIVKS_INLINE Register<To> round_clamped_above(F32 a, float limit) {
   return Register<To>(convert_rounded<mode>(bounded_for<To>(a, limit)));
 }
 
@@ -529,28 +534,28 @@ ZIVKS_INLINE Register<To> round_to_triples(F32 a) {
 }
 
 template <ZIVKRoundMode mode>
-ZIVKS_INLINE I32 round_small(F32 a) {
+ZIVKS_INLINE I32 round_unclamped(F32 a) {
   return convert_rounded<mode>(a);
 }
 template <ZIVKRoundMode mode>
-ZIVKS_INLINE I32 round_small(F64 a, F64 b) {
+ZIVKS_INLINE I32 round_unclamped(F64 a, F64 b) {
   return I32(_mm256_set_m128i(convert_rounded<mode>(b), convert_rounded<mode>(a)));
 }
 
 // The bound of int32 is no float32. Above its range the conversion gives the lowest int32, of which all
 // bits have to be turned.
 template <class To, ZIVKRoundMode mode>
-ZIVKS_INLINE I32 round_for(F32 a) {
+ZIVKS_INLINE I32 round_clamped_for(F32 a) {
   if constexpr (sizeof(To) == 4) {
     return clear_nan(convert_rounded<mode>(a) ^ I32(a >= broadcast(0x1p31f)), a);
   } else {
     using To32 = std::conditional_t<std::is_signed_v<To>, int32_t, uint32_t>;
-    return I32(round_at_most<To32, mode>(a, std::numeric_limits<To>::max()));
+    return I32(round_clamped_above<To32, mode>(a, std::numeric_limits<To>::max()));
   }
 }
 
 template <class To, ZIVKRoundMode mode>
-ZIVKS_INLINE I32 round_for(F64 a, F64 b) {
+ZIVKS_INLINE I32 round_clamped_for(F64 a, F64 b) {
   const auto half = [](F64 x) {
     return convert_rounded<mode>(bounded_for<To>(x, std::numeric_limits<To>::max()));
   };
@@ -563,7 +568,7 @@ ZIVKS_INLINE I32 round_for(F64 a, F64 b) {
 // the second cancel out is seen to by a surplus in the first. 2^64, which NaN becomes, gives 0. In the
 // processor's own mode the sum of what is left rounds by itself.
 template <class To, ZIVKRoundMode mode>
-ZIVKS_INLINE I64 round_for(F64 a) {
+ZIVKS_INLINE I64 round_clamped_for(F64 a) {
   static_assert(std::is_same_v<To, int64_t>);
   const F64 in_mantissa = broadcast(0x1.8p52), with_surplus = broadcast(0x1.8p52 - 0x43380000);
   F64 whole = greater(lesser(a, broadcast(0x1p64)), broadcast(-0x1p63));
@@ -582,15 +587,19 @@ ZIVKS_INLINE I64 round_for(F64 a) {
 template <class R>
 ZIVKS_INLINE RegisterPair<R> interleave(R even, R odd) {
   constexpr size_t bytes = sizeof(ElementOf<R>);
-  M low, high;
+  Int256 low, high;
   if constexpr (bytes == 1) {
-    low = _mm256_unpacklo_epi8(M(even), M(odd)), high = _mm256_unpackhi_epi8(M(even), M(odd));
+    low = _mm256_unpacklo_epi8(Int256(even), Int256(odd)),
+    high = _mm256_unpackhi_epi8(Int256(even), Int256(odd));
   } else if constexpr (bytes == 2) {
-    low = _mm256_unpacklo_epi16(M(even), M(odd)), high = _mm256_unpackhi_epi16(M(even), M(odd));
+    low = _mm256_unpacklo_epi16(Int256(even), Int256(odd)),
+    high = _mm256_unpackhi_epi16(Int256(even), Int256(odd));
   } else if constexpr (bytes == 4) {
-    low = _mm256_unpacklo_epi32(M(even), M(odd)), high = _mm256_unpackhi_epi32(M(even), M(odd));
+    low = _mm256_unpacklo_epi32(Int256(even), Int256(odd)),
+    high = _mm256_unpackhi_epi32(Int256(even), Int256(odd));
   } else {
-    low = _mm256_unpacklo_epi64(M(even), M(odd)), high = _mm256_unpackhi_epi64(M(even), M(odd));
+    low = _mm256_unpacklo_epi64(Int256(even), Int256(odd)),
+    high = _mm256_unpackhi_epi64(Int256(even), Int256(odd));
   }
   return {R(_mm256_permute2x128_si256(low, high, 0x20)), R(_mm256_permute2x128_si256(low, high, 0x31))};
 }
@@ -599,18 +608,18 @@ template <class R>
 ZIVKS_INLINE RegisterPair<R> deinterleave(R low, R high) {
   constexpr size_t bytes = sizeof(ElementOf<R>);
   if constexpr (bytes == 8) {
-    return {R(order_quarters(_mm256_unpacklo_epi64(M(low), M(high)))),
-            R(order_quarters(_mm256_unpackhi_epi64(M(low), M(high))))};
+    return {R(order_quarters(_mm256_unpacklo_epi64(Int256(low), Int256(high)))),
+            R(order_quarters(_mm256_unpackhi_epi64(Int256(low), Int256(high))))};
   } else if constexpr (bytes == 4) {
     const __m256 a = __m256(low), b = __m256(high);
-    return {R(order_quarters(M(_mm256_shuffle_ps(a, b, 0x88)))),
-            R(order_quarters(M(_mm256_shuffle_ps(a, b, 0xDD))))};
+    return {R(order_quarters(Int256(_mm256_shuffle_ps(a, b, 0x88)))),
+            R(order_quarters(Int256(_mm256_shuffle_ps(a, b, 0xDD))))};
   } else {
     // Even elements to the lower half of each 16 bytes, odd ones to the upper half.
     const __m128i index = bytes == 2 ? _mm_setr_epi8(0, 1, 4, 5, 8, 9, 12, 13, 2, 3, 6, 7, 10, 11, 14, 15)
                                      : _mm_setr_epi8(0, 2, 4, 6, 8, 10, 12, 14, 1, 3, 5, 7, 9, 11, 13, 15);
     const auto sorted = [index](R both) {
-      return _mm256_shuffle_epi8(M(both), _mm256_broadcastsi128_si256(index));
+      return _mm256_shuffle_epi8(Int256(both), _mm256_broadcastsi128_si256(index));
     };
     const auto [even, odd] = deinterleave(U64(sorted(low)), U64(sorted(high)));
     return {R(even), R(odd)};
@@ -649,34 +658,37 @@ ZIVKS_INLINE void store_next_interleaved(T*& to, Register<T> even, Register<T> o
   to += 2 * kRegisterElements<T>;
 }
 
-ZIVKS_INLINE U8 shuffle_bytes(U8 bytes, U8 index) { return U8(_mm256_shuffle_epi8(M(bytes), M(index))); }
+ZIVKS_INLINE U8 shuffle_bytes(U8 bytes, U8 index) {
+  return U8(_mm256_shuffle_epi8(Int256(bytes), Int256(index)));
+}
 
 template <class R>
 ZIVKS_INLINE R reverse(R a) {
   constexpr size_t bytes = sizeof(ElementOf<R>);
-  if constexpr (bytes == 8) return R(_mm256_permute4x64_epi64(M(a), 0x1B));
+  if constexpr (bytes == 8) return R(_mm256_permute4x64_epi64(Int256(a), 0x1B));
   if constexpr (bytes == 4) {
-    return R(_mm256_permutevar8x32_epi32(M(a), _mm256_setr_epi32(7, 6, 5, 4, 3, 2, 1, 0)));
+    return R(_mm256_permutevar8x32_epi32(Int256(a), _mm256_setr_epi32(7, 6, 5, 4, 3, 2, 1, 0)));
   }
   if constexpr (bytes <= 2) {
     const __m128i index = bytes == 2 ? _mm_setr_epi8(14, 15, 12, 13, 10, 11, 8, 9, 6, 7, 4, 5, 2, 3, 0, 1)
                                      : _mm_setr_epi8(15, 14, 13, 12, 11, 10, 9, 8, 7, 6, 5, 4, 3, 2, 1, 0);
-    return R(_mm256_permute4x64_epi64(_mm256_shuffle_epi8(M(a), _mm256_broadcastsi128_si256(index)), 0x4E));
+    return R(
+        _mm256_permute4x64_epi64(_mm256_shuffle_epi8(Int256(a), _mm256_broadcastsi128_si256(index)), 0x4E));
   }
 }
-ZIVKS_INLINE U64 reverse_pairs(U64 a) { return U64(_mm256_permute4x64_epi64(M(a), 0x4E)); }
+ZIVKS_INLINE U64 reverse_pairs(U64 a) { return U64(_mm256_permute4x64_epi64(Int256(a), 0x4E)); }
 
 ZIVKS_INLINE U16 swap_bytes(U16 a) {
   const __m128i index = _mm_setr_epi8(1, 0, 3, 2, 5, 4, 7, 6, 9, 8, 11, 10, 13, 12, 15, 14);
-  return U16(_mm256_shuffle_epi8(M(a), _mm256_broadcastsi128_si256(index)));
+  return U16(_mm256_shuffle_epi8(Int256(a), _mm256_broadcastsi128_si256(index)));
 }
 ZIVKS_INLINE U32 swap_bytes(U32 a) {
   const __m128i index = _mm_setr_epi8(3, 2, 1, 0, 7, 6, 5, 4, 11, 10, 9, 8, 15, 14, 13, 12);
-  return U32(_mm256_shuffle_epi8(M(a), _mm256_broadcastsi128_si256(index)));
+  return U32(_mm256_shuffle_epi8(Int256(a), _mm256_broadcastsi128_si256(index)));
 }
 ZIVKS_INLINE U64 swap_bytes(U64 a) {
   const __m128i index = _mm_setr_epi8(7, 6, 5, 4, 3, 2, 1, 0, 15, 14, 13, 12, 11, 10, 9, 8);
-  return U64(_mm256_shuffle_epi8(M(a), _mm256_broadcastsi128_si256(index)));
+  return U64(_mm256_shuffle_epi8(Int256(a), _mm256_broadcastsi128_si256(index)));
 }
 
 // --- Half a register in memory ---------------------------------------------------------
@@ -685,13 +697,13 @@ ZIVKS_INLINE U64 load_bottom_half(const void* from) {
   return U64(_mm256_castsi128_si256(_mm_loadu_si128(static_cast<const __m128i_u*>(from))));
 }
 ZIVKS_INLINE U64 load_halves(const void* low, const void* high) {
-  return U64(_mm256_inserti128_si256(M(load_bottom_half(low)),
+  return U64(_mm256_inserti128_si256(Int256(load_bottom_half(low)),
                                      _mm_loadu_si128(static_cast<const __m128i_u*>(high)), 1));
 }
-ZIVKS_INLINE U64 repeat_bottom_half(U64 a) { return U64(_mm256_permute4x64_epi64(M(a), 0x44)); }
+ZIVKS_INLINE U64 repeat_bottom_half(U64 a) { return U64(_mm256_permute4x64_epi64(Int256(a), 0x44)); }
 ZIVKS_INLINE void store_halves(void* low, void* high, U64 value) {
-  _mm_storeu_si128(static_cast<__m128i_u*>(low), _mm256_castsi256_si128(M(value)));
-  _mm_storeu_si128(static_cast<__m128i_u*>(high), _mm256_extracti128_si256(M(value), 1));
+  _mm_storeu_si128(static_cast<__m128i_u*>(low), _mm256_castsi256_si128(Int256(value)));
+  _mm_storeu_si128(static_cast<__m128i_u*>(high), _mm256_extracti128_si256(Int256(value), 1));
 }
 
 // --- Elements of three bytes -----------------------------------------------------------
@@ -699,25 +711,31 @@ ZIVKS_INLINE void store_halves(void* low, void* high, U64 value) {
 // Sixteen of them take three half registers and cross from one to the next at bytes 15 and 30. Halves that
 // are 48 bytes apart share a register, so that they all cross alike.
 ZIVKS_INLINE RegisterTriple<U8> load_triples_reversed(const uint8_t* from) {
-  const M low = M(load(from)), middle = M(load(from + 32)), high = M(load(from + 64));
-  const M first = _mm256_blend_epi32(low, middle, 0xF0), second = _mm256_permute2x128_si256(low, high, 0x21),
-          third = _mm256_blend_epi32(middle, high, 0xF0);
-  const auto shuffle = [](M bytes, __m128i index) {
+  const Int256 low = Int256(load(from)), middle = Int256(load(from + 32)), high = Int256(load(from + 64));
+  const Int256 first = _mm256_blend_epi32(low, middle, 0xF0),
+               second = _mm256_permute2x128_si256(low, high, 0x21),
+               third = _mm256_blend_epi32(middle, high, 0xF0);
+  const auto shuffle = [](Int256 bytes, __m128i index) {
     return _mm256_shuffle_epi8(bytes, _mm256_broadcastsi128_si256(index));
   };
   constexpr char z = -1;  // leaves a zero for the byte that comes from a neighbour
-  const M first_within = shuffle(first, _mm_setr_epi8(2, 1, 0, 5, 4, 3, 8, 7, 6, 11, 10, 9, 14, 13, 12, z));
-  const M second_within = shuffle(second, _mm_setr_epi8(0, z, 4, 3, 2, 7, 6, 5, 10, 9, 8, 13, 12, 11, z, 15));
-  const M third_within = shuffle(third, _mm_setr_epi8(z, 3, 2, 1, 6, 5, 4, 9, 8, 7, 12, 11, 10, 15, 14, 13));
-  const M second_to_first = shuffle(second, _mm_setr_epi8(z, z, z, z, z, z, z, z, z, z, z, z, z, z, z, 1));
-  const M second_to_third = shuffle(second, _mm_setr_epi8(14, z, z, z, z, z, z, z, z, z, z, z, z, z, z, z));
-  const M to_second = shuffle(_mm256_blend_epi16(first, third, 0x01),
-                              _mm_setr_epi8(z, 15, z, z, z, z, z, z, z, z, z, z, z, z, 0, z));
+  const Int256 first_within =
+      shuffle(first, _mm_setr_epi8(2, 1, 0, 5, 4, 3, 8, 7, 6, 11, 10, 9, 14, 13, 12, z));
+  const Int256 second_within =
+      shuffle(second, _mm_setr_epi8(0, z, 4, 3, 2, 7, 6, 5, 10, 9, 8, 13, 12, 11, z, 15));
+  const Int256 third_within =
+      shuffle(third, _mm_setr_epi8(z, 3, 2, 1, 6, 5, 4, 9, 8, 7, 12, 11, 10, 15, 14, 13));
+  const Int256 second_to_first =
+      shuffle(second, _mm_setr_epi8(z, z, z, z, z, z, z, z, z, z, z, z, z, z, z, 1));
+  const Int256 second_to_third =
+      shuffle(second, _mm_setr_epi8(14, z, z, z, z, z, z, z, z, z, z, z, z, z, z, z));
+  const Int256 to_second = shuffle(_mm256_blend_epi16(first, third, 0x01),
+                                   _mm_setr_epi8(z, 15, z, z, z, z, z, z, z, z, z, z, z, z, 0, z));
   return {U8(first_within | second_to_first), U8(second_within | to_second),
           U8(third_within | second_to_third)};
 }
 ZIVKS_INLINE void store_triples(uint8_t* to, RegisterTriple<U8> triples) {
-  const M first = M(triples.first), second = M(triples.second), third = M(triples.third);
+  const Int256 first = Int256(triples.first), second = Int256(triples.second), third = Int256(triples.third);
   store(to, U8(_mm256_permute2x128_si256(first, second, 0x20)));
   store(to + 32, U8(_mm256_blend_epi32(third, first, 0xF0)));
   store(to + 64, U8(_mm256_permute2x128_si256(second, third, 0x31)));
@@ -744,9 +762,9 @@ ZIVKS_INLINE Register<To> widen_triple_words(TripleWords words) {
                            std::make_index_sequence<kRegisterBytes>());
 }
 // Each half has its four elements at the bottom then.
-ZIVKS_INLINE M narrow_triples(U32 elements) {
+ZIVKS_INLINE Int256 narrow_triples(U32 elements) {
   const __m128i index = _mm_setr_epi8(0, 1, 2, 4, 5, 6, 8, 9, 10, 12, 13, 14, -1, -1, -1, -1);
-  return _mm256_shuffle_epi8(M(elements), _mm256_broadcastsi128_si256(index));
+  return _mm256_shuffle_epi8(Int256(elements), _mm256_broadcastsi128_si256(index));
 }
 ZIVKS_INLINE TripleWords narrow_triples_to_words(U32 elements) {
   const U64 halves = U64(narrow_triples(elements));
@@ -754,7 +772,7 @@ ZIVKS_INLINE TripleWords narrow_triples_to_words(U32 elements) {
 }
 // The two halves share eight bytes.
 ZIVKS_INLINE void store_narrowed_triples(uint8_t* to, const U32* elements) {
-  const M narrowed = narrow_triples(elements[0]);
+  const Int256 narrowed = narrow_triples(elements[0]);
   store_halves(to, to + 8,
                U64(_mm256_permutevar8x32_epi32(narrowed, _mm256_setr_epi32(0, 1, 2, 4, 2, 4, 5, 6))));
 }
@@ -763,7 +781,7 @@ ZIVKS_INLINE void store_narrowed_triples(uint8_t* to, const U32* elements) {
 
 template <class T>
 ZIVKS_INLINE void stream(T* to, Register<T> value) {
-  _mm256_stream_si256(static_cast<M*>(static_cast<void*>(to)), M(value));
+  _mm256_stream_si256(static_cast<Int256*>(static_cast<void*>(to)), Int256(value));
 }
 ZIVKS_INLINE void order_streams() { _mm_sfence(); }
 
@@ -774,31 +792,30 @@ inline bool is_intel_processor() {
          end_of_name == kEndOfName;
 }
 
-// Stores of which the last cache holds nothing by the end. Of a cache that many cores share, one core has no
-// more than about 32 MiB for its results.
+// Results of so many bytes are not in the last cache when the last of them is stored. Of a cache that many
+// cores share, one core has no more than about 48 MiB for its results. Asking for the size takes microseconds,
+// storing kLeastPastCaches milliseconds.
+inline constexpr size_t kLeastPastCaches = size_t{8} << 20;
 inline size_t bytes_past_caches() {
   constexpr size_t kMost = size_t{48} << 20;
   const long last_cache = sysconf(_SC_LEVEL3_CACHE_SIZE);
   return last_cache > 0 ? std::min(static_cast<size_t>(last_cache), kMost) : kMost;
 }
 
-// Measured on Intel's processors only. Asking for the cache takes microseconds, the time of the smallest
-// results that are worth it milliseconds.
+// Measured on Intel's processors only.
 inline bool streams(size_t bytes) {
-  constexpr size_t kLeast = size_t{8} << 20;
-  return bytes >= kLeast && is_intel_processor() && bytes >= bytes_past_caches();
+  return bytes >= kLeastPastCaches && is_intel_processor() && bytes >= bytes_past_caches();
 }
 
 // Fills memory with a pattern, without reading first what is overwritten: worth a factor of 1.5 to 2 where
-// the memory is larger than the last cache, of some 16 to 32 MiB, and a loss of as much where it is not. Of
-// patterns of up to 8 bytes the processor's string instruction makes the best; longer ones go by streaming
-// stores, which have to be aligned.
+// the last cache doesn't hold the memory, and a loss of as much where it does. Of patterns of up to 8 bytes
+// the processor's string instruction makes the best; longer ones go by streaming stores, which have to be
+// aligned.
 //
 // The pattern repeats after `period` bytes, a power of two up to 16, and `bytes` is a multiple of that.
 // Returns false, with nothing written, where the caller has to use plain stores.
 inline bool fill_past_caches(void* dst, size_t bytes, U64 pattern, size_t period) {
-  constexpr size_t kLargerThanCaches = size_t{24} << 20;
-  if (bytes < kLargerThanCaches) return false;
+  if (bytes < kLeastPastCaches || bytes < bytes_past_caches()) return false;
   uint8_t* const first = static_cast<uint8_t*>(dst);
   uint8_t* const last = first + bytes - kRegisterBytes;
   const size_t misalignment = reinterpret_cast<uintptr_t>(dst) % kRegisterBytes;
@@ -809,7 +826,7 @@ inline bool fill_past_caches(void* dst, size_t bytes, U64 pattern, size_t period
   } else if (misalignment % period == 0) {
     store(first, U8(pattern));
     for (uint8_t* to = first + kRegisterBytes - misalignment; to < last; to += kRegisterBytes) {
-      _mm256_stream_si256(static_cast<M*>(static_cast<void*>(to)), M(pattern));
+      _mm256_stream_si256(static_cast<Int256*>(static_cast<void*>(to)), Int256(pattern));
     }
     _mm_sfence();
   } else {

@@ -1,7 +1,7 @@
 // The least and the greatest of many values: the state of a walk that looks for either or for both. What a
 // walk does not ask for in the end costs nothing, since the compiler drops it.
-#ifndef ZIVKS_CORE_VECTOR_RANGE_H
-#define ZIVKS_CORE_VECTOR_RANGE_H
+#ifndef ZIVKS_STATISTICS_RANGE_H
+#define ZIVKS_STATISTICS_RANGE_H
 
 #include <limits>
 

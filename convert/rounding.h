@@ -1,6 +1,6 @@
 // Rounding of scaled floating-point values over arrays, in a mode that the caller selects.
-#ifndef ZIVKS_CORE_ROUNDING_H
-#define ZIVKS_CORE_ROUNDING_H
+#ifndef ZIVKS_CONVERT_ROUNDING_H
+#define ZIVKS_CONVERT_ROUNDING_H
 
 #include <zivks/types.h>
 
@@ -48,8 +48,8 @@ void with_rounding_mode(ZIVKRoundMode mode, Body body) {
   return body(std::integral_constant<ZIVKRoundMode, ZIVK_RND_AWAY>());
 }
 
-// The same for `body` that rounds floats: to nearest, it is told to round in the processor's own mode where
-// that comes to the same and is faster.
+// The same for a `body` that rounds floats. To nearest, its mode is the processor's own where that is to nearest
+// too and faster.
 template <class Body>
 void with_rounding_mode_of_floats(ZIVKRoundMode mode, Body body) {
   if constexpr (kRoundsFasterInCurrentMode) {
