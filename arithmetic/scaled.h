@@ -152,6 +152,7 @@ template <class Operation, class LongShift, class Hints, class T, class First, c
     if (-shift >= LongShift::kLeastCount) {
       LongShift::template shift_left<Operation>(dst.data, len, elements_of(first), elements_of(second),
                                                 -shift);
+      leave_registers();
       return ZIVK_STS_NO_ERR;
     }
   }
