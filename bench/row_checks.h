@@ -3,7 +3,7 @@
 
 namespace bench {
 
-// Whether the rows are fit to be measured: every function of tests/functions.def that works on arrays has
+// Whether the rows are fit to be measured: every function of core/functions.def that works on arrays has
 // one, and what a row compares does the same work, that is writes the same on data without special values.
 // Names the others on standard error.
 bool rows_are_sound();

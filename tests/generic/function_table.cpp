@@ -173,7 +173,7 @@ const std::vector<Function>& all_functions() {
 #define ZIVKS_FUNCTION(name, family, arguments, block, alignment, overlap, outside, results)           \
   describe(#name, #family, arguments, block, Alignment::alignment, Overlap::overlap, Outside::outside, \
            Results::results, name),
-#include "functions.def"
+#include "core/functions.def"
 #undef ZIVKS_FUNCTION
   };
   return functions;
