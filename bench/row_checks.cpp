@@ -18,7 +18,7 @@ struct ExportedFunction {
 
 constexpr ExportedFunction kExportedFunctions[] = {
 #define ZIVKS_FUNCTION(name, family, ...) {#name, #family},
-#include "tests/functions.def"
+#include "core/functions.def"
 #undef ZIVKS_FUNCTION
 };
 

@@ -8,10 +8,10 @@
 
 namespace bench {
 
-// Of tests/functions.def.
+// Of core/functions.def.
 std::string_view family_of(std::string_view function);
 
-// Whether every function of tests/functions.def has a row, but for those of the family Memory and for in-place
+// Whether every function of core/functions.def has a row, but for those of the family Memory and for in-place
 // forms that do no more than call their twin. Names the others on standard error.
 bool every_function_has_a_row();
 

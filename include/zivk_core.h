@@ -1,7 +1,8 @@
 /**
  * @file
  * The four services that libzivks_base.so imports by name. libzivk_core.so is a ready implementation; an
- * application may bring its own instead, which has to keep to what stands here.
+ * application may bring its own instead, which has to keep to what stands here. No service throws an exception:
+ * the library has no code that would release what it holds.
  */
 #ifndef ZIVK_CORE_H
 #define ZIVK_CORE_H
@@ -29,8 +30,8 @@ ZIVKS_API void* ZIVK_Malloc(int32_t size);
 /**
  * Releases memory.
  *
- * @param ptr  what ZIVK_Malloc() returned. The implementation in libzivk_core.so accepts null and does
- * nothing then; the library itself never passes null of its own accord.
+ * @param ptr  what ZIVK_Malloc() returned, or null, for which nothing is done: the library passes null where an
+ * in-place filter got no working memory.
  */
 ZIVKS_API void ZIVK_Free(void* ptr);
 

@@ -67,7 +67,8 @@
  * @section numbers Floating point
  *
  * A NaN that arithmetic produces is a NaN of unspecified sign and payload. Functions that only move elements
- * keep all bits. The library never changes the floating-point environment.
+ * keep all bits. The library keeps the control modes of the floating-point environment, such as the rounding
+ * direction; exception flags may be raised.
  *
  * @section threads Threads and memory
  *
@@ -83,5 +84,6 @@
 #include <zivks/movement.h>
 #include <zivks/statistics.h>
 #include <zivks/types.h>
+#include <zivks/version.h>
 
 #endif

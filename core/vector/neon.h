@@ -511,7 +511,9 @@ ZIVKS_INLINE RegisterTriple<U8> load_triples_reversed(const uint8_t* from) {
   return {U8(bytes.val[2]), U8(bytes.val[1]), U8(bytes.val[0])};
 }
 ZIVKS_INLINE void store_triples(uint8_t* to, RegisterTriple<U8> triples) {
-  vst3q_u8(to, {{triples.first, triples.second, triples.third}});
+  // A name of its own: where the intrinsic is a macro, the commas of an initialiser would part its arguments.
+  const uint8x16x3_t bytes = {{triples.first, triples.second, triples.third}};
+  vst3q_u8(to, bytes);
 }
 
 // Sixteen of them are three registers. Four elements, twelve bytes, come from one register or from two

@@ -222,7 +222,7 @@ const std::vector<Function>& all_functions() {
    Results::results,                                                                \
    reinterpret_cast<void (*)()>(name),                                              \
    &SignatureOf<decltype(name)>::kSignature},
-#include "functions.def"
+#include "core/functions.def"
 #undef ZIVKS_FUNCTION
     };
     std::vector<Function> list;

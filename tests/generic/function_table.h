@@ -1,4 +1,4 @@
-// The rows of functions.def as data: every exported function with the roles of its arguments and a way to
+// The rows of core/functions.def as data: every exported function with the roles of its arguments and a way to
 // call it through untyped slots.
 #ifndef ZIVKS_TESTS_GENERIC_FUNCTION_TABLE_H
 #define ZIVKS_TESTS_GENERIC_FUNCTION_TABLE_H
