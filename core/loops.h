@@ -85,7 +85,7 @@ ZIVKS_INLINE void store_steps(SplitArrays<T> dst, size_t i, const Result* result
 template <Walk walk, size_t N, class Destination, class Kernel, size_t... Step, class... Sources>
 ZIVKS_INLINE void map_steps(std::index_sequence<Step...> steps, Destination dst, size_t i,
                             const Kernel& kernel, Sources... src) {
-  const auto result_at = [&](size_t at) { return kernel(src.template load<N>(at)...); };
+  const auto result_at = [&](size_t at) ZIVKS_INLINE_LAMBDA { return kernel(src.template load<N>(at)...); };
   if constexpr (kAccessesPair) {
     const decltype(result_at(i)) result[] = {result_at(i + Step * N)...};
     store_steps<walk, N>(dst, i, result, steps);
@@ -212,7 +212,7 @@ ZIVKS_INLINE ZIVKStatus map(Destination dst, size_t len, const Kernel& kernel, S
 template <class T, class Destination, class Kernel, class... Sources>
 ZIVKS_INLINE ZIVKStatus map_registers(Destination dst, size_t len, const Kernel& kernel, Sources... src) {
   return map(
-      dst, len, [kernel](auto... lanes) { return lift<T>(kernel, lanes...); }, src...);
+      dst, len, [kernel](auto... lanes) ZIVKS_INLINE_LAMBDA { return lift<T>(kernel, lanes...); }, src...);
 }
 
 // For functions whose blocks of B elements and whose tail are required to differ: whole blocks go through
