@@ -131,21 +131,28 @@ ZIVKS_INLINE void map_turns(Destination dst, size_t len, const Kernel& kernel, S
   }
 }
 
+// Where the turns over an array begin: at an element that is aligned to a register and the first of its group,
+// if there is one that close, else at the start.
+template <class... Sources, class Destination>
+ZIVKS_INLINE size_t first_turn(Destination dst) {
+  constexpr size_t kGroup = std::max({Destination::kGroup, Sources::kGroup...});
+  const size_t aligned = dst.elements_unaligned();
+  return aligned % kGroup == 0 ? aligned : 0;
+}
+
 // An array of more than a turn.
 //
 // The last step ends where the array ends and may share elements with the one before. Its result is computed
 // ahead of all stores, so that `dst` may be a source. So is the result of the first step where the turns begin
-// at an aligned element of `dst`, which lies within that step.
+// within that step.
 template <Walk walk, class Destination, class Kernel, class... Sources>
 ZIVKS_INLINE void map_array(Destination dst, size_t len, const Kernel& given_kernel, Sources... src) {
   constexpr size_t N = step_elements<Destination, Sources...>();
-  constexpr size_t kGroup = std::max({Destination::kGroup, Sources::kGroup...});
   const Kernel kernel = given_kernel;  // of which the compiler knows that no store changes it
   const auto last_result = kernel(src.template load<N>(len - N)...);
   if constexpr (kAligns && Destination::kCanAlign) {
     const auto first_result = kernel(src.template load<N>(0)...);
-    const size_t aligned = dst.elements_unaligned();
-    const size_t begin = aligned % kGroup == 0 ? aligned : 0;
+    const size_t begin = first_turn<Sources...>(dst);
     map_turns<walk>(dst.from(begin), len - begin, kernel, src.from(begin)...);
     dst.template store<N>(0, first_result);
   } else {
@@ -154,6 +161,7 @@ ZIVKS_INLINE void map_array(Destination dst, size_t len, const Kernel& given_ker
   dst.template store<N>(len - N, last_result);
 }
 
+// A function of its own, since it has two callers.
 template <class Destination, class Kernel, class... Sources>
 [[gnu::flatten, gnu::noinline]] ZIVKStatus map_in_caches(Destination dst, size_t len, const Kernel& kernel,
                                                          Sources... src) {
@@ -167,10 +175,8 @@ template <class Destination, class Kernel, class... Sources>
 [[gnu::cold, gnu::flatten, gnu::noinline]] ZIVKStatus map_past_caches(Destination dst, size_t len,
                                                                       const Kernel& kernel, Sources... src) {
   if constexpr (kHasStreams && Destination::kCanAlign) {
-    constexpr size_t kGroup = std::max({Destination::kGroup, Sources::kGroup...});
-    const size_t aligned = dst.elements_unaligned();
     const bool in_place = ((src.memory() == dst.memory()) || ...);
-    if (!in_place && dst.is_aligned(aligned) && aligned % kGroup == 0 &&
+    if (!in_place && dst.is_aligned(first_turn<Sources...>(dst)) &&
         streams(len * Destination::kElementBytes)) {
       map_array<Walk::kStreams>(dst, len, kernel, src...);
       order_streams();
