@@ -117,12 +117,16 @@ ZIVKS_INLINE void map_turns(Destination dst, size_t len, const Kernel& kernel, S
   constexpr size_t kSteps = kStepsPerTurn<N, Destination, Sources...>;
   constexpr size_t kTurn = N * kSteps;
   size_t i = 0;
-  for (; i + kTurn <= len; i += kTurn) {
-    (src.template prefetch<kTurn>(i), ...);
-    if constexpr (walk != Walk::kInCaches && kReadsAhead<Destination, Sources...>)
-      (src.template read_ahead<kTurn>(i), ...);
-    dst.template prefetch<kTurn>(i);
-    map_steps<walk, N>(std::make_index_sequence<kSteps>(), dst, i, kernel, src...);
+  if (len >= kTurn) {
+    const size_t last_turn = len - kTurn;
+    do {
+      (src.template prefetch<kTurn>(i), ...);
+      if constexpr (walk != Walk::kInCaches && kReadsAhead<Destination, Sources...>)
+        (src.template read_ahead<kTurn>(i), ...);
+      dst.template prefetch<kTurn>(i);
+      map_steps<walk, N>(std::make_index_sequence<kSteps>(), dst, i, kernel, src...);
+      i += kTurn;
+    } while (i <= last_turn);
   }
   if constexpr (walk != Walk::kInCaches) {
     for (; i < len - N; i += N) map_steps<walk, N>(std::index_sequence<0>(), dst, i, kernel, src...);
