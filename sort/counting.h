@@ -91,7 +91,7 @@ void sort_by_counters(T* keys, size_t len, int32_t* counters) {
   for (; i + kTurn <= len; i += kTurn) {
     const auto four = read<uint64_t>(keys + i);
     if (four == (four << 16 | four >> 48)) {  // all the same: one store for what would wait for three
-      counters[rank_of<T, direction>(keys[i])] += kTurn;
+      counters[rank_of<T, direction>(keys[i])] += static_cast<int32_t>(kTurn);
     } else {
       for (size_t k = 0; k < kTurn; ++k) ++counters[rank_of<T, direction>(keys[i + k])];
     }
