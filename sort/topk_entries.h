@@ -95,7 +95,7 @@ struct Candidates {
       }
       drop_below(start, count);
       limit = start - 1;
-      range = {start, std::min(range.greatest, start + ((1U << shift) - 1))};
+      range = {start, start + std::min(range.greatest - start, (1U << shift) - 1)};
     }
     return limit;
   }
