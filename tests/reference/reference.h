@@ -84,7 +84,7 @@ class Outputs {
     arrays_.resize(function.arguments.size());
     for (size_t i = 0; i < arrays_.size(); ++i) {
       if (!function.arguments[i].is_written()) continue;
-      arrays_[i].resize(operands.arrays[i].size());
+      arrays_[i] = operands.arrays[i];
       written_.push_back(i);
     }
   }
