@@ -17,8 +17,6 @@ using namespace zivks;
 
 namespace {
 
-enum class Numbers { kUnsigned, kSigned, kFloat };
-
 // The order of the top digit where the other digits are in `order`.
 template <Numbers numbers>
 ZIVKS_INLINE DigitOrder order_of_top_digit(DigitOrder order) {
@@ -37,14 +35,6 @@ ZIVKS_INLINE DigitOrder opposite(DigitOrder order) {
 
 template <class Key>
 inline constexpr size_t kTopDigit = sizeof(Key) - 1;
-
-// A set of digits, one bit each.
-using Digits = uint32_t;
-
-template <class Key>
-inline constexpr Digits kAllDigits = (Digits{1} << sizeof(Key)) - 1;
-
-ZIVKS_INLINE constexpr bool holds(Digits digits, size_t digit) { return (digits >> digit & 1) != 0; }
 
 // Passes for all digits that remain, lowest first.
 template <Numbers numbers, class Key>
@@ -69,22 +59,9 @@ template <Numbers numbers, class Key>
   }
 }
 
-ZIVKS_INLINE size_t highest_bit(uint64_t bits) { return 63 - static_cast<size_t>(__builtin_clzll(bits)); }
-
 template <class Key>
 ZIVKS_INLINE bool is_negative(Key key) {
   return key >> (8 * sizeof(Key) - 1) != 0;
-}
-
-// Counts the highest digit that tells keys apart, and returns it; sizeof(Key) if all keys are equal.
-template <class Key>
-[[gnu::noinline]] size_t count_leading_digit(Keys<Key> keys, size_t len, Digits remaining, Counts& counts) {
-  const size_t highest = highest_bit(remaining);
-  const Key differences = count_digit(keys, len, highest, counts);
-  if (differences == 0) return sizeof(Key);
-  const size_t leading = highest_bit(differences) / kDigitBits;
-  if (leading != highest) count_digit(keys, len, leading, counts);
-  return leading;
 }
 
 template <class Key>
@@ -93,11 +70,6 @@ template <class Key>
   Places places(counts, order);
   scatter<true>(from, to, len, digit, places);
 }
-
-// Arrays beyond this size are split by a pass for their leading digit; the pieces go through the other digits one
-// after the other, in the nearer caches. Two arrays of this size take half of a second-level cache of 2 MiB and
-// all of one of 1 MiB.
-inline constexpr size_t kSplitBeyondBytes = size_t{512} << 10;
 
 // Sorts by the digits that remain. In all others the keys are equal.
 template <Numbers numbers, class Key>

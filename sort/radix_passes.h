@@ -16,6 +16,9 @@
 
 namespace zivks {
 
+// What the bits of keys stand for.
+enum class Numbers { kUnsigned, kSigned, kFloat };
+
 inline constexpr size_t kDigitBits = 8;
 inline constexpr size_t kDigitValues = 256;
 
@@ -173,6 +176,34 @@ ZIVKS_INLINE Key count_digit(Source keys, size_t len, size_t digit, Counts& coun
   }
   return differences;
 }
+
+// --- The choice of passes --------------------------------------------------------------
+
+// A set of digits, one bit each.
+using Digits = uint32_t;
+
+template <class Key>
+inline constexpr Digits kAllDigits = (Digits{1} << sizeof(Key)) - 1;
+
+ZIVKS_INLINE constexpr bool holds(Digits digits, size_t digit) { return (digits >> digit & 1) != 0; }
+
+ZIVKS_INLINE size_t highest_bit(uint64_t bits) { return 63 - static_cast<size_t>(__builtin_clzll(bits)); }
+
+// Counts the highest digit that tells keys apart, and returns it; sizeof(typename Source::Key) if they are all equal.
+template <class Source>
+[[gnu::noinline]] size_t count_leading_digit(Source keys, size_t len, Digits remaining, Counts& counts) {
+  const size_t highest = highest_bit(remaining);
+  const auto differences = count_digit(keys, len, highest, counts);
+  if (differences == 0) return sizeof(typename Source::Key);
+  const size_t leading = highest_bit(differences) / kDigitBits;
+  if (leading != highest) count_digit(keys, len, leading, counts);
+  return leading;
+}
+
+// Arrays beyond this size are split by a pass for their leading digit; the pieces go through the other digits one
+// after the other, in the nearer caches. Two arrays of this size take half of a second-level cache of 2 MiB and
+// all of one of 1 MiB.
+inline constexpr size_t kSplitBeyondBytes = size_t{512} << 10;
 
 }  // namespace zivks
 
