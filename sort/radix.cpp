@@ -17,8 +17,6 @@ using namespace zivks;
 
 namespace {
 
-enum class Numbers { kUnsigned, kSigned, kFloat };
-
 // The order of the top digit where the other digits are in `order`.
 template <Numbers numbers>
 ZIVKS_INLINE DigitOrder order_of_top_digit(DigitOrder order) {
@@ -38,14 +36,6 @@ ZIVKS_INLINE DigitOrder opposite(DigitOrder order) {
 template <class Key>
 inline constexpr size_t kTopDigit = sizeof(Key) - 1;
 
-// A set of digits, one bit each.
-using Digits = uint32_t;
-
-template <class Key>
-inline constexpr Digits kAllDigits = (Digits{1} << sizeof(Key)) - 1;
-
-ZIVKS_INLINE constexpr bool holds(Digits digits, size_t digit) { return (digits >> digit & 1) != 0; }
-
 // Passes for all digits that remain, lowest first.
 template <Numbers numbers, class Key>
 [[gnu::noinline]] void sort_lowest_digit_first(Keys<Key> from, Keys<Key> to, size_t len, Digits remaining,
@@ -53,9 +43,9 @@ template <Numbers numbers, class Key>
   constexpr size_t kTop = kTopDigit<Key>;
   Counts counts[kTop + 1];
   if (holds(remaining, kTop)) {
-    count_digits<kTop + 1>(from, len, counts, to.memory);
+    count_digits<kTop + 1>(from, len, counts, to);
   } else {
-    count_digits<kTop>(from, len, counts, to.memory);
+    count_digits<kTop>(from, len, counts, to);
   }
   for (size_t digit = 0; digit < kTop; ++digit) {
     if (!holds(remaining, digit)) continue;
@@ -69,67 +59,32 @@ template <Numbers numbers, class Key>
   }
 }
 
-// Counts a digit of all keys, and returns the bits that are not the same in all of them.
-template <class Key>
-ZIVKS_INLINE Key count_digit(Keys<Key> keys, size_t len, size_t digit, Counts& counts) {
-  Counts more;
-  std::memset(counts, 0, sizeof counts);
-  std::memset(more, 0, sizeof more);
-  const Key first = keys.load(0);
-  Key differences = 0;
-  for (size_t i = 0; i + 2 <= len; i += 2) {
-    const Key even = keys.load(i), odd = keys.load(i + 1);
-    differences |= (even ^ first) | (odd ^ first);
-    ++counts[digit_of(even, digit)];
-    ++more[digit_of(odd, digit)];
-  }
-  if (len % 2 != 0) {
-    const Key last = keys.load(len - 1);
-    differences |= last ^ first;
-    ++counts[digit_of(last, digit)];
-  }
-  for (size_t value = 0; value < kDigitValues; ++value) counts[value] += more[value];
-  return differences;
-}
-
-ZIVKS_INLINE size_t highest_bit(uint64_t bits) { return 63 - static_cast<size_t>(__builtin_clzll(bits)); }
-
 template <class Key>
 ZIVKS_INLINE bool is_negative(Key key) {
   return key >> (8 * sizeof(Key) - 1) != 0;
-}
-
-// Counts the highest digit that tells keys apart, and returns it; sizeof(Key) if all keys are equal.
-template <class Key>
-[[gnu::noinline]] size_t count_leading_digit(Keys<Key> keys, size_t len, Digits remaining, Counts& counts) {
-  const size_t highest = highest_bit(remaining);
-  const Key differences = count_digit(keys, len, highest, counts);
-  if (differences == 0) return sizeof(Key);
-  const size_t leading = highest_bit(differences) / kDigitBits;
-  if (leading != highest) count_digit(keys, len, leading, counts);
-  return leading;
 }
 
 template <class Key>
 [[gnu::noinline]] void pass(Keys<Key> from, Keys<Key> to, size_t len, size_t digit, const Counts& counts,
                             DigitOrder order) {
   Places places(counts, order);
-  scatter(from, to, len, digit, places);
+  scatter<true>(from, to, len, digit, places);
 }
-
-// Arrays beyond this size are split by a pass for their leading digit; the pieces go through the other digits one
-// after the other, in the nearer caches. Two arrays of this size take half of a second-level cache of 2 MiB and
-// all of one of 1 MiB.
-inline constexpr size_t kSplitBeyondBytes = size_t{512} << 10;
 
 // Sorts by the digits that remain. In all others the keys are equal.
 template <Numbers numbers, class Key>
 [[gnu::noinline]] void sort_digits(Keys<Key> from, Keys<Key> to, size_t len, Digits remaining,
                                    DigitOrder order) {
+  constexpr size_t kMost = kSplitBeyondBytes / sizeof(Key);
+  if (len <= kMost) return sort_lowest_digit_first<numbers>(from, to, len, remaining, order);
   Counts counts;
-  size_t leading = sizeof(Key);
-  if (len * sizeof(Key) > kSplitBeyondBytes) leading = count_leading_digit(from, len, remaining, counts);
-  if (leading == sizeof(Key)) return sort_lowest_digit_first<numbers>(from, to, len, remaining, order);
+  const size_t leading = count_leading_digit(from, len, remaining, counts);
+  if (leading == sizeof(Key)) {  // any pieces will do
+    for (size_t i = 0; i < len; i += kMost) {
+      sort_lowest_digit_first<numbers>(from.from(i), to.from(i), std::min(kMost, len - i), remaining, order);
+    }
+    return;
+  }
   const bool by_sign = leading == kTopDigit<Key>;
   // Floats of one sign are sorted like unsigned integers, negative ones in the opposite order.
   if (numbers == Numbers::kFloat && !by_sign && is_negative(from.load(0))) order = opposite(order);
@@ -262,9 +217,10 @@ struct Runs {
 ZIVKStatus sort_bytes(uint8_t* srcDst, int32_t len, void* policy, DigitOrder order) {
   if (ZIVKStatus status = check_arrays(len, srcDst, policy)) return status;
   Counts counts;
-  count_digits<1>(Keys<uint8_t>{reinterpret_cast<std::byte*>(srcDst)}, static_cast<size_t>(len), &counts);
+  count_digit(Keys<uint8_t>{reinterpret_cast<std::byte*>(srcDst)}, static_cast<size_t>(len), 0, counts);
   for (size_t place = 0; place < kDigitValues; ++place) {
     const size_t value = order.value_at(place);
+    if (counts[value] == 0) continue;
     std::memset(srcDst, static_cast<int>(value), counts[value]);
     srcDst += counts[value];
   }

@@ -126,6 +126,129 @@ ZIVKS_API ZIVKStatus ZIVKS_SortRadixDescend_64f_I(double* srcDst, int32_t len, v
 
 /** @} */
 
+/**
+ * @defgroup radix_index_sorts Radix sorts of positions
+ *
+ * They leave the keys alone and tell in which order they come: `dstIdx[p]` receives the position, counted from 0, of
+ * the key that belongs at place p. Keys with the same bits keep their order in both directions, the first one first, so that
+ * Descend is not Ascend read backwards.
+ *
+ * Keys stand `srcStride` bytes apart, at any address, so that a field of an array of records can be sorted by. Keys of 8 and 16 bits
+ * have to lie within 2147483647 bytes of the first one: where (`len` - 1) `srcStride` is more, they are counted where they
+ * are, but then read from (`len` - 1) `srcStride` modulo 2^32, as a signed number, downwards.
+ *
+ * A handle is made, used and released like those of @ref radix_sorts, and as little is known of it. A sort allocates
+ * nothing and takes at most 24 KiB of stack.
+ *
+ * | Keys    | Bytes of a handle |
+ * |---------|-------------------|
+ * | 8 bits  | 1024              |
+ * | 16 bits | 262144            |
+ * | 32 bits | 12 `len`          |
+ * | 64 bits | 24 `len`          |
+ *
+ * Floats are ordered by their bits, without exceptions. Ascend gives
+ *
+ * 1. the NaNs with the sign set, by falling payload,
+ * 2. negative infinity and the negative numbers, by rising value,
+ * 3. -0, then +0,
+ * 4. the positive numbers by rising value, up to infinity,
+ * 5. the NaNs without the sign, by rising payload,
+ *
+ * and Descend the reverse.
+ *
+ * @{
+ */
+
+/**
+ * Makes a handle for radix sorts of positions.
+ *
+ * @param len       the largest number of keys to be sorted
+ * @param dataType  type of the keys: any of #ZIVKDataType
+ * @param policy    receives the handle, to be released by ZIVKS_SortRadixIndexRelease()
+ * @return #ZIVK_STS_NO_ERR, #ZIVK_STS_NULL_PTR_ERR, #ZIVK_STS_SIZE_ERR, #ZIVK_STS_DATA_TYPE_ERR, or
+ * #ZIVK_STS_MALLOC_ERR if there is no memory or the handle would exceed 2147483647 bytes
+ */
+ZIVKS_API ZIVKStatus ZIVKS_SortRadixIndexInit(int32_t len, ZIVKDataType dataType, void** policy);
+
+/**
+ * Releases a handle by ZIVKS_Free().
+ *
+ * @param policy  a handle of ZIVKS_SortRadixIndexInit()
+ * @return #ZIVK_STS_NO_ERR
+ */
+ZIVKS_API ZIVKStatus ZIVKS_SortRadixIndexRelease(void* policy);
+
+/** @name SortRadixIndexAscend
+ *  @{ */
+
+/**
+ * Positions of the keys in rising order: `dstIdx[p]` is the position of the key that belongs at place p.
+ *
+ * @param src        the first key
+ * @param srcStride  bytes from one key to the next, at least the size of a key
+ * @param dstIdx     receives `len` positions
+ * @param len        number of keys
+ * @param policy     handle for keys of this width
+ * @return #ZIVK_STS_NO_ERR, #ZIVK_STS_NULL_PTR_ERR or #ZIVK_STS_SIZE_ERR
+ */
+ZIVKS_API ZIVKStatus ZIVKS_SortRadixIndexAscend_8u(const uint8_t* src, int32_t srcStride, int32_t* dstIdx,
+                                                   int32_t len, void* policy);
+ZIVKS_API ZIVKStatus ZIVKS_SortRadixIndexAscend_16u(const uint16_t* src, int32_t srcStride, int32_t* dstIdx,
+                                                    int32_t len, void* policy);
+ZIVKS_API ZIVKStatus ZIVKS_SortRadixIndexAscend_16s(const int16_t* src, int32_t srcStride, int32_t* dstIdx,
+                                                    int32_t len, void* policy);
+ZIVKS_API ZIVKStatus ZIVKS_SortRadixIndexAscend_32u(const uint32_t* src, int32_t srcStride, int32_t* dstIdx,
+                                                    int32_t len, void* policy);
+ZIVKS_API ZIVKStatus ZIVKS_SortRadixIndexAscend_32s(const int32_t* src, int32_t srcStride, int32_t* dstIdx,
+                                                    int32_t len, void* policy);
+ZIVKS_API ZIVKStatus ZIVKS_SortRadixIndexAscend_32f(const float* src, int32_t srcStride, int32_t* dstIdx,
+                                                    int32_t len, void* policy);
+ZIVKS_API ZIVKStatus ZIVKS_SortRadixIndexAscend_64u(const uint64_t* src, int32_t srcStride, int32_t* dstIdx,
+                                                    int32_t len, void* policy);
+ZIVKS_API ZIVKStatus ZIVKS_SortRadixIndexAscend_64s(const int64_t* src, int32_t srcStride, int32_t* dstIdx,
+                                                    int32_t len, void* policy);
+ZIVKS_API ZIVKStatus ZIVKS_SortRadixIndexAscend_64f(const double* src, int32_t srcStride, int32_t* dstIdx,
+                                                    int32_t len, void* policy);
+
+/** @} */
+
+/** @name SortRadixIndexDescend
+ *  @{ */
+
+/**
+ * Positions of the keys in falling order: `dstIdx[p]` is the position of the key that belongs at place p.
+ *
+ * @param src        the first key
+ * @param srcStride  bytes from one key to the next, at least the size of a key
+ * @param dstIdx     receives `len` positions
+ * @param len        number of keys
+ * @param policy     handle for keys of this width
+ * @return #ZIVK_STS_NO_ERR, #ZIVK_STS_NULL_PTR_ERR or #ZIVK_STS_SIZE_ERR
+ */
+ZIVKS_API ZIVKStatus ZIVKS_SortRadixIndexDescend_8u(const uint8_t* src, int32_t srcStride, int32_t* dstIdx,
+                                                    int32_t len, void* policy);
+ZIVKS_API ZIVKStatus ZIVKS_SortRadixIndexDescend_16u(const uint16_t* src, int32_t srcStride, int32_t* dstIdx,
+                                                     int32_t len, void* policy);
+ZIVKS_API ZIVKStatus ZIVKS_SortRadixIndexDescend_16s(const int16_t* src, int32_t srcStride, int32_t* dstIdx,
+                                                     int32_t len, void* policy);
+ZIVKS_API ZIVKStatus ZIVKS_SortRadixIndexDescend_32u(const uint32_t* src, int32_t srcStride, int32_t* dstIdx,
+                                                     int32_t len, void* policy);
+ZIVKS_API ZIVKStatus ZIVKS_SortRadixIndexDescend_32s(const int32_t* src, int32_t srcStride, int32_t* dstIdx,
+                                                     int32_t len, void* policy);
+ZIVKS_API ZIVKStatus ZIVKS_SortRadixIndexDescend_32f(const float* src, int32_t srcStride, int32_t* dstIdx,
+                                                     int32_t len, void* policy);
+ZIVKS_API ZIVKStatus ZIVKS_SortRadixIndexDescend_64u(const uint64_t* src, int32_t srcStride, int32_t* dstIdx,
+                                                     int32_t len, void* policy);
+ZIVKS_API ZIVKStatus ZIVKS_SortRadixIndexDescend_64s(const int64_t* src, int32_t srcStride, int32_t* dstIdx,
+                                                     int32_t len, void* policy);
+ZIVKS_API ZIVKStatus ZIVKS_SortRadixIndexDescend_64f(const double* src, int32_t srcStride, int32_t* dstIdx,
+                                                     int32_t len, void* policy);
+
+/** @} */
+
+/** @} */
+
 #ifdef __cplusplus
 }
 #endif
