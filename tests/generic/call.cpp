@@ -75,11 +75,14 @@ void fill_strided(Bytes& contents, const ElementType& element, int32_t stride, R
   }
 }
 
-// Next to the array: the word that stops a scan, and ahead of that, if so, one that does not, as it has all bits
-// set. All elements are made negative, so that the scan gets there.
+// Unless there is to be no scan, which an element without a sign prevents, all elements are made negative. The
+// word that stops the scan then stands next to the array, or next to one that does not stop it, of all bits set.
 void add_scanned_words(Bytes& contents, const Argument& argument, Scan scan) {
-  if (scan == Scan::kNone) return;
   const size_t bytes = argument.element->bytes;
+  if (scan == Scan::kNone) {
+    contents[bytes - 1] &= 0x7F;
+    return;
+  }
   for (size_t i = bytes - 1; i < contents.size(); i += bytes) contents[i] |= 0x80;
   const auto add = [&](unsigned char value) {
     contents.insert(argument.scan < 0 ? contents.begin() : contents.end(), bytes, value);

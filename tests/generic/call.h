@@ -26,8 +26,7 @@ size_t array_bytes(const Argument& argument, const Function& function, const Ope
 // The value of the argument of that name.
 int32_t value_of(const char* name, const Function& function, const Operands& operands);
 
-// Whether words next to an array take part in a call of a function that scans for them, and whether they hold
-// what stops the scan at once. Without, elements have random signs; else all are negative.
+// Where a function may scan the words next to an array: whether it gets there, and what it finds.
 enum class Scan : int32_t { kNone, kStopsAtOnce, kGoesOn };
 
 // A function's parameters (scale, kind, a bound, the length of a table ...) take several values each. This is

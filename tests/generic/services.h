@@ -23,9 +23,9 @@ extern Services services;
 // as much.
 void* memory_of(int32_t size);
 
-constexpr ZIVKLibVersion kServicesVersion = {3, 1, 4, "services of the test", "3.1.4"};
-constexpr const char* kStatusText = "text of the test";
-constexpr std::time_t kClock = 1234567890;
+inline constexpr ZIVKLibVersion kServicesVersion = {3, 1, 4, "services of the test", "3.1.4"};
+inline constexpr const char* kStatusText = "text of the test";
+inline constexpr std::time_t kClock = 1234567890;
 
 }  // namespace zivks_test
 

@@ -32,6 +32,8 @@ References conversion_references();
 References extremes_references();
 References comparison_references();
 References zero_crossing_references();
+References sort_references();
+References top_k_references();
 
 // An element of three bytes.
 struct PackedSample {
