@@ -50,7 +50,7 @@ ZIVKStatus pack_scaled(Source src, uint8_t* dst, int32_t len, double scale) {
     pack_wrapping(as_operand(src).data, dst, count, exponent);
   } else {
     with_scaling<T, ZIVK_RND_NEAR, std::is_signed_v<T> ? 23 : 24>(exponent, [=](auto multiply) {
-      pack<T>(src, dst, count, [=](auto x) { return clamp_to_triples(multiply(x)); });
+      pack<T>(src, dst, count, [=](auto x) ZIVKS_INLINE_LAMBDA { return clamp_to_triples(multiply(x)); });
     });
   }
   return ZIVK_STS_NO_ERR;

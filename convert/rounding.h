@@ -75,7 +75,7 @@ ZIVKS_INLINE Lanes<F, N> times(Lanes<F, N> a, F multiplier) {
 // Blocks of B elements and the tail differ for products in float64 that are rounded to nearest.
 template <ZIVKRoundMode mode, size_t B, class S, class T, class Product>
 void map_rounded(T* dst, size_t len, Product product, const S* src) {
-  const auto round = [product](auto a) { return round_saturating<T, mode>(product(a)); };
+  const auto round = [product](auto a) ZIVKS_INLINE_LAMBDA { return round_saturating<T, mode>(product(a)); };
   constexpr bool kToNearest = mode == ZIVK_RND_NEAR || mode == kCurrentMode;
   if constexpr (kToNearest && std::is_same_v<decltype(product(S{})), double>) {
     map_blocks<B>(

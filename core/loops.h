@@ -85,7 +85,7 @@ ZIVKS_INLINE void store_steps(SplitArrays<T> dst, size_t i, const Result* result
 template <Walk walk, size_t N, class Destination, class Kernel, size_t... Step, class... Sources>
 ZIVKS_INLINE void map_steps(std::index_sequence<Step...> steps, Destination dst, size_t i,
                             const Kernel& kernel, Sources... src) {
-  const auto result_at = [&](size_t at) { return kernel(src.template load<N>(at)...); };
+  const auto result_at = [&](size_t at) ZIVKS_INLINE_LAMBDA { return kernel(src.template load<N>(at)...); };
   if constexpr (kAccessesPair) {
     const decltype(result_at(i)) result[] = {result_at(i + Step * N)...};
     store_steps<walk, N>(dst, i, result, steps);
@@ -117,12 +117,16 @@ ZIVKS_INLINE void map_turns(Destination dst, size_t len, const Kernel& kernel, S
   constexpr size_t kSteps = kStepsPerTurn<N, Destination, Sources...>;
   constexpr size_t kTurn = N * kSteps;
   size_t i = 0;
-  for (; i + kTurn <= len; i += kTurn) {
-    (src.template prefetch<kTurn>(i), ...);
-    if constexpr (walk != Walk::kInCaches && kReadsAhead<Destination, Sources...>)
-      (src.template read_ahead<kTurn>(i), ...);
-    dst.template prefetch<kTurn>(i);
-    map_steps<walk, N>(std::make_index_sequence<kSteps>(), dst, i, kernel, src...);
+  if (len >= kTurn) {
+    const size_t last_turn = len - kTurn;
+    do {
+      (src.template prefetch<kTurn>(i), ...);
+      if constexpr (walk != Walk::kInCaches && kReadsAhead<Destination, Sources...>)
+        (src.template read_ahead<kTurn>(i), ...);
+      dst.template prefetch<kTurn>(i);
+      map_steps<walk, N>(std::make_index_sequence<kSteps>(), dst, i, kernel, src...);
+      i += kTurn;
+    } while (i <= last_turn);
   }
   if constexpr (walk != Walk::kInCaches) {
     for (; i < len - N; i += N) map_steps<walk, N>(std::index_sequence<0>(), dst, i, kernel, src...);
@@ -131,21 +135,28 @@ ZIVKS_INLINE void map_turns(Destination dst, size_t len, const Kernel& kernel, S
   }
 }
 
+// Where the turns over an array begin: at an element that is aligned to a register and the first of its group,
+// if there is one that close, else at the start.
+template <class... Sources, class Destination>
+ZIVKS_INLINE size_t first_turn(Destination dst) {
+  constexpr size_t kGroup = std::max({Destination::kGroup, Sources::kGroup...});
+  const size_t aligned = dst.elements_unaligned();
+  return aligned % kGroup == 0 ? aligned : 0;
+}
+
 // An array of more than a turn.
 //
 // The last step ends where the array ends and may share elements with the one before. Its result is computed
 // ahead of all stores, so that `dst` may be a source. So is the result of the first step where the turns begin
-// at an aligned element of `dst`, which lies within that step.
+// within that step.
 template <Walk walk, class Destination, class Kernel, class... Sources>
 ZIVKS_INLINE void map_array(Destination dst, size_t len, const Kernel& given_kernel, Sources... src) {
   constexpr size_t N = step_elements<Destination, Sources...>();
-  constexpr size_t kGroup = std::max({Destination::kGroup, Sources::kGroup...});
   const Kernel kernel = given_kernel;  // of which the compiler knows that no store changes it
   const auto last_result = kernel(src.template load<N>(len - N)...);
   if constexpr (kAligns && Destination::kCanAlign) {
     const auto first_result = kernel(src.template load<N>(0)...);
-    const size_t aligned = dst.elements_unaligned();
-    const size_t begin = aligned % kGroup == 0 ? aligned : 0;
+    const size_t begin = first_turn<Sources...>(dst);
     map_turns<walk>(dst.from(begin), len - begin, kernel, src.from(begin)...);
     dst.template store<N>(0, first_result);
   } else {
@@ -154,6 +165,7 @@ ZIVKS_INLINE void map_array(Destination dst, size_t len, const Kernel& given_ker
   dst.template store<N>(len - N, last_result);
 }
 
+// A function of its own, since it has two callers.
 template <class Destination, class Kernel, class... Sources>
 [[gnu::flatten, gnu::noinline]] ZIVKStatus map_in_caches(Destination dst, size_t len, const Kernel& kernel,
                                                          Sources... src) {
@@ -167,10 +179,8 @@ template <class Destination, class Kernel, class... Sources>
 [[gnu::cold, gnu::flatten, gnu::noinline]] ZIVKStatus map_past_caches(Destination dst, size_t len,
                                                                       const Kernel& kernel, Sources... src) {
   if constexpr (kHasStreams && Destination::kCanAlign) {
-    constexpr size_t kGroup = std::max({Destination::kGroup, Sources::kGroup...});
-    const size_t aligned = dst.elements_unaligned();
     const bool in_place = ((src.memory() == dst.memory()) || ...);
-    if (!in_place && dst.is_aligned(aligned) && aligned % kGroup == 0 &&
+    if (!in_place && dst.is_aligned(first_turn<Sources...>(dst)) &&
         streams(len * Destination::kElementBytes)) {
       map_array<Walk::kStreams>(dst, len, kernel, src...);
       order_streams();
@@ -212,7 +222,7 @@ ZIVKS_INLINE ZIVKStatus map(Destination dst, size_t len, const Kernel& kernel, S
 template <class T, class Destination, class Kernel, class... Sources>
 ZIVKS_INLINE ZIVKStatus map_registers(Destination dst, size_t len, const Kernel& kernel, Sources... src) {
   return map(
-      dst, len, [kernel](auto... lanes) { return lift<T>(kernel, lanes...); }, src...);
+      dst, len, [kernel](auto... lanes) ZIVKS_INLINE_LAMBDA { return lift<T>(kernel, lanes...); }, src...);
 }
 
 // For functions whose blocks of B elements and whose tail are required to differ: whole blocks go through

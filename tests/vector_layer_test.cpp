@@ -164,7 +164,7 @@ TEST(VectorLayer, ShiftsThatRoundHalvesUp) {
           [=](T a) { return T(floor_divided(a + (Wide{1} << (count - 1)), count)); });
       expect_unary<T>(
           "lowest bits", [=](auto a) { return lowest_bits(a, count); },
-          [=](T a) { return T(a - (floor_divided(a, count) << count)); });
+          [=](T a) { return T(a - floor_divided(a, count) * (Wide{1} << count)); });
     }
   });
 }

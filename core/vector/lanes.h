@@ -27,7 +27,7 @@ struct ComplexLanes {
 template <class To, size_t N, class Operation, size_t... I, class... From>
 ZIVKS_INLINE Lanes<To, N> lift_over(std::index_sequence<I...>, Operation operation,
                                     const Lanes<From, N>&... from) {
-  const auto at = [&](auto i) { return operation(from.part[i]...); };
+  const auto at = [&](auto i) ZIVKS_INLINE_LAMBDA { return operation(from.part[i]...); };
   return {{at(std::integral_constant<size_t, I>())...}};
 }
 template <class To, size_t N, class Operation, class... From>

@@ -328,6 +328,9 @@ ZIVKS_INLINE I16 join_saturating(RegisterPair<I32> a) {
 
 // --- Rounding to integers --------------------------------------------------------------
 
+// Every mode has a conversion of its own, so that nothing is gained by asking.
+ZIVKS_INLINE bool rounds_to_nearest() { return false; }
+
 template <ZIVKRoundMode mode>
 ZIVKS_INLINE I32 round_signed(F32 a) {
   if constexpr (mode == ZIVK_RND_ZERO) return I32(vcvtq_s32_f32(a));

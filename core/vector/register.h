@@ -107,6 +107,7 @@
 
 // The vector layer has to vanish in the loops that use it, whatever the compiler makes of their size.
 #define ZIVKS_INLINE [[gnu::always_inline]] inline
+#define ZIVKS_INLINE_LAMBDA __attribute__((always_inline))  // behind the parameters
 
 namespace zivks {
 
