@@ -31,6 +31,7 @@ References scaled_arithmetic_references();
 References conversion_references();
 References extremes_references();
 References comparison_references();
+References comparison_sort_references();
 References zero_crossing_references();
 
 // An element of three bytes.
