@@ -137,7 +137,7 @@ void select_greatest(GatheredEntries<T> entries, ptrdiff_t low, ptrdiff_t high, 
 template <class T>
 size_t select_by_digits(const T* src, int32_t stride, size_t count, size_t wanted, Entry* memory) {
   Entry* const scratch = memory + count;
-  if (stride == sizeof(T) && count > scan_entries(wanted)) {
+  if (stride == sizeof(T) && count > 2 * scan_entries(wanted)) {
     ThresholdScan<T> scan(src, count, wanted, memory);
     if (scan.run()) {
       Candidates found = scan.found();

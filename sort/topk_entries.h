@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "core/vector/register.h"
+#include "sort/counting.h"
 
 namespace zivks {
 
@@ -76,66 +77,80 @@ struct Candidates {
   // what lies below its part, and goes on with that part.
   uint32_t narrow(KeyRange range, size_t wanted, size_t most) {
     constexpr uint32_t kDigitBits = 10, kDigits = 1 << kDigitBits;
-    uint32_t limit = range.least;
+    uint32_t least = range.least, width = range.greatest - range.least, limit = least;
     while (count > most) {
-      const uint32_t width = range.greatest - range.least;
-      const uint32_t width_bits = width == 0 ? 0 : 32 - static_cast<uint32_t>(__builtin_clz(width));
+      const uint32_t width_bits = 32 - static_cast<uint32_t>(__builtin_clz(width | 1));
       const uint32_t shift = width_bits > kDigitBits ? width_bits - kDigitBits : 0;
       uint32_t counts[kDigits] = {};
       for (size_t i = 0; i < count; ++i) {
-        const uint32_t distance = bits_of(entries[i]) - range.least;
-        if (distance <= width) ++counts[distance >> shift];  // others are greater
+        const uint32_t distance = bits_of(entries[i]) - least;
+        if (distance <= width) ++counts[distance >> shift];  // the others are greater
       }
       uint32_t part = width >> shift;
       for (; counts[part] < wanted; --part) wanted -= counts[part];
-      const uint32_t start = range.least + (part << shift);
+      least += part << shift;
       if (shift == 0) {
-        drop_below(start, wanted);
-        return start;
+        keep_from(least, wanted);
+        return least;
       }
-      drop_below(start, count);
-      limit = start - 1;
-      range = {start, start + std::min(range.greatest - start, (1U << shift) - 1)};
+      keep_rest(0, 0, least);
+      limit = least - 1;
+      width = (1U << shift) - 1;
     }
     return limit;
   }
 
   // Drops entries that are not among the `wanted` greatest, or most of them.
   void keep_greatest(size_t wanted) {
-    const size_t most = wanted + wanted / 8;
+    const size_t most = wanted + wanted / 2;
     if (count > most) narrow(KeyRange::of(entries, count), wanted, most);
   }
 
   // Sorts by falling keys, of which equal ones stay in their order. `scratch` has room for all entries.
-  // Uses 4 KiB of stack.
+  // Uses 8 KiB of stack.
   void sort(Entry* scratch) {
-    constexpr size_t kPasses = 4, kDigits = 256;
-    const auto digit = [](Entry entry, size_t pass) { return (~entry >> (32 + 8 * pass)) & 0xFF; };
-    uint32_t starts[kPasses][kDigits] = {};
-    for (size_t i = 0; i < count; ++i) {
-      for (size_t pass = 0; pass < kPasses; ++pass) ++starts[pass][digit(entries[i], pass)];
+    constexpr size_t kPasses = 4;
+    const auto digit_of = [](size_t pass) {
+      return [pass](Entry entry) { return (~entry >> (32 + 8 * pass)) & 0xFF; };
+    };
+    DigitBounds bounds[kPasses] = {};
+    size_t i = 0;
+    for (; i + 2 <= count; i += 2) {
+      for (size_t pass = 0; pass < kPasses; ++pass) {
+        ++bounds[pass].next[digit_of(pass)(entries[i])];
+        ++bounds[pass].end[digit_of(pass)(entries[i + 1])];
+      }
     }
-    for (size_t pass = 0; pass < kPasses; ++pass) {
-      uint32_t start = 0;
-      for (uint32_t& next : starts[pass]) start += std::exchange(next, start);
+    if (i < count) {
+      for (size_t pass = 0; pass < kPasses; ++pass) ++bounds[pass].next[digit_of(pass)(entries[i])];
     }
     Entry *from = entries, *to = scratch;
     for (size_t pass = 0; pass < kPasses; ++pass) {
-      for (size_t i = 0; i < count; ++i) to[starts[pass][digit(from[i], pass)]++] = from[i];
+      bounds[pass].set_bounds();
+      bounds[pass].scatter(from, count, to, digit_of(pass));
       std::swap(from, to);
     }
   }
 
  private:
-  // Keeps entries whose key is greater than `key`, and the first `equal` of those with that key.
-  void drop_below(uint32_t key, size_t equal) {
-    size_t kept = 0;
-    for (size_t i = 0; i < count; ++i) {
+  // Keeps entries whose key is greater than `key`, and the first `equal` of those with that key, of which there
+  // are so many. No branch depends on a key, since it could not be foreseen.
+  void keep_from(uint32_t key, size_t equal) {
+    size_t kept = 0, i = 0;
+    for (; equal > 0; ++i) {
       const Entry entry = entries[i];
       entries[kept] = entry;
-      const bool is_equal = bits_of(entry) == key && equal > 0;
-      equal -= is_equal;
-      kept += is_equal || bits_of(entry) > key;
+      kept += bits_of(entry) >= key;
+      equal -= bits_of(entry) == key;
+    }
+    keep_rest(i, kept, uint64_t{key} + 1);
+  }
+  // Keeps of the entries from number `i` on those with `key` or a greater one; `kept` stand before them.
+  void keep_rest(size_t i, size_t kept, uint64_t key) {
+    for (; i < count; ++i) {
+      const Entry entry = entries[i];
+      entries[kept] = entry;
+      kept += bits_of(entry) >= key;
     }
     count = kept;
   }

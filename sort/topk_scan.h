@@ -16,7 +16,7 @@ inline constexpr size_t kScanTurn = 32;
 ZIVKS_INLINE size_t scan_candidates(size_t wanted) { return std::max(4 * wanted, size_t{1024}); }
 ZIVKS_INLINE size_t scan_surplus(size_t wanted) { return wanted + wanted / 4 + 16; }
 
-// The entries that a scan may write, and so the least number of keys that it is good for.
+// The entries that a scan may write. It is worth while from twice as many keys on.
 ZIVKS_INLINE size_t scan_entries(size_t wanted) { return scan_candidates(wanted) + 2 * kScanTurn; }
 
 template <class T>
@@ -26,7 +26,7 @@ class ThresholdScan {
       : keys_(keys), len_(len), wanted_(wanted), found_{entries, 0} {}
 
   // Leaves entries among which are the `wanted` greatest. Returns false if it has met a key that isn't finite;
-  // such keys may also stand at the front of the result. There must be more than scan_entries() keys.
+  // such keys may also stand at the front of the result. There must be at least scan_entries() keys.
   bool run() {
     // The first candidates are whatever comes first, up to where the scan is aligned.
     const size_t first = scan_candidates(wanted_);

@@ -31,9 +31,9 @@ References scaled_arithmetic_references();
 References conversion_references();
 References extremes_references();
 References comparison_references();
+References comparison_sort_references();
 References zero_crossing_references();
-References sort_references();
-References top_k_references();
+References radix_sort_references();
 
 // An element of three bytes.
 struct PackedSample {
