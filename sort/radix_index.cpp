@@ -36,8 +36,7 @@ struct StridedKeys {
   ZIVKS_INLINE Key bits_at(std::ptrdiff_t i) const { return read<Key>(first + i * stride); }
 };
 
-// --- Keys of 32 and 64 bits ------------------------------------------------------------
-
+// A key, ordered by its value, and where it came from.
 template <class Key>
 struct Record {
   Key key;
@@ -47,6 +46,95 @@ template <class Key>
 ZIVKS_INLINE Key key_of(Record<Key> record) {
   return record.key;
 }
+
+// The records that the caller's keys make in their own order.
+template <Numbers numbers, class UnsignedKey>
+struct InitialRecords {
+  using Key = UnsignedKey;
+  StridedKeys<Key> keys;
+
+  ZIVKS_INLINE Record<Key> load(size_t i) const {
+    return {ordered<numbers>(keys.bits_at(static_cast<std::ptrdiff_t>(i))), static_cast<int32_t>(i)};
+  }
+  ZIVKS_INLINE void hint_read(size_t i) const {
+    const auto distance = static_cast<uintptr_t>(keys.stride) * i;
+    __builtin_prefetch(reinterpret_cast<const void*>(reinterpret_cast<uintptr_t>(keys.first) + distance));
+  }
+};
+
+// Of records only the positions, as the result.
+struct Positions {
+  int32_t* positions;
+
+  template <class Key>
+  ZIVKS_INLINE void store(size_t i, Record<Key> record) const {
+    positions[i] = record.position;
+  }
+  ZIVKS_INLINE void hint_write(size_t i) const {
+    __builtin_prefetch(
+        reinterpret_cast<const void*>(reinterpret_cast<uintptr_t>(positions) + i * sizeof(int32_t)), 1);
+  }
+};
+
+// --- Up to 65536 keys ------------------------------------------------------------------
+//
+// Positions have 16 bits, as many as two digits. The first pass puts out positions alone, and the second fetches
+// the keys anew; both are short of time only where the keys are not in the caches. From then on the position takes
+// the place of the two digits that are done, so that a record is not longer than a key.
+
+inline constexpr int32_t kMostShortPositions = int32_t{64} << 10;
+inline constexpr size_t kShortPositionMask = 0xFFFF;
+
+// Records in the order of positions.
+template <Numbers numbers, class UnsignedKey>
+struct FetchedRecords {
+  InitialRecords<numbers, UnsignedKey> initial;
+  const int32_t* positions;
+
+  ZIVKS_INLINE Record<UnsignedKey> load(size_t i) const {
+    return initial.load(static_cast<size_t>(positions[i]));
+  }
+};
+
+// Records whose key has its position in the lowest 16 bits.
+template <class UnsignedKey>
+struct ShortRecords {
+  using Key = UnsignedKey;
+  Keys<Key> keys;
+
+  ZIVKS_INLINE Record<Key> load(size_t i) const {
+    const Key key = keys.load(i);
+    return {key, static_cast<int32_t>(key & kShortPositionMask)};
+  }
+  ZIVKS_INLINE void store(size_t i, Record<Key> record) const {
+    constexpr Key kMask = static_cast<Key>(kShortPositionMask);
+    keys.store(i, static_cast<Key>((record.key & ~kMask) | static_cast<Key>(record.position)));
+  }
+};
+
+// `first` and `second` have room for all keys. Those of `initial` may stand in `second`.
+template <Numbers numbers, class Key>
+[[gnu::noinline]] void sort_short(InitialRecords<numbers, Key> initial, int32_t* dstIdx, size_t len,
+                                  std::byte* first, std::byte* second, DigitOrder order) {
+  constexpr size_t kTop = sizeof(Key) - 1;
+  Counts counts[sizeof(Key)];
+  count_digits<sizeof(Key)>(initial, len, counts, Positions{dstIdx});
+  const auto pass = [&](auto from, auto to, size_t digit) {
+    Places places(counts[digit], order);
+    scatter(from, to, len, digit, places);
+  };
+  const FetchedRecords<numbers, Key> fetched = {initial, dstIdx};
+  pass(initial, Positions{dstIdx}, 0);
+  ShortRecords<Key> from = {{first}}, to = {{second}};
+  pass(fetched, from, 1);
+  for (size_t digit = 2; digit < kTop; ++digit) {
+    pass(from, to, digit);
+    std::swap(from, to);
+  }
+  pass(from, Positions{dstIdx}, kTop);
+}
+
+// --- More keys of 32 and 64 bits -------------------------------------------------------
 
 // Records of a key and a position without a gap, at any address.
 template <class UnsignedKey>
@@ -88,17 +176,6 @@ struct SplitRecords {
   ZIVKS_INLINE void hint_read(size_t i) const { keys.hint_read(i); }
   ZIVKS_INLINE void hint_write(size_t i) const { keys.hint_write(i); }
   ZIVKS_INLINE SplitRecords from(size_t i) const { return {keys.from(i), positions + i}; }
-};
-
-// Of records only the positions.
-struct Positions {
-  int32_t* positions;
-
-  template <class Key>
-  ZIVKS_INLINE void store(size_t i, Record<Key> record) const {
-    positions[i] = record.position;
-  }
-  ZIVKS_INLINE void store(size_t i, int32_t position) const { positions[i] = position; }
 };
 
 // The two places of records, which hold them in turn.
@@ -143,6 +220,9 @@ template <class Key>
   }
 }
 
+template <class Key>
+void sort_pieces(Records<Key> records, const Counts& counts, Digits remaining, DigitOrder order);
+
 // Sorts by the digits that remain. In all others the keys are equal.
 template <class Key>
 [[gnu::noinline]] void sort_digits(Records<Key> records, size_t len, Digits remaining, DigitOrder order) {
@@ -161,6 +241,12 @@ template <class Key>
   pass<true>(records, len, leading, false, counts, order);
   records.are_packed = !records.are_packed;
   remaining &= ~(Digits{1} << leading);
+  sort_pieces(records, counts, remaining, order);
+}
+
+// Sorts by the digits that remain what a pass has taken apart.
+template <class Key>
+void sort_pieces(Records<Key> records, const Counts& counts, Digits remaining, DigitOrder order) {
   size_t begin = 0;
   for (size_t place = 0; place < kDigitValues; ++place) {
     const size_t count = counts[order.value_at(place)];
@@ -171,11 +257,10 @@ template <class Key>
 }
 
 template <Numbers numbers, class Key>
-[[gnu::noinline]] void gather(StridedKeys<Key> keys, SplitRecords<Key> records, size_t len) {
-  for (size_t i = 0; i < len; ++i) {
-    records.store(i,
-                  {ordered<numbers>(keys.bits_at(static_cast<std::ptrdiff_t>(i))), static_cast<int32_t>(i)});
-  }
+[[gnu::noinline]] void first_pass(InitialRecords<numbers, Key> from, PackedRecords<Key> to, size_t len,
+                                  size_t digit, const Counts& counts, DigitOrder order) {
+  Places places(counts, order);
+  scatter<true>(from, to, len, digit, places);
 }
 
 template <class T>
@@ -184,16 +269,35 @@ ZIVKS_INLINE ZIVKStatus check(const T* src, int32_t srcStride, int32_t* dstIdx, 
   return srcStride < int32_t{sizeof(T)} ? ZIVK_STS_SIZE_ERR : ZIVK_STS_NO_ERR;
 }
 
+// Keys that are not neighbours are gathered first, so that they are read once.
+template <Numbers numbers, class Key>
+InitialRecords<numbers, Key> gather(StridedKeys<Key> keys, size_t len, Keys<Key> gathered) {
+  if (keys.stride == sizeof(Key)) return {keys};
+  for (size_t i = 0; i < len; ++i) gathered.store(i, keys.bits_at(static_cast<std::ptrdiff_t>(i)));
+  return {{gathered.memory, sizeof(Key)}};
+}
+
 template <Numbers numbers, class T>
 ZIVKStatus sort_index(const T* src, int32_t srcStride, int32_t* dstIdx, int32_t len, void* policy,
                       DigitOrder order) {
   if (ZIVKStatus status = check(src, srcStride, dstIdx, len, policy)) return status;
   using Key = UnsignedOf<sizeof(T)>;
+  constexpr size_t kTop = sizeof(Key) - 1;
   const auto count = static_cast<size_t>(len);
-  auto* const packed = static_cast<std::byte*>(policy);
-  const Records<Key> records = {{packed}, {{packed + count * PackedRecords<Key>::kBytes}, dstIdx}, false};
-  gather<numbers>(StridedKeys<Key>{reinterpret_cast<const std::byte*>(src), srcStride}, records.split, count);
-  sort_digits(records, count, kAllDigits<Key>, order);
+  const StridedKeys<Key> keys = {reinterpret_cast<const std::byte*>(src), srcStride};
+  auto* const handle = static_cast<std::byte*>(policy);
+  if (len <= kMostShortPositions) {
+    const Keys<Key> second = {handle + count * sizeof(Key)};
+    sort_short(gather<numbers>(keys, count, second), dstIdx, count, handle, second.memory, order);
+    return ZIVK_STS_NO_ERR;
+  }
+  const Records<Key> records = {{handle}, {{handle + count * PackedRecords<Key>::kBytes}, dstIdx}, true};
+  const auto initial = gather<numbers>(keys, count, records.split.keys);
+  Counts counts;
+  const size_t found = count_leading_digit(initial, count, kAllDigits<Key>, counts);
+  const size_t leading = std::min(found, kTop);
+  first_pass(initial, records.packed, count, leading, counts, order);
+  sort_pieces(records, counts, kAllDigits<Key> & ~(Digits{1} << leading), order);
   return ZIVK_STS_NO_ERR;
 }
 
@@ -226,17 +330,6 @@ bool spans_32_bits(int32_t len, int32_t stride) {
   return int64_t{len - 1} * stride > std::numeric_limits<int32_t>::max();
 }
 
-// Keys of 8 bits where they stand.
-struct KeysInPlace {
-  using Key = uint8_t;
-  StridedKeys<Key> keys;
-
-  ZIVKS_INLINE Record<Key> load(size_t i) const {
-    return {keys.bits_at(static_cast<std::ptrdiff_t>(i)), static_cast<int32_t>(i)};
-  }
-  ZIVKS_INLINE void hint_read(size_t) const {}
-};
-
 ZIVKStatus sort_index_8u(const uint8_t* src, int32_t srcStride, int32_t* dstIdx, int32_t len, void* policy,
                          DigitOrder order) {
   if (ZIVKStatus status = check(src, srcStride, dstIdx, len, policy)) return status;
@@ -247,56 +340,31 @@ ZIVKStatus sort_index_8u(const uint8_t* src, int32_t srcStride, int32_t* dstIdx,
   }
   const auto count = static_cast<size_t>(len);
   Counts counts;
-  count_digit(KeysInPlace{keys}, count, 0, counts);
+  const InitialRecords<Numbers::kUnsigned, uint8_t> initial = {keys};
+  count_digit(initial, count, 0, counts);
   Places places(counts, order);
-  scatter(KeysInPlace{keys}, Positions{dstIdx}, count, 0, places);
+  scatter(initial, Positions{dstIdx}, count, 0, places);
   return ZIVK_STS_NO_ERR;
 }
-
-// A key of 16 bits above its position, which has 16 bits too.
-using KeyAndPosition = uint32_t;
-
-template <Numbers numbers>
-struct KeysWithPositions {
-  using Key = KeyAndPosition;
-  StridedKeys<uint16_t> keys;
-
-  ZIVKS_INLINE KeyAndPosition load(size_t i) const {
-    const uint16_t key = ordered<numbers>(keys.bits_at(static_cast<std::ptrdiff_t>(i)));
-    return KeyAndPosition{key} << 16 | static_cast<uint32_t>(i);
-  }
-};
-
-struct LowPositions {
-  int32_t* positions;
-
-  ZIVKS_INLINE void store(size_t i, KeyAndPosition element) const { positions[i] = element & 0xFFFF; }
-};
-
-// Two passes fit into the handle up to as many keys as it has counters, and their positions into 16 bits.
-inline constexpr int32_t kMostForPasses = int32_t{64} << 10;
 
 template <Numbers numbers, class T>
 ZIVKStatus sort_index_16(const T* src, int32_t srcStride, int32_t* dstIdx, int32_t len, void* policy,
                          DigitOrder order) {
   if (ZIVKStatus status = check(src, srcStride, dstIdx, len, policy)) return status;
   const StridedKeys<uint16_t> keys = {reinterpret_cast<const std::byte*>(src), srcStride};
-  if (len > kMostForPasses || spans_32_bits(len, srcStride)) {
+  if (len > kMostShortPositions || spans_32_bits(len, srcStride)) {
     sort_by_counting<numbers>(keys, dstIdx, len, static_cast<uint32_t*>(policy), order);
     return ZIVK_STS_NO_ERR;
   }
   const auto count = static_cast<size_t>(len);
-  const KeysWithPositions<numbers> source = {keys};
-  const Keys<KeyAndPosition> scratch = {static_cast<std::byte*>(policy)};
-  Counts low = {}, high = {};
-  for (size_t i = 0; i < count; ++i) {
-    const KeyAndPosition element = source.load(i);
-    ++low[digit_of(element, 2)];
-    ++high[digit_of(element, 3)];
-  }
-  Places low_places(low, order), high_places(high, order);
-  scatter(source, scratch, count, 2, low_places);
-  scatter(scratch, LowPositions{dstIdx}, count, 3, high_places);
+  const InitialRecords<numbers, uint16_t> initial = {keys};
+  auto* const positions = static_cast<int32_t*>(policy);
+  Counts counts[2];
+  count_digits<2>(initial, count, counts, Positions{positions});
+  Places low_places(counts[0], order);
+  scatter(initial, Positions{positions}, count, 0, low_places);
+  Places high_places(counts[1], order);
+  scatter(FetchedRecords<numbers, uint16_t>{initial, positions}, Positions{dstIdx}, count, 1, high_places);
   return ZIVK_STS_NO_ERR;
 }
 
