@@ -82,6 +82,8 @@
 #include <zivks/core.h>
 #include <zivks/logic.h>
 #include <zivks/movement.h>
+#include <zivks/sort.h>
+#include <zivks/sort_radix.h>
 #include <zivks/statistics.h>
 #include <zivks/types.h>
 #include <zivks/version.h>

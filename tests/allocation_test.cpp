@@ -1,35 +1,8 @@
-// The allocators and their companions, with services of this program's own that record their arguments.
+// The allocators and their companions.
 #include <gtest/gtest.h>
-#include <zivk_core.h>
-
-#include <optional>
 
 #include "generic/function_table.h"
-
-namespace {
-
-struct {
-  std::optional<int32_t> size;
-  std::optional<void*> freed;
-  std::optional<ZIVKStatus> status;
-  void* memory = nullptr;  // what is given
-} service;
-
-constexpr ZIVKLibVersion kVersion = {3, 1, 4, "services of the test", "3.1.4"};
-constexpr const char* kText = "text of the test";
-
-}  // namespace
-
-void* ZIVK_Malloc(int32_t size) {
-  service.size = size;
-  return service.memory;
-}
-void ZIVK_Free(void* ptr) { service.freed = ptr; }
-const ZIVKLibVersion* ZIVK_GetLibVersion() { return &kVersion; }
-const char* ZIVK_GetStatusString(ZIVKStatus status) {
-  service.status = status;
-  return kText;
-}
+#include "generic/services.h"
 
 namespace zivks_test {
 namespace {
@@ -57,41 +30,42 @@ TEST(Allocation, AsksForTheBytesOfItsElements) {
     const Function* const function = find_function(allocator.name);
     ASSERT_NE(function, nullptr) << allocator.name;
     const auto allocate = [&](int32_t len) {
-      service.size.reset();
+      services.size.reset();
       return function->call({Slot::of(len)}).as<void*>();
     };
     for (void* given : {static_cast<void*>(&memory), static_cast<void*>(nullptr)}) {
-      service.memory = given;
+      services.memory = given;
       for (int32_t len : {1, 7, 134217727, largest}) {
         EXPECT_EQ(allocate(len), given) << allocator.name;
-        EXPECT_EQ(service.size, len * allocator.bytes) << allocator.name << " of " << len;
+        EXPECT_EQ(services.size, len * allocator.bytes) << allocator.name << " of " << len;
       }
     }
-    service.memory = &memory;
+    services.memory = &memory;
     constexpr int32_t kLargest = std::numeric_limits<int32_t>::max(),
                       kLeast = std::numeric_limits<int32_t>::min();
     for (int32_t len : {0, -1, kLeast, kLeast + 1, -(1 << 28), largest + (allocator.bytes > 1), kLargest}) {
       if (len > 0 && allocator.bytes == 1) continue;
       EXPECT_EQ(allocate(len), nullptr) << allocator.name << " of " << len;
-      EXPECT_EQ(service.size, std::nullopt) << allocator.name << " of " << len;
+      EXPECT_EQ(services.size, std::nullopt) << allocator.name << " of " << len;
     }
+    services.memory.reset();
   }
 }
 
 TEST(Allocation, FreePassesItsArgumentOnUntested) {
   char memory;
   for (void* ptr : {static_cast<void*>(&memory), static_cast<void*>(nullptr)}) {
-    service.freed.reset();
+    services.freed.reset();
     ZIVKS_Free(ptr);
-    EXPECT_EQ(service.freed, ptr);
+    EXPECT_EQ(services.freed, ptr);
   }
 }
 
 TEST(Information, IsWhatTheServicesGive) {
-  EXPECT_EQ(ZIVKS_GetLibVersion(), &kVersion);
+  EXPECT_EQ(ZIVKS_GetLibVersion(), &kServicesVersion);
   for (ZIVKStatus status : {0, 307, -1, 12345}) {
-    EXPECT_EQ(ZIVKS_GetStatusString(status), kText);
-    EXPECT_EQ(service.status, status);
+    EXPECT_EQ(ZIVKS_GetStatusString(status), kStatusText);
+    EXPECT_EQ(services.status, status);
   }
 }
 

@@ -5,6 +5,7 @@
 #include <limits>
 
 #include "generic/every_function.h"
+#include "generic/services.h"
 
 namespace zivks_test {
 namespace {
@@ -17,8 +18,11 @@ struct Fault {
   std::string what;
 };
 
-constexpr int kPointerRank = 0, kLengthRank = 1, kKindRank = 2, kShiftRank = 2, kRoundModeRank = 2,
-              kScaleRank = 3;
+// TopK has checks of its own between pointers and length.
+constexpr int kPointerRank = 0, kOffsetRank = 1, kSpanStrideRank = 2, kLengthRank = 3, kParameterRank = 4,
+              kScaleRank = 5;
+
+constexpr int32_t kLength = 37;
 
 bool writes_unsigned(const Function& function) {
   return std::any_of(function.arguments.begin(), function.arguments.end(), [](const Argument& argument) {
@@ -36,20 +40,39 @@ std::vector<Fault> faults_of(const Function& function) {
     const auto add = [&](ZIVKStatus status, int rank, auto value) {
       faults.push_back({i, status, rank, Slot::of(value), argument.name + " = " + std::to_string(value)});
     };
-    if (argument.is_pointer() && !argument.nullable) {
+    if (argument.is_pointer() && !argument.nullable && !argument.is_unchecked) {
       faults.push_back({i, ZIVK_STS_NULL_PTR_ERR, kPointerRank, Slot(), argument.name + " null"});
     } else if (argument.role == Role::kLength || argument.role == Role::kTableLength) {
       for (int32_t value = 0; value < argument.least; ++value) add(ZIVK_STS_SIZE_ERR, kLengthRank, value);
       if (argument.is_unsigned) continue;
       for (int32_t value : {-1, kMostNegative}) add(ZIVK_STS_SIZE_ERR, kLengthRank, value);
     } else if (argument.role == Role::kKind) {
-      for (int32_t value : {3, -1, kMostNegative}) add(ZIVK_STS_ZC_TYPE_ERR, kKindRank, value);
+      for (int32_t value : {3, -1, kMostNegative}) add(ZIVK_STS_ZC_TYPE_ERR, kParameterRank, value);
     } else if (argument.role == Role::kShift) {
-      for (int32_t value : {-1, kMostNegative}) add(ZIVK_STS_SHIFT_ERR, kShiftRank, value);
+      for (int32_t value : {-1, kMostNegative}) add(ZIVK_STS_SHIFT_ERR, kParameterRank, value);
     } else if (argument.role == Role::kRoundMode && !argument.is_unchecked) {
       const ZIVKStatus status =
           writes_unsigned(function) ? ZIVK_STS_ROUND_RANGE_ERR : ZIVK_STS_ROUND_MODE_ERR;
-      for (int32_t value : {3, -1, kMostNegative}) add(status, kRoundModeRank, value);
+      for (int32_t value : {3, -1, kMostNegative}) add(status, kParameterRank, value);
+    } else if (argument.role == Role::kCount) {
+      for (int32_t value : {0, -1, kMostNegative}) add(ZIVK_STS_SIZE_ERR, kLengthRank, value);
+    } else if (argument.role == Role::kStride) {
+      const Argument& source = function.arguments[0];
+      const auto least = source.spans ? 1 : static_cast<int32_t>(source.element->bytes);
+      for (int32_t value : {least - 1, 0, -1, kMostNegative}) {
+        source.spans ? add(ZIVK_STS_TOPK_STRIDE_ERR, kSpanStrideRank, value)
+                     : add(ZIVK_STS_SIZE_ERR, kLengthRank, value);
+      }
+    } else if (argument.role == Role::kOffset) {
+      for (int32_t value : {-1, kMostNegative, INT32_MAX - kLength + 1, INT32_MAX}) {
+        add(ZIVK_STS_SIZE_ERR, kOffsetRank, value);
+      }
+    } else if (argument.role == Role::kMethod) {
+      for (int32_t value : {3, -1, kMostNegative}) add(ZIVK_STS_TOPK_METHOD_ERR, kParameterRank, value);
+    } else if (argument.role == Role::kDataType) {
+      for (int32_t value : {0, 2, 3, 4, 6, 8, 10, 12, 14, 16, 18, 20, 21, -1, kMostNegative + 1, INT32_MAX}) {
+        add(ZIVK_STS_DATA_TYPE_ERR, kParameterRank, value);
+      }
     } else if (argument.role == Role::kScale) {
       for (double value : {0.0, -0.0, -1.0, -infinity, infinity, std::nan("")}) {
         add(ZIVK_STS_SCALE_ERR, kScaleRank, value);
@@ -63,7 +86,7 @@ class Arguments : public FunctionTest {
  protected:
   // Calls with the faults put in; says what is wrong with the outcome.
   std::string outcome(const std::vector<const Fault*>& faults, ZIVKStatus expected) const {
-    const Operands operands = random_operands(function(), 37, 0);
+    const Operands operands = random_operands(function(), kLength, 0);
     Call call(function(), operands);
     for (const Fault* fault : faults) call.slots[fault->argument] = fault->value;
     const ZIVKStatus status = call.invoke();
@@ -109,6 +132,34 @@ TEST_P(Arguments, NullableSourcesMayBeNullOneByOneButNotAll) {
 }
 
 ZIVKS_FOR_FUNCTIONS(Arguments, array_functions());
+
+class LackOfMemory : public Arguments {
+ protected:
+  void SetUp() override {
+    Arguments::SetUp();
+    services.memory = nullptr;
+  }
+  void TearDown() override {
+    services.memory.reset();
+    Arguments::TearDown();
+  }
+};
+
+TEST_P(LackOfMemory, IsFoundAfterEveryFaultAndWritesNothing) {
+  EXPECT_EQ(outcome({}, ZIVK_STS_MALLOC_ERR), "");
+  for (const Fault& fault : faults_of(function()))
+    EXPECT_EQ(outcome({&fault}, fault.status), "") << fault.what;
+}
+
+std::vector<const Function*> functions_that_make_handles() {
+  std::vector<const Function*> list;
+  for (const Function* function : array_functions()) {
+    if (function->has(Role::kNewHandle)) list.push_back(function);
+  }
+  return list;
+}
+
+ZIVKS_FOR_FUNCTIONS(LackOfMemory, functions_that_make_handles());
 
 }  // namespace
 }  // namespace zivks_test

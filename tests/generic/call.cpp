@@ -1,13 +1,14 @@
 #include "generic/call.h"
 
-#include <sys/mman.h>
-#include <unistd.h>
-
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
+#include <list>
 #include <memory>
 #include <sstream>
+#include <stdexcept>
+
+#include "generic/services.h"
 
 namespace zivks_test {
 namespace {
@@ -24,23 +25,35 @@ std::vector<Slot> slots_of(std::initializer_list<T> values) {
 }
 
 // The values that a parameter takes; none if the argument is no parameter.
-const std::vector<Slot>& parameter_values(const Argument& argument) {
-  static const std::vector<Slot> none,
-      scales = slots_of({1.0, 8.0, 0.3, 0x1p-130, 0x1p+140}), kinds = slots_of<int32_t>({0, 1, 2}),
-      shifts = slots_of<int32_t>({0, 1, 3, 7, 8, 9, 15, 16, 17, 31, 32, 33, 255, 256, INT32_MAX}),
-      rounding_modes = slots_of<int32_t>({ZIVK_RND_ZERO, ZIVK_RND_NEAR, ZIVK_RND_AWAY}),
-      all_modes = slots_of<int32_t>({ZIVK_RND_ZERO, ZIVK_RND_NEAR, ZIVK_RND_AWAY, 7, INT32_MIN}),
-      bounds = slots_of<int32_t>({INT32_MIN, -2, 0, 2, INT32_MAX}),
-      table_lengths = slots_of<int32_t>({1, 2, 3, 17, 1000});
+std::vector<Slot> parameter_values(const Function& function, const Argument& argument, int32_t length) {
+  const auto turn = static_cast<size_t>(length);
   switch (argument.role) {
-    case Role::kScale: return scales;
-    case Role::kKind: return kinds;
-    case Role::kShift: return shifts;
-    case Role::kRoundMode: return argument.is_unchecked ? all_modes : rounding_modes;
-    case Role::kBound: return bounds;
-    case Role::kTableLength: return table_lengths;
-    default: return none;
+    case Role::kScale: return slots_of({1.0, 8.0, 0.3, 0x1p-130, 0x1p+140});
+    case Role::kKind: return slots_of<int32_t>({0, 1, 2});
+    case Role::kShift:
+      return slots_of<int32_t>({0, 1, 3, 7, 8, 9, 15, 16, 17, 31, 32, 33, 255, 256, INT32_MAX});
+    case Role::kRoundMode:
+      return argument.is_unchecked
+                 ? slots_of<int32_t>({ZIVK_RND_ZERO, ZIVK_RND_NEAR, ZIVK_RND_AWAY, 7, INT32_MIN})
+                 : slots_of<int32_t>({ZIVK_RND_ZERO, ZIVK_RND_NEAR, ZIVK_RND_AWAY});
+    case Role::kBound: return slots_of<int32_t>({INT32_MIN, -2, 0, 2, INT32_MAX});
+    case Role::kTableLength: return slots_of<int32_t>({1, 2, 3, 17, 1000});
+    case Role::kDataType:
+      return slots_of<int32_t>({ZIVK_DT_8U, ZIVK_DT_16U, ZIVK_DT_16S, ZIVK_DT_32U, ZIVK_DT_32S, ZIVK_DT_32F,
+                                ZIVK_DT_64U, ZIVK_DT_64S, ZIVK_DT_64F});
+    case Role::kMethod: return slots_of<int32_t>({0, 1, 2});
+    case Role::kStride: {
+      const auto key = static_cast<int32_t>(function.arguments[0].element->bytes);
+      return function.arguments[0].spans ? slots_of<int32_t>({key, 1, 3, 8, 37, INT32_MAX})
+                                         : slots_of<int32_t>({key, key + 1, 2 * key, 2 * key + 3});
+    }
+    // These take turns with the length instead.
+    case Role::kCount: return {slots_of<int32_t>({1, 3, 40, length, length + 3})[turn % 5]};
+    case Role::kOffset: return {slots_of<int32_t>({0, 1000, INT32_MAX - length})[turn / 5 % 3]};
+    default: break;
   }
+  if (argument.scan != 0) return slots_of({Scan::kNone, Scan::kStopsAtOnce, Scan::kGoesOn});
+  return {};
 }
 
 // In ascending order, and every other one with many equal entries.
@@ -54,16 +67,67 @@ Bytes random_table(int32_t length, Random& random) {
   return bytes;
 }
 
+// Elements that stand further apart have garbage in between; those that stand closer overlap.
+void fill_strided(Bytes& contents, const ElementType& element, int32_t stride, Random& random,
+                  Flavour flavour) {
+  for (size_t offset = 0; offset + element.bytes <= contents.size(); offset += static_cast<size_t>(stride)) {
+    element.fill_random(&contents[offset], element.parts, random, flavour);
+  }
+}
+
+// Unless there is to be no scan, which an element without a sign prevents, all elements are made negative. The
+// word that stops the scan then stands next to the array, or next to one that does not stop it, of all bits set.
+void add_scanned_words(Bytes& contents, const Argument& argument, Scan scan) {
+  const size_t bytes = argument.element->bytes;
+  if (scan == Scan::kNone) {
+    contents[bytes - 1] &= 0x7F;
+    return;
+  }
+  for (size_t i = bytes - 1; i < contents.size(); i += bytes) contents[i] |= 0x80;
+  const auto add = [&](unsigned char value) {
+    contents.insert(argument.scan < 0 ? contents.begin() : contents.end(), bytes, value);
+  };
+  if (scan == Scan::kGoesOn) add(0xFF);
+  add(0);
+}
+
+// What the handle's Init asks for if it is called with arguments of this call. The data type is that of the keys;
+// arrays are there, but are not those of the call.
+size_t handle_bytes(const Argument& handle, const Function& function, const Operands& operands) {
+  if (handle.init.empty()) return 0;
+  const Function* const init = find_function(handle.init);
+  if (init == nullptr) throw std::logic_error("there is no " + handle.init);
+  std::vector<Slot> slots;
+  std::list<Bytes> arrays;
+  for (const Argument& argument : init->arguments) {
+    if (argument.role == Role::kDataType) {
+      slots.push_back(Slot::of(function.arguments[0].element->selector));
+    } else if (argument.is_pointer()) {
+      const size_t bytes = argument.is_array() ? array_bytes(argument, function, operands) : sizeof(void*);
+      slots.push_back(Slot::of(arrays.emplace_back(bytes).data()));
+    } else {
+      slots.push_back(Slot::of(value_of(argument.name.c_str(), function, operands)));
+    }
+  }
+  if (init->call(slots).as<ZIVKStatus>() != ZIVK_STS_NO_ERR) throw std::logic_error(handle.init + " fails");
+  return static_cast<size_t>(services.size.value());
+}
+
 GuardedMemory& memory_of_argument(size_t argument) {
   static std::vector<std::unique_ptr<GuardedMemory>> memory;
   while (memory.size() <= argument) memory.push_back(std::make_unique<GuardedMemory>());
   return *memory[argument];
 }
 
+unsigned char next_garbage() {
+  static unsigned char garbage = 0;
+  return garbage += 0x35;
+}
+
 unsigned char* place(const GuardedMemory& memory, size_t bytes, Placement placement, size_t alignment,
                      size_t argument) {
   switch (placement) {
-    case Placement::kBeforeGuard: return memory.end() - bytes;
+    case Placement::kBeforeGuard: return memory.end() - (bytes + alignment - 1) / alignment * alignment;
     case Placement::kBehindGuard: return memory.begin();
     case Placement::kMisaligned:  // no two arrays alike
       return memory.begin() + 4096 + alignment * (2 * argument + 1);
@@ -74,60 +138,63 @@ unsigned char* place(const GuardedMemory& memory, size_t bytes, Placement placem
 
 }  // namespace
 
-GuardedMemory::GuardedMemory() {
-  const auto page = static_cast<size_t>(sysconf(_SC_PAGESIZE));
-  void* mapping =
-      mmap(nullptr, kCapacity + 2 * page, PROT_NONE, MAP_PRIVATE | MAP_ANONYMOUS | MAP_NORESERVE, -1, 0);
-  if (mapping == MAP_FAILED) std::abort();
-  begin_ = static_cast<unsigned char*>(mapping) + page;
-  if (mprotect(begin_, kCapacity, PROT_READ | PROT_WRITE) != 0) std::abort();
+int32_t value_of(const char* name, const Function& function, const Operands& operands) {
+  for (size_t i = 0; i < function.arguments.size(); ++i) {
+    if (function.arguments[i].name == name) return operands.slots[i].as<int32_t>();
+  }
+  throw std::logic_error(function.name + " has no argument " + name);
 }
 
-GuardedMemory::~GuardedMemory() {
-  const auto page = static_cast<size_t>(sysconf(_SC_PAGESIZE));
-  munmap(begin_ - page, kCapacity + 2 * page);
-}
-
-size_t array_bytes(const Argument& argument, int32_t length) {
-  return argument.is_array() ? argument.array_element_bytes() * static_cast<size_t>(length)
-                             : argument.element->bytes;
+size_t array_bytes(const Argument& argument, const Function& function, const Operands& operands) {
+  const size_t bytes = argument.array_element_bytes();
+  auto length = static_cast<size_t>(operands.length);
+  if (!argument.is_array()) return bytes;
+  if (argument.counted) return bytes * static_cast<size_t>(value_of("k", function, operands));
+  if (!argument.strided) return bytes * length;
+  const auto stride = static_cast<size_t>(value_of("srcStride", function, operands));
+  if (argument.spans) length = std::min(length, (length * bytes + stride - 1) / stride);
+  return (length - 1) * stride + bytes;
 }
 
 size_t count_variants(const Function& function, bool with_scale) {
   size_t count = 1;
   for (const Argument& argument : function.arguments) {
     if (argument.role == Role::kScale && !with_scale) continue;
-    count *= std::max<size_t>(1, parameter_values(argument).size());
+    count *= std::max<size_t>(1, parameter_values(function, argument, 1).size());
   }
   return count;
 }
 
 Operands random_operands(const Function& function, int32_t length, size_t variant, Flavour flavour) {
   Random random(static_cast<uint64_t>(length) * 8191 + variant);
-  const size_t variant_of_table = variant;  // a search has no parameter but the length of its table
-  Operands operands{length, {}, {}};
-  for (const Argument& argument : function.arguments) {
-    Bytes contents;
-    Slot slot;
+  Operands operands{length, std::vector<Bytes>(function.arguments.size()),
+                    std::vector<Slot>(function.arguments.size())};
+  for (size_t i = 0; i < function.arguments.size(); ++i) {
+    const std::vector<Slot> values = parameter_values(function, function.arguments[i], length);
+    if (function.arguments[i].role == Role::kLength) operands.slots[i] = Slot::of(length);
+    if (values.empty()) continue;
+    operands.slots[i] = values[variant % values.size()];
+    variant /= values.size();
+  }
+  for (size_t i = 0; i < function.arguments.size(); ++i) {
+    const Argument& argument = function.arguments[i];
+    Bytes& contents = operands.arrays[i];
     if (argument.role == Role::kTable) {
-      const std::vector<Slot>& lengths = parameter_values((&argument)[1]);
-      contents = random_table(lengths[variant_of_table % lengths.size()].as<int32_t>(), random);
+      contents = random_table(operands.slots[i + 1].as<int32_t>(), random);
+    } else if (argument.role == Role::kHandle) {
+      contents.resize(handle_bytes(argument, function, operands));
     } else if (argument.is_pointer()) {
-      contents.assign(array_bytes(argument, length), kOutput);
-      if (argument.is_read()) {
+      contents.assign(array_bytes(argument, function, operands), kOutput);
+      if (argument.strided) {
+        fill_strided(contents, *argument.element, value_of("srcStride", function, operands), random, flavour);
+      } else if (argument.is_read()) {
         argument.element->fill_random(contents.data(), contents.size() / argument.element->part_bytes(),
                                       random, flavour);
       }
-    } else if (argument.role == Role::kLength) {
-      slot = Slot::of(length);
-    } else if (const std::vector<Slot>& values = parameter_values(argument); !values.empty()) {
-      slot = values[variant % values.size()];
-      variant /= values.size();
-    } else {
-      argument.element->fill_random(slot.bytes, argument.element->parts, random, flavour);
+      if (argument.scan != 0) add_scanned_words(contents, argument, operands.slots[i].as<Scan>());
+    } else if (argument.role == Role::kConstant) {
+      argument.element->fill_random(operands.slots[i].bytes, argument.element->parts, random, flavour);
     }
-    operands.arrays.push_back(std::move(contents));
-    operands.slots.push_back(slot);
   }
   return operands;
 }
@@ -155,19 +222,24 @@ Call::Call(const Function& function, const Operands& operands, Placement placeme
       function_(function),
       operands_(operands),
       pointers_(function.arguments.size()),
+      garbage_(next_garbage()),
       is_shared_(function.arguments.size()) {
   for (size_t i = 0; i < pointers_.size(); ++i) {
     const Argument& argument = function.arguments[i];
     if (!argument.is_pointer()) continue;
     const Bytes& contents = operands.arrays[i];
     const GuardedMemory& memory = memory_of_argument(i);
-    const size_t alignment = function.alignment == Alignment::BYTE ? 1 : argument.element->alignment;
+    const bool is_anywhere = function.alignment == Alignment::BYTE || argument.strided;
+    const size_t alignment = is_anywhere ? 1 : argument.element->alignment;
     unsigned char* const array = pointers_[i] = place(memory, contents.size(), placement, alignment, i);
     std::fill(std::max(memory.begin(), array - kMarginBytes), array, kMargin);
     std::copy(contents.begin(), contents.end(), array);
     unsigned char* const end = array + contents.size();
     std::fill(end, std::min(memory.end(), end + kMarginBytes), kMargin);
-    slots[i] = Slot::of(array);
+    if (argument.role == Role::kHandle) std::fill(array, end, garbage_);
+    // Words ahead of the array take part.
+    const size_t ahead = argument.scan < 0 ? contents.size() - array_bytes(argument, function, operands) : 0;
+    slots[i] = Slot::of(array + ahead);
   }
 }
 
@@ -203,21 +275,59 @@ std::string Call::unexpected_writes(bool allow_results) const {
     }
     if (!std::all_of(end, std::min(memory.end(), end + kMarginBytes), is_margin))
       return "wrote behind " + argument.name;
-    if (!(allow_results && argument.is_written()) && !std::equal(array, end, operands_.arrays[i].begin()))
+    if (argument.role == Role::kHandle) {
+      const auto is_garbage = [this](unsigned char byte) { return byte == garbage_; };
+      if (!allow_results && !std::all_of(array, end, is_garbage)) return "changed " + argument.name;
+    } else if (!(allow_results && argument.is_written()) &&
+               !std::equal(array, end, operands_.arrays[i].begin())) {
       return "changed " + argument.name;
+    }
   }
   return {};
 }
 
-std::string difference(const ElementType& element, Results results, const Bytes& expected,
-                       const Bytes& actual) {
-  if (expected == actual) return {};
-  if (expected.size() != actual.size()) return "sizes differ";
+namespace {
+
+std::vector<uint64_t> sorted_bits(const ElementType& element, const Bytes& contents) {
+  std::vector<uint64_t> bits(contents.size() / element.bytes);
+  for (size_t i = 0; i < bits.size(); ++i) std::memcpy(&bits[i], &contents[i * element.bytes], element.bytes);
+  std::sort(bits.begin(), bits.end());
+  return bits;
+}
+
+bool has_nan(const ElementType& element, const Bytes& contents) {
+  for (size_t offset = 0; offset < contents.size(); offset += element.part_bytes()) {
+    if (element.is_nan(&contents[offset])) return true;
+  }
+  return false;
+}
+
+}  // namespace
+
+Bytes what_is_specified(const ElementType& element, Results results, Bytes contents) {
+  if (results == Results::SORTED && has_nan(element, contents)) return {};
+  for (size_t offset = 0; offset < contents.size(); offset += element.part_bytes()) {
+    if (results == Results::ANY_NAN && element.is_nan(&contents[offset])) {
+      std::memset(&contents[offset], 0xFF, element.part_bytes());
+    } else if (results == Results::SORTED && element.is_zero(&contents[offset])) {
+      std::memset(&contents[offset], 0, element.part_bytes());
+    }
+  }
+  return contents;
+}
+
+std::string difference(const ElementType& element, Results results, const Bytes& all_expected,
+                       const Bytes& all_actual) {
+  if (all_expected == all_actual) return {};
+  if (all_expected.size() != all_actual.size()) return "sizes differ";
+  if (results == Results::SORTED && sorted_bits(element, all_expected) != sorted_bits(element, all_actual)) {
+    return "not a permutation";
+  }
+  const Bytes expected = what_is_specified(element, results, all_expected),
+              actual = what_is_specified(element, results, all_actual);
   const size_t part_bytes = element.part_bytes();
   for (size_t offset = 0; offset < expected.size(); offset += part_bytes) {
     if (std::memcmp(&expected[offset], &actual[offset], part_bytes) == 0) continue;
-    if (results == Results::ANY_NAN && element.is_nan(&expected[offset]) && element.is_nan(&actual[offset]))
-      continue;
     std::ostringstream text;
     text << "element " << offset / element.bytes
          << (element.parts == 2 && offset % element.bytes != 0 ? ".im" : "");

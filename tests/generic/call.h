@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "generic/function_table.h"
+#include "generic/guarded_memory.h"
 
 namespace zivks_test {
 
@@ -19,8 +20,14 @@ struct Operands {
   std::vector<Slot> slots;
 };
 
-// Bytes that the array of `argument` takes in a call with `length` elements.
-size_t array_bytes(const Argument& argument, int32_t length);
+// Bytes that an array takes in a call with these operands.
+size_t array_bytes(const Argument& argument, const Function& function, const Operands& operands);
+
+// The value of the argument of that name.
+int32_t value_of(const char* name, const Function& function, const Operands& operands);
+
+// Where a function may scan the words next to an array: whether it gets there, and what it finds.
+enum class Scan : int32_t { kNone, kStopsAtOnce, kGoesOn };
 
 // A function's parameters (scale, kind, a bound, the length of a table ...) take several values each. This is
 // the number of their combinations, or of those that differ in more than the scale, which come first.
@@ -35,22 +42,6 @@ std::vector<int32_t> shape_lengths(const Function& function);
 // The places of arrays: aligned and far from other pages, directly before or behind a page whose access ends
 // the program, or as badly aligned as the function allows.
 enum class Placement { kRoomy, kBeforeGuard, kBehindGuard, kMisaligned };
-
-// Memory between two inaccessible pages.
-class GuardedMemory {
- public:
-  GuardedMemory();
-  ~GuardedMemory();
-  GuardedMemory(const GuardedMemory&) = delete;
-  GuardedMemory& operator=(const GuardedMemory&) = delete;
-  unsigned char* begin() const { return begin_; }
-  unsigned char* end() const { return begin_ + kCapacity; }
-
-  static constexpr size_t kCapacity = size_t{1} << 21;
-
- private:
-  unsigned char* begin_;
-};
 
 class Call {
  public:
@@ -71,10 +62,14 @@ class Call {
   const Function& function_;
   const Operands& operands_;
   std::vector<unsigned char*> pointers_;
+  unsigned char garbage_;  // in handles before the call, another one in each
   std::vector<bool> is_shared_;
 };
 
-// Describes the first difference; empty if there is none. If `results` allows it, any NaN equals any NaN.
+// The contents of a result with all that is not specified made alike.
+Bytes what_is_specified(const ElementType& element, Results results, Bytes contents);
+
+// Describes the first difference in what is specified; empty if there is none.
 std::string difference(const ElementType& element, Results results, const Bytes& expected,
                        const Bytes& actual);
 

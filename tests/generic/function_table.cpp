@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <map>
 #include <set>
 #include <sstream>
 #include <utility>
@@ -17,6 +18,13 @@ bool is_nan(const void* part) {
     return std::isnan(value);
   }
   return false;
+}
+
+template <class T>
+bool is_zero(const void* part) {
+  T value;
+  std::memcpy(&value, part, sizeof value);
+  return value == 0;
 }
 
 template <class T>
@@ -44,18 +52,32 @@ size_t count_decisive(bool exhaustive) {
 }
 
 template <class T>
+constexpr ZIVKDataType selector_of() {
+  if constexpr (std::is_same_v<T, uint8_t>) return ZIVK_DT_8U;
+  if constexpr (std::is_same_v<T, uint16_t>) return ZIVK_DT_16U;
+  if constexpr (std::is_same_v<T, int16_t>) return ZIVK_DT_16S;
+  if constexpr (std::is_same_v<T, uint32_t>) return ZIVK_DT_32U;
+  if constexpr (std::is_same_v<T, int32_t>) return ZIVK_DT_32S;
+  if constexpr (std::is_same_v<T, float>) return ZIVK_DT_32F;
+  if constexpr (std::is_same_v<T, uint64_t>) return ZIVK_DT_64U;
+  if constexpr (std::is_same_v<T, int64_t>) return ZIVK_DT_64S;
+  if constexpr (std::is_same_v<T, double>) return ZIVK_DT_64F;
+  return 0;
+}
+
+template <class T>
 constexpr bool kIsElement = std::is_arithmetic_v<PartOf<T>> && !std::is_same_v<T, char>;
 
 template <class T>
 constexpr ElementType kElementType = {
-    &typeid(T),        sizeof(T),      alignof(T),       ElementParts<T>::kCount,
-    is_nan<PartOf<T>>, fill_random<T>, fill_decisive<T>, count_decisive<T>};
+    &typeid(T),        sizeof(T),          alignof(T),     ElementParts<T>::kCount, selector_of<T>(),
+    is_nan<PartOf<T>>, is_zero<PartOf<T>>, fill_random<T>, fill_decisive<T>,        count_decisive<T>};
 
 const struct {
   Role role;
   std::set<std::string> names;
 } kNames[] = {{Role::kSource, {"src", "src1", "src2", "srcRe", "srcIm"}},
-              {Role::kDestination, {"dst", "dstRe", "dstIm", "dstIndx"}},
+              {Role::kDestination, {"dst", "dstRe", "dstIm", "dstIndx", "dstIdx", "dstVal"}},
               {Role::kSourceDestination, {"srcDst"}},
               {Role::kConstant, {"val"}},
               {Role::kLength, {"len"}},
@@ -65,7 +87,13 @@ const struct {
               {Role::kRoundMode, {"rndMode"}},
               {Role::kBound, {"lowerBound", "upperBound"}},
               {Role::kTable, {"table"}},
-              {Role::kTableLength, {"tableLen"}}};
+              {Role::kTableLength, {"tableLen"}},
+              {Role::kHandle, {"policy"}},
+              {Role::kDataType, {"dataType"}},
+              {Role::kStride, {"srcStride"}},
+              {Role::kOffset, {"offset"}},
+              {Role::kCount, {"k"}},
+              {Role::kMethod, {"method"}}};
 
 Role role_of(const std::string& name) {
   for (const auto& [role, names] : kNames) {
@@ -88,17 +116,23 @@ constexpr Parameter describe_parameter() {
                          std::is_pointer_v<T> && std::is_const_v<std::remove_pointer_t<T>>,
                          std::is_same_v<T, int32_t>, std::is_same_v<T, double>, nullptr};
   if constexpr (kIsElement<Pointed>) parameter.element = &kElementType<Pointed>;
+  // A handle is memory for elements of any type. Its address is as wide as the widest.
+  if constexpr (std::is_same_v<T, void*> || std::is_same_v<T, void**>) {
+    parameter.element = &kElementType<uint64_t>;
+  }
   return parameter;
 }
 
 // Whether the type in the declaration fits the role that the name gives.
 bool matches(const Argument& argument, const Parameter& parameter) {
   if (argument.is_pointer()) {
+    const bool is_constant = argument.role == Role::kSource || argument.role == Role::kTable;
     return parameter.is_pointer && argument.element != nullptr &&
-           parameter.is_pointer_to_constant != argument.is_written();
+           parameter.is_pointer_to_constant == is_constant;
   }
   for (Role integer :
-       {Role::kLength, Role::kKind, Role::kShift, Role::kRoundMode, Role::kBound, Role::kTableLength}) {
+       {Role::kLength, Role::kKind, Role::kShift, Role::kRoundMode, Role::kBound, Role::kTableLength,
+        Role::kDataType, Role::kStride, Role::kOffset, Role::kCount, Role::kMethod}) {
     if (argument.role == integer) return parameter.is_int32;
   }
   if (argument.role == Role::kScale) return parameter.is_double;
@@ -122,8 +156,19 @@ Argument describe_argument(std::string text, const Parameter& parameter, std::st
       argument.least = 3;
     } else if (word == "unsigned" && argument.role == Role::kLength) {
       argument.is_unsigned = true;
-    } else if (word == "unchecked" && argument.role == Role::kRoundMode) {
+    } else if (word == "unchecked" && (argument.role == Role::kRoundMode || argument.role == Role::kHandle)) {
       argument.is_unchecked = true;
+    } else if (word == "k" && argument.role == Role::kDestination) {
+      argument.counted = true;
+    } else if ((word == "strided" || word == "spans") && argument.role == Role::kSource) {
+      argument.strided = true;
+      argument.spans = word == "spans";
+    } else if ((word == "scansBehind" || word == "scansAhead") && argument.is_array()) {
+      argument.scan = word == "scansBehind" ? 1 : -1;
+    } else if (word == "new" && argument.role == Role::kHandle) {
+      argument.role = Role::kNewHandle;
+    } else if (word.rfind("ZIVKS_", 0) == 0 && argument.role == Role::kHandle) {
+      argument.init = word;
     } else {
       fault = "the word " + word + " does not fit " + argument.name;
     }
@@ -203,6 +248,11 @@ const Function* Function::out_of_place_twin() const {
   return nullptr;
 }
 
+bool Function::has(Role role) const {
+  return std::any_of(arguments.begin(), arguments.end(),
+                     [role](const Argument& argument) { return argument.role == role; });
+}
+
 int32_t Function::least_length() const {
   int32_t least = 1;
   for (const Argument& argument : arguments) least = std::max(least, argument.least);
@@ -241,10 +291,13 @@ std::vector<const Function*> array_functions() {
 }
 
 const Function* find_function(const std::string& name) {
-  for (const Function& function : all_functions()) {
-    if (function.name == name) return &function;
-  }
-  return nullptr;
+  static const std::map<std::string, const Function*> functions = [] {
+    std::map<std::string, const Function*> by_name;
+    for (const Function& function : all_functions()) by_name[function.name] = &function;
+    return by_name;
+  }();
+  const auto found = functions.find(name);
+  return found == functions.end() ? nullptr : found->second;
 }
 
 std::ostream& operator<<(std::ostream& out, const Function* function) { return out << function->name; }

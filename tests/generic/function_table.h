@@ -19,13 +19,15 @@ namespace zivks_test {
 // The words of the table's columns.
 enum class Alignment { BYTE, ELEMENT };
 enum class Overlap { NONE, SAME_WIDTH, ANY };
-enum class Results { BITS, ANY_NAN };
+enum class Results { BITS, ANY_NAN, SORTED };
 
 struct ElementType {
   const std::type_info* type;
   size_t bytes, alignment;
-  size_t parts;  // 2 for complex numbers
+  size_t parts;           // 2 for complex numbers
+  ZIVKDataType selector;  // 0 if the type has none
   bool (*is_nan)(const void* part);
+  bool (*is_zero)(const void* part);
   void (*fill_random)(void* destination, size_t parts, Random& random, Flavour flavour);
   // Walks through the decisive values again and again, `period` elements with each.
   void (*fill_decisive)(void* destination, size_t elements, size_t period, bool exhaustive);
@@ -48,6 +50,13 @@ enum class Role {
   kBound,
   kTable,
   kTableLength,
+  kHandle,
+  kNewHandle,
+  kDataType,
+  kStride,
+  kOffset,
+  kCount,
+  kMethod,
   kOther
 };
 
@@ -58,14 +67,23 @@ struct Argument {
   size_t packed = 1;           // what is pointed to, this many times, makes up an element of an array
   int32_t least = 1;           // of a length
   bool nullable = false, is_unsigned = false, is_unchecked = false;
+  bool counted = false;                 // of an array: it has `k` elements
+  bool strided = false, spans = false;  // of a source: its elements stand `srcStride` bytes apart
+  int scan = 0;                         // of an array: words behind it (1) or ahead of it (-1) take part
+  std::string init;  // of a handle: the function that makes it; a handle without has no bytes
 
   bool is_array() const {
     return role == Role::kSource || role == Role::kDestination || role == Role::kSourceDestination;
   }
   size_t array_element_bytes() const { return packed * element->bytes; }
-  bool is_pointer() const { return is_array() || role == Role::kResult || role == Role::kTable; }
+  bool is_pointer() const {
+    return is_array() || role == Role::kResult || role == Role::kTable || role == Role::kHandle ||
+           role == Role::kNewHandle;
+  }
   bool is_read() const { return role == Role::kSource || role == Role::kSourceDestination; }
-  bool is_written() const { return is_pointer() && role != Role::kSource && role != Role::kTable; }
+  bool is_written() const {  // with results
+    return is_pointer() && role != Role::kSource && role != Role::kTable && role != Role::kHandle;
+  }
   bool is_input_value() const {
     return role == Role::kConstant || role == Role::kScale || role == Role::kKind || role == Role::kShift ||
            role == Role::kRoundMode || role == Role::kBound;
@@ -104,6 +122,7 @@ struct Function {
   mutable size_t calls = 0;
 
   bool returns_status() const { return family != "Memory"; }
+  bool has(Role role) const;
   int32_t least_length() const;
   // The out-of-place form of an `_I` or `_IS` form, which gives the same result; null if there is none.
   const Function* out_of_place_twin() const;

@@ -19,14 +19,6 @@ class Digest {
   uint64_t value_ = 0xCBF29CE484222325;
 };
 
-// The sign and payload of a NaN that arithmetic made depend on the processor.
-void forget_nan_bits(const ElementType& element, Bytes& contents) {
-  for (size_t offset = 0; offset < contents.size(); offset += element.part_bytes()) {
-    if (!element.is_nan(&contents[offset])) continue;
-    std::memset(&contents[offset], 0xFF, element.part_bytes());
-  }
-}
-
 bool digest_function(const Function& function, Digest& digest) {
   for (int32_t length : shape_lengths(function)) {
     for (size_t variant = 0; variant < count_variants(function); ++variant) {
@@ -36,9 +28,8 @@ bool digest_function(const Function& function, Digest& digest) {
         if (call.invoke() != ZIVK_STS_NO_ERR) return false;
         for (size_t i = 0; i < function.arguments.size(); ++i) {
           const Argument& argument = function.arguments[i];
-          if (!argument.is_written()) continue;
-          Bytes contents = call.array(i);
-          if (function.results == Results::ANY_NAN) forget_nan_bits(*argument.element, contents);
+          if (!argument.is_written() || argument.role == Role::kNewHandle) continue;
+          const Bytes contents = what_is_specified(*argument.element, function.results, call.array(i));
           digest.add(contents.data(), contents.size());
         }
       }

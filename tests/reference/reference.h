@@ -31,7 +31,9 @@ References scaled_arithmetic_references();
 References conversion_references();
 References extremes_references();
 References comparison_references();
+References comparison_sort_references();
 References zero_crossing_references();
+References radix_sort_references();
 
 // An element of three bytes.
 struct PackedSample {
@@ -84,7 +86,7 @@ class Outputs {
     arrays_.resize(function.arguments.size());
     for (size_t i = 0; i < arrays_.size(); ++i) {
       if (!function.arguments[i].is_written()) continue;
-      arrays_[i].resize(operands.arrays[i].size());
+      arrays_[i] = operands.arrays[i];
       written_.push_back(i);
     }
   }

@@ -1,0 +1,173 @@
+// Sorting keys of 8 and 16 bits by counting.
+//
+// A key's rank is its place in the order of all keys that its type can have, so that both directions and
+// signed keys differ in nothing but an exclusive or: the rank of an ascending uint16_t is the key itself,
+// that of a descending one its complement, and signed keys have their sign bit turned in addition.
+#ifndef ZIVKS_SORT_COUNTING_H
+#define ZIVKS_SORT_COUNTING_H
+
+#include <zivks/types.h>
+
+#include <limits>
+
+#include "core/vector/register.h"
+
+namespace zivks {
+
+enum class Direction { kAscend, kDescend };
+
+// What turns a key into its rank, and back.
+template <class T, Direction direction>
+inline constexpr auto kRankMask =
+    static_cast<UnsignedOf<sizeof(T)>>((direction == Direction::kDescend ? ~UnsignedOf<sizeof(T)>{0} : 0) ^
+                                       static_cast<UnsignedOf<sizeof(T)>>(std::numeric_limits<T>::min()));
+
+template <class T, Direction direction>
+ZIVKS_INLINE uint32_t rank_of(T key) {
+  return static_cast<UnsignedOf<sizeof(T)>>(static_cast<UnsignedOf<sizeof(T)>>(key) ^
+                                            kRankMask<T, direction>);
+}
+template <class T, Direction direction>
+ZIVKS_INLINE T key_of(uint32_t rank) {
+  return static_cast<T>(rank ^ kRankMask<T, direction>);
+}
+
+// Fills an array with runs of equal elements, one behind the other. A run is written in whole registers: what
+// the last of them writes beyond the run belongs to runs that are still to come.
+template <class T>
+class RunWriter {
+ public:
+  RunWriter(T* array, size_t len) : to_(array), end_(array + len) {}
+
+  ZIVKS_INLINE void write(T value, size_t count) {
+    constexpr size_t N = kRegisterElements<T>;
+    T* const run_end = to_ + count;
+    const Register<T> values = broadcast(value);
+    T* to = to_;
+    if (static_cast<size_t>(end_ - run_end) >= N) {
+      store(to, values);  // also for an empty run: a branch less
+      for (to += N; to < run_end; to += N) store(to, values);
+    } else {
+      for (; static_cast<size_t>(run_end - to) >= N; to += N) store(to, values);
+      for (; to < run_end; ++to) *to = value;
+    }
+    to_ = run_end;
+  }
+
+ private:
+  T *to_, *end_;
+};
+
+// Keys of 8 bits. Neighbours are counted in tables of their own: a counter that is raised twice in a row
+// would have to wait for the first store each time, and equal neighbours are common. Uses 4 KiB of stack.
+template <Direction direction>
+void sort_by_counting(uint8_t* keys, size_t len) {
+  constexpr size_t kTables = 4, kValues = 256;
+  uint32_t counts[kTables][kValues] = {};
+  size_t i = 0;
+  for (; i + 8 <= len; i += 8) {
+    const auto eight = read<uint64_t>(keys + i);
+    for (size_t k = 0; k < 8; ++k) ++counts[k % kTables][eight >> (8 * k) & 0xFF];
+  }
+  for (; i < len; ++i) ++counts[0][keys[i]];
+
+  RunWriter<uint8_t> runs(keys, len);
+  for (uint32_t rank = 0; rank < kValues; ++rank) {
+    const auto value = key_of<uint8_t, direction>(rank);
+    runs.write(value, counts[0][value] + counts[1][value] + counts[2][value] + counts[3][value]);
+  }
+}
+
+// A counter for each key of 16 bits.
+inline constexpr int32_t kCountersOf16Bits = 65536;
+
+// One counter for each rank. The table stays in the second level of the caches, and clearing and walking it
+// takes as long as some ten thousand keys do: for long arrays.
+template <class T, Direction direction>
+void sort_by_counters(T* keys, size_t len, int32_t* counters) {
+  std::memset(counters, 0, kCountersOf16Bits * sizeof *counters);
+  constexpr size_t kTurn = sizeof(uint64_t) / sizeof(T);
+  size_t i = 0;
+  for (; i + kTurn <= len; i += kTurn) {
+    const auto four = read<uint64_t>(keys + i);
+    if (four == (four << 16 | four >> 48)) {  // all the same: one store for what would wait for three
+      counters[rank_of<T, direction>(keys[i])] += static_cast<int32_t>(kTurn);
+    } else {
+      for (size_t k = 0; k < kTurn; ++k) ++counters[rank_of<T, direction>(keys[i + k])];
+    }
+  }
+  for (; i < len; ++i) ++counters[rank_of<T, direction>(keys[i])];
+
+  RunWriter<T> runs(keys, len);
+  for (uint32_t rank = 0; rank < kCountersOf16Bits; ++rank) {
+    runs.write(key_of<T, direction>(rank), static_cast<size_t>(counters[rank]));
+  }
+}
+
+// Where the next key with each of 256 digits goes, counted from the first and from the last one.
+struct DigitBounds {
+  uint32_t next[256], end[256];
+
+  // From the counts of the digits, which stand in both.
+  void set_bounds() {
+    uint32_t start = 0;
+    for (size_t digit = 0; digit < 256; ++digit) {
+      const uint32_t count = next[digit] + end[digit];
+      next[digit] = start;
+      end[digit] = start += count;
+    }
+  }
+
+  // Moves the keys to where their digits belong, and keeps the order of those that share one. The walk comes
+  // from both ends, so that keys with one digit don't all wait for one counter.
+  template <class T, class Digit>
+  ZIVKS_INLINE void scatter(const T* from, size_t len, T* to, Digit digit) {
+    const T *first = from, *last = from + len;
+    for (size_t pairs = len / 2; pairs > 0; --pairs) {
+      const T upward = *first++, downward = *--last;
+      to[next[digit(upward)]++] = upward;
+      to[--end[digit(downward)]] = downward;
+    }
+    if (first < last) to[next[digit(*first)]] = *first;
+  }
+};
+
+// By the lower and then by the upper byte, through a copy of the keys: for arrays that are short beside the
+// table of counters. Uses 4 KiB of stack.
+template <class T, Direction direction>
+void sort_by_digits(T* keys, size_t len, T* scratch) {
+  const auto low = [](T key) { return rank_of<T, direction>(key) & 0xFF; };
+  const auto high = [](T key) { return rank_of<T, direction>(key) >> 8; };
+
+  DigitBounds lows = {}, highs = {};
+  size_t i = 0;
+  for (; i + 2 <= len; i += 2) {
+    ++lows.next[low(keys[i])];
+    ++highs.next[high(keys[i])];
+    ++lows.end[low(keys[i + 1])];
+    ++highs.end[high(keys[i + 1])];
+  }
+  if (i < len) {
+    ++lows.next[low(keys[i])];
+    ++highs.next[high(keys[i])];
+  }
+  lows.set_bounds();
+  highs.set_bounds();
+  lows.scatter(keys, len, scratch, low);
+  highs.scatter(scratch, len, keys, high);
+}
+
+// Keys of 16 bits. `memory` holds kCountersOf16Bits integers.
+template <class T, Direction direction>
+void sort_by_counting(T* keys, size_t len, int32_t* memory) {
+  static_assert(sizeof(T) == sizeof(uint16_t));
+  if (len < kCountersOf16Bits) {
+    sort_by_digits<T, direction>(keys, len, static_cast<T*>(static_cast<void*>(memory)));
+  } else {
+    sort_by_counters<T, direction>(keys, len, memory);
+  }
+}
+
+}  // namespace zivks
+
+#endif
