@@ -21,7 +21,7 @@ int compare(const void* first, const void* second) {
 template <bool ascending>
 struct Qsort {
   template <class T>
-  void operator()(T* srcDst, int32_t len) const {
+  PLAIN_LOOP void operator()(T* srcDst, int32_t len) const {
     std::qsort(srcDst, static_cast<std::size_t>(len), sizeof(T), compare<T, ascending>);
   }
 };
@@ -29,7 +29,7 @@ struct Qsort {
 template <bool ascending>
 struct CountingSort {
   template <class T>
-  void operator()(T* srcDst, int32_t len) const {
+  PLAIN_LOOP void operator()(T* srcDst, int32_t len) const {
     constexpr int kLeast = std::numeric_limits<T>::min(), kValues = 1 << (8 * sizeof(T));
     std::vector<int32_t> counts(kValues);
     for (int32_t i = 0; i < len; ++i) ++counts[static_cast<std::size_t>(srcDst[i] - kLeast)];
@@ -44,7 +44,7 @@ struct CountingSort {
 template <bool ascending>
 struct QuicksortWithPositions {
   template <class T>
-  void operator()(T* keys, int32_t* positions, int32_t len) const {
+  PLAIN_LOOP void operator()(T* keys, int32_t* positions, int32_t len) const {
     std::iota(positions, positions + len, 0);
     std::srand(static_cast<unsigned>(std::time(nullptr)));
     sort(keys, positions, 0, len - 1);
@@ -79,8 +79,8 @@ struct QuicksortWithPositions {
 // among the largest are sorted in four passes. Keys are finite and side by side.
 struct RadixSelection {
   template <class T>
-  void operator()(const T* src, int32_t offset, int32_t, int32_t len, T* dstVal, int32_t* dstIdx, int32_t k,
-                  int32_t, void* policy) const {
+  PLAIN_LOOP void operator()(const T* src, int32_t offset, int32_t, int32_t len, T* dstVal, int32_t* dstIdx,
+                             int32_t k, int32_t, void* policy) const {
     const auto count = static_cast<std::size_t>(len), wanted = std::min(count, static_cast<std::size_t>(k));
     Column from = {static_cast<uint32_t*>(policy), static_cast<uint32_t*>(policy) + count};
     Column to = {from.positions + count, from.positions + 2 * count};
