@@ -28,6 +28,9 @@ inline constexpr Requirement kNanWatching = {"NaN-watching", 2.0, 1.6,   6, 0.5,
 inline constexpr Requirement kPosition    = {"position",     3.0, 2.0,  10, 0.5,  180};
 inline constexpr Requirement kSearch      = {"search",       2.0, 1.1, 250, 1.0, 2400};  // one for each element
 inline constexpr Requirement kRadixSort   = {"radix sort",   1.0, 0,     0, 1.0,    0};  // against its textbook form
+inline constexpr Requirement kSort        = {"sorting",      1.0, 1.1,   0, 1.0,    0};
+inline constexpr Requirement kLibrarySort = {"library sort", 0.9, 1.1,   0, 1.1,    0};  // steps are prescribed
+inline constexpr Requirement kSelection   = {"selection",    1.0, 1.1,   0, 1.0,    0};
 inline constexpr Requirement kPeer        = {"peer",         1.0, 1.1,   0, 0,      0};
 // clang-format on
 

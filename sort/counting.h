@@ -67,6 +67,7 @@ void sort_by_counting(uint8_t* keys, size_t len) {
   size_t i = 0;
   for (; i + 8 <= len; i += 8) {
     const auto eight = read<uint64_t>(keys + i);
+#pragma GCC unroll 8
     for (size_t k = 0; k < 8; ++k) ++counts[k % kTables][eight >> (8 * k) & 0xFF];
   }
   for (; i < len; ++i) ++counts[0][keys[i]];
@@ -98,9 +99,13 @@ void sort_by_counters(T* keys, size_t len, int32_t* counters) {
   }
   for (; i < len; ++i) ++counters[rank_of<T, direction>(keys[i])];
 
+  constexpr uint32_t N = kRegisterElements<int32_t>;
   RunWriter<T> runs(keys, len);
-  for (uint32_t rank = 0; rank < kCountersOf16Bits; ++rank) {
-    runs.write(key_of<T, direction>(rank), static_cast<size_t>(counters[rank]));
+  for (uint32_t first = 0; first < kCountersOf16Bits; first += N) {
+    if (!any_true(load(counters + first) != 0)) continue;
+    for (uint32_t rank = first; rank < first + N; ++rank) {
+      runs.write(key_of<T, direction>(rank), static_cast<size_t>(counters[rank]));
+    }
   }
 }
 

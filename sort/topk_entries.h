@@ -53,13 +53,24 @@ struct Rank<float> {
 struct KeyRange {
   uint32_t least, greatest;
 
+  // Every other lane of a register holds keys. There must be an entry.
   static KeyRange of(const Entry* entries, size_t count) {
-    uint64_t least = UINT64_MAX, greatest = 0;
-    for (size_t i = 0; i < count; ++i) {
-      least = std::min(least, entries[i]);
-      greatest = std::max(greatest, entries[i]);
+    constexpr size_t N = kRegisterElements<Entry>;
+    if (count < N) return of_few(entries, count);
+    U32 least = U32(load(entries)), greatest = least;
+    for (size_t i = N; i < count; i += N) {  // some at the end are met twice
+      const U32 next = U32(load(entries + std::min(i, count - N)));
+      least = minimum(least, next);
+      greatest = maximum(greatest, next);
     }
-    return {bits_of(least), bits_of(greatest)};
+    const U32 positions = U32(broadcast(uint64_t{0xFFFFFFFF}));
+    return {reduce_minimum(least | positions), reduce_maximum(greatest & ~positions)};
+  }
+
+ private:
+  static KeyRange of_few(const Entry* entries, size_t count) {
+    const auto [least, greatest] = std::minmax_element(entries, entries + count);
+    return {bits_of(*least), bits_of(*greatest)};
   }
 };
 
@@ -77,7 +88,7 @@ struct Candidates {
   // what lies below its part, and goes on with that part.
   uint32_t narrow(KeyRange range, size_t wanted, size_t most) {
     constexpr uint32_t kDigitBits = 10, kDigits = 1 << kDigitBits;
-    uint32_t least = range.least, width = range.greatest - range.least, limit = least;
+    uint32_t least = range.least, width = range.greatest - range.least;
     while (count > most) {
       const uint32_t width_bits = 32 - static_cast<uint32_t>(__builtin_clz(width | 1));
       const uint32_t shift = width_bits > kDigitBits ? width_bits - kDigitBits : 0;
@@ -91,13 +102,12 @@ struct Candidates {
       least += part << shift;
       if (shift == 0) {
         keep_from(least, wanted);
-        return least;
+        break;
       }
       keep_rest(0, 0, least);
-      limit = least - 1;
       width = (1U << shift) - 1;
     }
-    return limit;
+    return least;
   }
 
   // Drops entries that are not among the `wanted` greatest, or most of them.

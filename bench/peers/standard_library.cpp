@@ -1,6 +1,9 @@
 #include <algorithm>
 #include <cstring>
+#include <numeric>
+#include <vector>
 
+#include "bench/keys.h"
 #include "bench/peers/peers.h"
 
 namespace bench {
@@ -77,9 +80,44 @@ struct LowerBoundEach {
   }
 };
 
+struct StdSort {
+  template <class T>
+  void operator()(T* srcDst, int32_t len) const {
+    std::sort(srcDst, srcDst + len);
+  }
+};
+
+// An array of positions is sorted, and the keys are brought into that order.
+struct StdStableSort {
+  template <class T>
+  void operator()(T* srcDst, int32_t* positions, int32_t len) const {
+    std::iota(positions, positions + len, 0);
+    std::stable_sort(positions, positions + len, [=](int32_t a, int32_t b) { return srcDst[a] < srcDst[b]; });
+    const std::vector<T> keys(srcDst, srcDst + len);
+    for (int32_t i = 0; i < len; ++i) srcDst[i] = keys[static_cast<std::size_t>(positions[i])];
+  }
+};
+
+struct StdPartialSort {
+  template <class T>
+  void operator()(const T* src, int32_t offset, int32_t, int32_t len, T* values, int32_t* indices, int32_t k,
+                  int32_t, void* work) const {
+    auto* const positions = static_cast<int32_t*>(work);
+    std::iota(positions, positions + len, 0);
+    std::partial_sort(positions, positions + k, positions + len,
+                      [=](int32_t a, int32_t b) { return src[a] > src[b] || (src[a] == src[b] && a < b); });
+    for (int32_t i = 0; i < k; ++i) {
+      values[i] = src[positions[i]];
+      indices[i] = positions[i] + offset;
+    }
+  }
+};
+
 constexpr char kNoNanRule[] = "depends on where a NaN stands";
 
 }  // namespace
+
+#define KEYS(T) .filled_by(random_keys<T>).prepared_by(copy_source<T>).at(64 << 10)
 
 std::vector<Row> standard_library_rows() {
   return {
@@ -103,6 +141,17 @@ std::vector<Row> standard_library_rows() {
       ROW(ZIVKS_FindNearest_16u, kPeer, LowerBoundEach, kSrc, kDst, kDstIndx, kLen, kTable<1024>,
           kNumber<1024>)
           .with("std::lower_bound"),
+      ROW(ZIVKS_SortAscend_8u_I, kPeer, StdSort, kSrcDst, kLen) KEYS(uint8_t).with("std::sort"),
+      ROW(ZIVKS_SortAscend_16u_I, kPeer, StdSort, kSrcDst, kLen) KEYS(uint16_t).with("std::sort"),
+      ROW(ZIVKS_SortAscend_32s_I, kPeer, StdSort, kSrcDst, kLen) KEYS(int32_t).with("std::sort"),
+      ROW(ZIVKS_SortIndexAscend_32s_I, kPeer, StdStableSort, kSrcDst, kDstIndx, kLen) KEYS(int32_t)
+          .with("std::stable_sort")
+          .but("keeps the order of equal keys"),
+      ROW(ZIVKS_TopK_32s, kPeer, StdPartialSort, kSrc, kNumber<0>, kNumber<4>, kLen, kDst, kDstIndx,
+          kNumber<1000>, kNumber<2>, kWork)
+          .with("std::partial_sort")
+          .filled_by(random_keys<int32_t>)
+          .at(1 << 20),
   };
 }
 
