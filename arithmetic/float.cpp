@@ -26,7 +26,7 @@ template <size_t prefetch_distance = 0, class T, class Kernel>
 ZIVKStatus combine_constant(const T* src, T val, T* dst, int32_t len, Kernel kernel) {
   if (ZIVKStatus status = check_arrays(len, src, dst)) return status;
   return map(parts_of(dst), count_parts<T>(len), kernel, prefetched<prefetch_distance>(parts_of(src)),
-             Repeated<Part<T>>{repeat_parts(val)});
+             repeated(val));
 }
 
 }  // namespace

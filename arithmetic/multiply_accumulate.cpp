@@ -128,7 +128,7 @@ struct AddProduct16s {
     };
   }
   static auto multiplied(double multiplier) {
-    return [m = broadcast(static_cast<float>(multiplier))](I16 a, I16 b, I16 c) {
+    return [m = broadcast(multiplier_in<float>(multiplier))](I16 a, I16 b, I16 c) {
       const auto [first, second] = multiply_add_apart(a, b, c);
       return join_saturating({round_unclamped<ZIVK_RND_NEAR>(convert_part<float, 0>(first) * m),
                               round_unclamped<ZIVK_RND_NEAR>(convert_part<float, 0>(second) * m)});

@@ -75,8 +75,8 @@ template <size_t distance, class T>
 Array<T, kHintDistance<distance>, Prefetch::kWrite> hinted(Array<T> array) {
   return {array.data};
 }
-template <size_t, class T>
-Repeated<T> hinted(Repeated<T> constant) {
+template <size_t, class T, size_t group>
+Repeated<T, group> hinted(Repeated<T, group> constant) {
   return constant;
 }
 
@@ -126,9 +126,9 @@ template <class T>
 auto elements_of(Array<const T> array) {
   return [=](size_t i) -> int64_t { return array.data[i]; };
 }
-template <class T>
-auto elements_of(Repeated<T> constant) {
-  return [=](size_t i) -> int64_t { return constant.pattern[i % 2]; };
+template <class T, size_t group>
+auto elements_of(Repeated<T, group> constant) {
+  return [=](size_t i) -> int64_t { return constant.pattern[i % group]; };
 }
 
 // Checks the scale, which decides on the path, and takes it. Complex elements have become their parts here.
@@ -180,16 +180,14 @@ template <class Operation, class LongShift, class Hints = Hints<>, class T>
 ZIVKStatus combine_constant(const T* src, T val, T* dst, int32_t len, double scale) {
   if (ZIVKStatus status = check_arrays(len, src, dst)) return status;
   return scale_operands<Operation, LongShiftOfParts<LongShift, T>, Hints>(
-      as_operand(parts_of(dst)), count_parts<T>(len), scale, as_operand(parts_of(src)),
-      Repeated<Part<T>>{repeat_parts(val)});
+      as_operand(parts_of(dst)), count_parts<T>(len), scale, as_operand(parts_of(src)), repeated(val));
 }
 
 template <class LongShift, class Hints = Hints<>, class T>
 ZIVKStatus subtract_from_constant(const T* src, T val, T* dst, int32_t len, double scale) {
   if (ZIVKStatus status = check_arrays(len, src, dst)) return status;
   return scale_operands<Difference, LongShiftOfParts<LongShift, T>, Hints>(
-      as_operand(parts_of(dst)), count_parts<T>(len), scale, Repeated<Part<T>>{repeat_parts(val)},
-      as_operand(parts_of(src)));
+      as_operand(parts_of(dst)), count_parts<T>(len), scale, repeated(val), as_operand(parts_of(src)));
 }
 
 }  // namespace zivks

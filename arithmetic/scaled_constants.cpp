@@ -6,7 +6,7 @@
 
 using namespace zivks;
 
-// From a scale of 512 on the sum counts for nothing, though up to 510 / 512 would round to 1.
+// From a scale of 512 on results are 0, although a sum above 256 would round to 1 at 512.
 ZIVKStatus ZIVKS_AddC_8u_S(const uint8_t* src, uint8_t val, uint8_t* dst, int32_t len, double scale) {
   constexpr int kLargestShift = 8;
   if (ZIVKStatus status = check_arrays(len, src, dst)) return status;

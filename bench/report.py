@@ -219,7 +219,7 @@ def peer_table(measured):
     heads = ["library", "routines"]
     for processor in measured:
         heads += [f"{processor}: worst", "median", "best"]
-    return table([*heads, "faster than"], rows)
+    return table([*heads, "this library is slower in"], rows)
 
 
 def draw(measured):

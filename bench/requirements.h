@@ -7,9 +7,9 @@ namespace bench {
 struct Requirement {
   const char* name;
   double speedup;  // x86-64: how many times as fast as the plain loop on cache-resident arrays
-  double
-      memory_share;  // x86-64, memory-bound: of the time of the plain loop or of a memcpy of the same bytes
-  double short_ns;   // x86-64: what the worst call of 1 to 16 elements takes above the cheapest call
+  // x86-64, memory-bound: of the time of the plain loop or of a memcpy of the same bytes
+  double memory_share;
+  double short_ns;         // x86-64: what the worst call of 1 to 16 elements takes above the cheapest call
   double element_share;    // Arm: instructions an element, as a share of the plain loop's
   int short_instructions;  // Arm: what the worst call of 1 to 16 elements takes
 };

@@ -27,7 +27,7 @@ ZIVKStatus convert_rounded(const F* src, T* dst, int32_t len, ZIVKRoundMode rndM
     if constexpr (at_one == AtOne::kOnlyRounds) {
       if (multiplier == 1) return map_rounded<mode, B>(dst, count, unchanged, src);
     }
-    const auto multiply = [m = static_cast<F>(multiplier)](auto a) { return times(a, m); };
+    const auto multiply = [m = multiplier_in<F>(multiplier)](auto a) { return times(a, m); };
     map_rounded<mode, B>(dst, count, multiply, src);
   });
   return ZIVK_STS_NO_ERR;

@@ -61,10 +61,11 @@ ZIVKStatus pack_rounded(Source src, uint8_t* dst, int32_t len, double scale) {
   if (ZIVKStatus status = check_arrays(len, src, dst)) return status;
   const double multiplier = scale_multiplier(scale);
   if (multiplier != multiplier) return ZIVK_STS_SCALE_ERR;
-  with_rounding_mode_of_floats(ZIVK_RND_NEAR, [=, m = broadcast(static_cast<float>(multiplier))](auto mode) {
-    pack<T>(src, dst, static_cast<size_t>(len),
-            [m](F32 x) { return round_to_triples<T, decltype(mode)::value>(x * m); });
-  });
+  with_rounding_mode_of_floats(
+      ZIVK_RND_NEAR, [=, m = broadcast(multiplier_in<float>(multiplier))](auto mode) {
+        pack<T>(src, dst, static_cast<size_t>(len),
+                [m](F32 x) { return round_to_triples<T, decltype(mode)::value>(x * m); });
+      });
   return ZIVK_STS_NO_ERR;
 }
 

@@ -16,9 +16,10 @@ namespace zivks {
 // To the nearest T, ties to even, clamped at T's bounds; NaN gives 0. The bounds are met before the
 // rounding, which gives the same as after it, since they are whole numbers.
 //
-// A value that is no tie is rounded by adding one half and truncating, in float64. That takes
-// 0.49999999999999994 up to 1, and odd numbers of 53 bits to the even neighbour away from zero: it is how
-// tails are required to differ from blocks, which round these as they should be.
+// Tails are required to differ from blocks, which round as they should. The result of a tail is that of adding
+// one half and truncating, in float64 and to nearest, but for ties. That takes 0.49999999999999994 up to 1, and
+// odd numbers of 53 bits to the even neighbour away from zero. It is stated here by operations that are exact, so
+// that it is the same in every rounding mode of the processor.
 template <class T>
 ZIVKS_INLINE T round_nearest_in_tail(double value) {
   using Limits = std::numeric_limits<T>;
@@ -33,10 +34,13 @@ ZIVKS_INLINE T round_nearest_in_tail(double value) {
     value = value > low ? value : low;
     value = value < high ? value : high;
   }
+  constexpr double kRoundsUpFrom = 0.49999999999999994;
   const double magnitude = std::fabs(value);
-  const int64_t rounded = static_cast<int64_t>(magnitude + 0.5);
-  const bool is_tie = magnitude - (static_cast<double>(rounded) - 1) == 0.5;
-  const int64_t nearest = rounded - (static_cast<int64_t>(is_tie) & rounded);
+  const int64_t whole = static_cast<int64_t>(magnitude);
+  const double rest = magnitude - static_cast<double>(whole);
+  int64_t rounded = whole + (rest >= kRoundsUpFrom);
+  if constexpr (sizeof(T) == sizeof(double)) rounded += (whole >> 52 == 1) & whole;  // of 53 bits and odd
+  const int64_t nearest = rounded - (static_cast<int64_t>(rest == 0.5) & rounded);
   return static_cast<T>(value < 0 ? -nearest : nearest);
 }
 

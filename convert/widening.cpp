@@ -22,7 +22,7 @@ ZIVKStatus map_scaled(const S* src, T* dst, int32_t len, double scale, Kernel ke
   if (ZIVKStatus status = check_arrays(len, src, dst)) return status;
   const double factor = scale_multiplier(scale);
   if (factor != factor) return ZIVK_STS_SCALE_ERR;
-  const auto multiplier = broadcast(static_cast<T>(factor));
+  const auto multiplier = broadcast(multiplier_in<T>(factor));
   return map(
       dst, static_cast<size_t>(len), [=](auto a) { return kernel(a) * multiplier; }, src);
 }

@@ -4,7 +4,7 @@
 
 #include <zivks/types.h>
 
-#include "core/vector/register.h"
+#include "core/operands.h"
 
 namespace zivks {
 
@@ -44,13 +44,13 @@ size_t count_parts(int32_t len) {
   return PartsOf<T>::kCount * static_cast<size_t>(len);
 }
 
-// A register with an element's parts in turn.
+// A constant element, as its parts in turn.
 template <class T>
-Register<Part<T>> repeat_parts(T element) {
+Repeated<Part<T>, PartsOf<T>::kCount> repeated(T element) {
   if constexpr (PartsOf<T>::kCount == 1) {
-    return broadcast(element);
+    return {broadcast(element)};
   } else {
-    return interleave(broadcast(element.re), broadcast(element.im)).first;
+    return {interleave(broadcast(element.re), broadcast(element.im)).first};
   }
 }
 

@@ -21,9 +21,8 @@ inline constexpr auto unchanged = [](auto a) { return a; };
 
 // --- Element-wise functions ------------------------------------------------------------
 
-// Elements that one step of a kernel treats: they fill a register of the narrowest type. Where loads widen,
-// they fill one of the destination, since then sources that are narrower are loaded in just the pieces that
-// are wanted.
+// Elements that one step of a kernel treats: one register of the destination where loads widen, since a narrower
+// source then loads only what is wanted, and elsewhere one register of the narrowest type.
 template <class Destination, class... Sources>
 constexpr size_t step_elements() {
   constexpr size_t kDestination = sizeof(typename Destination::Element);
@@ -94,7 +93,8 @@ ZIVKS_INLINE void map_steps(std::index_sequence<Step...> steps, Destination dst,
   }
 }
 
-// The steps that cover elements i to last - 1, fewer than 2 * Steps; `last` needs a step of its own.
+// The steps that cover elements i to last - 1, fewer than 2 * Steps. The step that begins at `last` is done
+// elsewhere.
 template <size_t N, size_t Steps, class Destination, class Kernel, class... Sources>
 ZIVKS_INLINE void map_rest(Destination dst, size_t i, size_t last, const Kernel& kernel, Sources... src) {
   if (i + (Steps - 1) * N < last) {
@@ -104,13 +104,13 @@ ZIVKS_INLINE void map_rest(Destination dst, size_t i, size_t last, const Kernel&
   if constexpr (Steps > 1) map_rest<N, Steps / 2>(dst, i, last, kernel, src...);
 }
 
-// Loops that read more than they write gain from reading ahead in long arrays, others do not.
+// In long arrays loops whose every source has wider elements than the destination gain from reading ahead, others
+// do not.
 template <class Destination, class... Sources>
 inline constexpr bool kReadsAhead = kReadAheadBytes > 0 &&
                                     ((Sources::kElementBytes > Destination::kElementBytes) && ...);
 
-// An array from the beginning of a turn up to a last step, which is not done: as many whole turns as there are,
-// and the steps behind them.
+// Whole turns, then single steps, up to the last step, which map_array() stores.
 template <Walk walk, class Destination, class Kernel, class... Sources>
 ZIVKS_INLINE void map_turns(Destination dst, size_t len, const Kernel& kernel, Sources... src) {
   constexpr size_t N = step_elements<Destination, Sources...>();
@@ -165,7 +165,7 @@ ZIVKS_INLINE void map_array(Destination dst, size_t len, const Kernel& given_ker
   dst.template store<N>(len - N, last_result);
 }
 
-// A function of its own, since it has two callers.
+// Not inlined: it has two callers.
 template <class Destination, class Kernel, class... Sources>
 [[gnu::flatten, gnu::noinline]] ZIVKStatus map_in_caches(Destination dst, size_t len, const Kernel& kernel,
                                                          Sources... src) {
@@ -174,10 +174,11 @@ template <class Destination, class Kernel, class... Sources>
   return ZIVK_STS_NO_ERR;
 }
 
-// Streaming saves reading what is overwritten, but not where `dst` is read for its own sake.
+// An array for which reading ahead or streaming may pay. Streaming saves reading what is overwritten, but not where
+// `dst` is read for its own sake. (The loops wait for memory, so that it does no harm to compile them for size.)
 template <class Destination, class Kernel, class... Sources>
-[[gnu::cold, gnu::flatten, gnu::noinline]] ZIVKStatus map_past_caches(Destination dst, size_t len,
-                                                                      const Kernel& kernel, Sources... src) {
+[[gnu::cold, gnu::flatten, gnu::noinline]] ZIVKStatus map_long(Destination dst, size_t len,
+                                                               const Kernel& kernel, Sources... src) {
   if constexpr (kHasStreams && Destination::kCanAlign) {
     const bool in_place = ((src.memory() == dst.memory()) || ...);
     if (!in_place && dst.is_aligned(first_turn<Sources...>(dst)) &&
@@ -206,7 +207,7 @@ ZIVKS_INLINE ZIVKStatus map_operands(Destination dst, size_t len, const Kernel& 
     leave_registers();
     return ZIVK_STS_NO_ERR;
   }
-  if (is_past_caches(len * Destination::kElementBytes)) return map_past_caches(dst, len, kernel, src...);
+  if (reads_ahead(len * Destination::kElementBytes)) return map_long(dst, len, kernel, src...);
   return map_in_caches(dst, len, kernel, src...);
 }
 

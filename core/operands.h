@@ -143,9 +143,8 @@ struct ArrayOfPairs : Array<Pointed, distance, hint> {
   ZIVKS_INLINE ArrayOfPairs from(size_t i) const { return {Array<Pointed, distance, hint>::from(i)}; }
 };
 
-// An array of elements of three bytes, lowest byte first, of which a kernel sees 32-bit integers: in those
-// that it takes the upper byte is zero or, in signed ones, a copy of the sign; of those that it gives it is
-// dropped.
+// An array of elements of three bytes, lowest first, which kernels see as 32-bit integers. Loading extends them
+// with zeros or, to a signed type, with the sign; storing drops the upper byte.
 template <class Pointed, class Widened>
 struct PackedArray {
   using Element = uint8_t;  // so that a step is a whole number of kTriples
@@ -174,7 +173,7 @@ struct PackedArray {
     } else if constexpr (end % kTriples == 0) {
       set_registers<0>(value, load_registers<end>(bytes, kRegistersOf<end>), kRegistersOf<end>);
       set_registers<kParts<end>>(value, load_registers<end>(last, kRegistersOf<end>), kRegistersOf<end>);
-    } else {  // put together in memory
+    } else {  // on Arm only: put together in memory
       uint8_t both[3 * N] = {};
       std::memcpy(both, bytes, 3 * end);
       std::memcpy(both + 3 * end, last, 3 * end);
@@ -380,17 +379,17 @@ struct SplitArrays {
 
   const void* memory() const { return re.memory(); }
   ZIVKS_INLINE SplitArrays from(size_t i) const { return {re.from(i), im.from(i)}; }
-  // Those of one array, which the other may share or not.
+  // By the first array; the second may be aligned differently.
   ZIVKS_INLINE size_t elements_unaligned() const { return re.elements_unaligned(); }
   bool is_aligned(size_t i) const { return re.is_aligned(i) && im.is_aligned(i); }
 };
 
-// Not an array but a constant, which repeats for ever: one element, or a pattern of two. The arrays that a
-// pattern is used with are a whole number of patterns long.
-template <class T>
+// Not an array but a constant, which repeats for ever: one element, or a pattern of as many as `group`. The arrays
+// that a pattern is used with are a whole number of patterns long.
+template <class T, size_t group = 1>
 struct Repeated {
   using Element = T;
-  static constexpr size_t kStepRegisters = 1, kElementBytes = 0, kGroup = 2;
+  static constexpr size_t kStepRegisters = 1, kElementBytes = 0, kGroup = group;
 
   Register<T> pattern;
 
@@ -427,7 +426,7 @@ ZIVKS_INLINE Operand as_operand(Operand operand) {
   return operand;
 }
 
-// Without hints all distances are the same to the compiler.
+// Where there are no hints, one instance of a loop serves all distances.
 template <size_t distance>
 inline constexpr size_t kHintDistance = kPrefetches ? distance : 0;
 

@@ -38,10 +38,10 @@ inline constexpr size_t kReadAheadBytes = kPrefetches ? 0 : size_t{16} << 10;
 
 // From this size on an array is taken for one that the caches do not hold. It is read with hints at what
 // comes kReadAheadBytes later; in the caches they would cost a little.
-inline constexpr size_t kPastCachesFrom = size_t{1} << 20;
+inline constexpr size_t kReadAheadFrom = size_t{1} << 20;
 
-// Whether an array of so many bytes has ways of its own.
-ZIVKS_INLINE bool is_past_caches(size_t bytes) { return kReadAheadBytes > 0 && bytes >= kPastCachesFrom; }
+// Whether a loop over so many bytes reads ahead, if it is one that gains from that.
+ZIVKS_INLINE bool reads_ahead(size_t bytes) { return kReadAheadBytes > 0 && bytes >= kReadAheadFrom; }
 
 template <size_t bytes>
 ZIVKS_INLINE void read_ahead(const void* from) {

@@ -47,7 +47,7 @@ struct FourStates {
   ZIVKS_INLINE void turns(const T* src, size_t end, Step step) {
     constexpr size_t kTurn = kTurnRegisters * kRegisterElements<T>;
     size_t i = 0;
-    if (is_past_caches(end * sizeof(T))) {
+    if (reads_ahead(end * sizeof(T))) {
       for (; i < end; i += kTurn) {
         read_ahead<kTurn * sizeof(T)>(src + i);
         turn<distance>(src + i, step);
@@ -76,8 +76,8 @@ ZIVKS_INLINE State reduce_registers(const T* src, size_t len, State start, Step 
   return states.combined(combine);
 }
 
-// The same, beginning where the array is aligned to registers if that pays: for arrays so long that a step
-// more is nothing.
+// The same, beginning where the array is aligned to registers if that pays: for arrays so long that one
+// more step does not show.
 template <size_t distance = 0, class T, class State, class Step, class Combine>
 ZIVKS_INLINE State reduce_array(const T* src, size_t len, State start, Step step, Combine combine) {
   constexpr size_t kTurn = kTurnRegisters * kRegisterElements<T>;
@@ -90,14 +90,14 @@ ZIVKS_INLINE State reduce_array(const T* src, size_t len, State start, Step step
   return reduce_registers<distance>(src, len, start, step, combine);
 }
 
-// All elements of an array of at most 2 * C, and at least one, some of them repeatedly: 2 * C or a smaller
-// power of two in a register that they fill all over. C elements are at most half a register.
-template <size_t C, class T>
+// All elements of an array of at most 2 * end, and at least one, some of them repeatedly: its two ends, of `end`
+// elements or a smaller power of two, in a register that they fill all over. `end` is at most half a register.
+template <size_t end, class T>
 ZIVKS_INLINE Register<T> load_repeatedly(const T* src, size_t len) {
-  if (C == 1 || len > C) {
-    return Register<T>(repeat_bottom<2 * C * sizeof(T)>(load_two<C * sizeof(T)>(src, src + len - C)));
-  } else if constexpr (C > 1) {
-    return load_repeatedly<C / 2>(src, len);
+  if (end == 1 || len > end) {
+    return Register<T>(repeat_bottom<2 * end * sizeof(T)>(load_two<end * sizeof(T)>(src, src + len - end)));
+  } else if constexpr (end > 1) {
+    return load_repeatedly<end / 2>(src, len);
   }
 }
 

@@ -73,6 +73,16 @@ inline double scale_multiplier(double scale) {
   return read<double>(&multiplier);
 }
 
+// A multiplier in the precision of T: infinite or 0 beyond its range, in every rounding mode of the processor.
+template <class T>
+inline T multiplier_in(double multiplier) {
+  if constexpr (sizeof(T) == sizeof(float)) {
+    if (multiplier >= 0x1p128) return std::numeric_limits<T>::infinity();
+    if (multiplier < 0x1p-149) return 0;
+  }
+  return static_cast<T>(multiplier);
+}
+
 }  // namespace zivks
 
 #endif

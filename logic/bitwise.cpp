@@ -1,5 +1,4 @@
 // And, Or, Xor and Not.
-//
 #include <zivks/logic.h>
 
 #include "core/checks.h"

@@ -56,7 +56,7 @@ ZIVKStatus zero_16u(uint16_t* dst, int32_t len) {
   return ZIVK_STS_NO_ERR;
 }
 
-// In place a count of 0 touches nothing; the twin checks what is left to check.
+// In place a count of 0 returns at once; for others the twin checks the sign of the count.
 template <class T, class Twin>
 ZIVKStatus shift_in_place(int32_t shift, T* srcDst, int32_t len, Twin twin) {
   if (ZIVKStatus status = check_arrays(len, srcDst)) return status;

@@ -54,7 +54,7 @@ ZIVKStatus merge(const T* re, const T* im, Complex* dst, int32_t len) {
 template <size_t prefetch_distance, class T, class Kernel>
 ZIVKStatus map_parts(const T* src, T* dst, int32_t len, Kernel kernel, Part<T> in_imaginary) {
   if (ZIVKStatus status = check_arrays(len, src, dst)) return status;
-  const Repeated<Part<T>> pattern = {interleave(Register<Part<T>>{}, broadcast(in_imaginary)).first};
+  const Repeated<Part<T>, 2> pattern = {interleave(Register<Part<T>>{}, broadcast(in_imaginary)).first};
   return map(parts_of(dst), count_parts<T>(len), kernel, prefetched<prefetch_distance>(parts_of(src)),
              pattern);
 }

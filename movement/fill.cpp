@@ -32,7 +32,7 @@ ZIVKStatus set(T val, T* dst, int32_t len) {
   const size_t bytes_in_all = static_cast<size_t>(len) * sizeof(T);
   if (fill_past_caches(dst, bytes_in_all, U64(pattern), sizeof(T))) return ZIVK_STS_NO_ERR;
   return map(reinterpret_cast<Word*>(dst), kWords * static_cast<size_t>(len), unchanged,
-             Repeated<Word>{pattern});
+             Repeated<Word, kWords>{pattern});
 }
 
 }  // namespace

@@ -99,7 +99,7 @@ ZIVKS_INLINE void walk(const T* src, size_t len, Candidate<Order, T>&... best) {
   // Long enough that the comparison at its end costs little, short enough to be looked through once more:
   // 1 KiB, or more where elements are wide.
   constexpr size_t kStretch = std::max<size_t>(512, 1024 / sizeof(T));
-  const bool ahead = is_past_caches(len * sizeof(T));
+  const bool ahead = reads_ahead(len * sizeof(T));
   // Where it pays, the first stretch ends where the array is aligned to registers; but floats go by blocks.
   size_t end = kStretch;
   if constexpr (kAligns && std::is_integral_v<T>) end += bytes_unaligned(src) / sizeof(T);

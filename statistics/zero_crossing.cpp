@@ -141,18 +141,18 @@ ZIVKS_INLINE Counter<T> count_tail(const T* src, size_t pairs) {
   return Kind::count(a, b) & lanes_from<T>(B - pairs);
 }
 
-// Fewer pairs than a block, by way of the first C and the last C of them, where C < pairs <= 2 * C, or both
+// Fewer pairs than a block, by way of the first `end` and the last `end` of them, where end < pairs <= 2 * end, or both
 // are 1; those that are in both count once.
-template <class Kind, size_t C, class T>
+template <class Kind, size_t end, class T>
 ZIVKS_INLINE Counter<T> count_few(const T* src, size_t pairs) {
-  if (C == 1 || pairs > C) {
+  if (end == 1 || pairs > end) {
     const auto load_ends = [=](const T* from) {
-      return Register<T>(load_two<C * sizeof(T)>(from, from + pairs - C));
+      return Register<T>(load_two<end * sizeof(T)>(from, from + pairs - end));
     };
-    const auto counted = ~lanes_from<T>(C) | lanes_from<T>(3 * C - pairs);
+    const auto counted = ~lanes_from<T>(end) | lanes_from<T>(3 * end - pairs);
     return Kind::count(load_ends(src), load_ends(src + 1)) & counted;
-  } else if constexpr (C > 1) {
-    return count_few<Kind, C / 2>(src, pairs);
+  } else if constexpr (end > 1) {
+    return count_few<Kind, end / 2>(src, pairs);
   }
 }
 
@@ -237,8 +237,8 @@ template <class Kind, class T>
 template <class Kind, class T>
 float count_crossings(const T* src, size_t pairs) {
   // On every processor, for the sake of exactness: of so few pairs every sum is exact in float32.
-  static_assert(kPastCachesFrom <= size_t{1} << 23);
-  const bool few = pairs * sizeof(T) < kPastCachesFrom;
+  static_assert(kReadAheadFrom <= size_t{1} << 23);
+  const bool few = pairs * sizeof(T) < kReadAheadFrom;
   const float count = few ? count_exactly<Kind>(src, pairs) : count_many<Kind>(src, pairs);
   return count * Kind::kWeight;
 }

@@ -136,15 +136,16 @@ TEST_P(AllScales, AgreeWithTheReference) {
 
 ZIVKS_FOR_FUNCTIONS(AllScales, scaled_functions());
 
-// Functions that round as the processor is told to. Compilers assume that a negated product rounds like the
-// product itself, so that products of complex numbers are for rounding to nearest only.
-std::vector<const Function*> float_arithmetic_functions() {
+// Functions that round as the processor is told to, and conversions to integers, which round as the caller says
+// whatever the processor is told. Compilers assume that a negated product rounds like the product itself, so that
+// products of complex numbers are for rounding to nearest only.
+std::vector<const Function*> rounding_functions() {
   std::vector<const Function*> list;
   for (const Function* function : array_functions()) {
     const bool is_real_product = function->family == "MultiplyAccumulate" &&
                                  function->arguments.back().role != Role::kScale &&
                                  function->arguments[0].element->parts == 1;
-    if (function->family == "FloatArithmetic" || is_real_product) {
+    if (function->family == "FloatArithmetic" || function->family == "FloatToInteger" || is_real_product) {
       list.push_back(function);
     }
   }
@@ -153,19 +154,23 @@ std::vector<const Function*> float_arithmetic_functions() {
 
 using RoundingMode = AgainstReference;
 
-TEST_P(RoundingMode, IsTheProcessorsCurrentOneAndIsKept) {
+TEST_P(RoundingMode, OfTheProcessorIsRespectedAndKept) {
   for (int mode : {FE_UPWARD, FE_DOWNWARD, FE_TOWARDZERO}) {
-    const Operands operands = random_operands(function(), 37, 0, Flavour::kFinite);
-    std::fesetround(mode);
-    const std::string difference = difference_from_reference(operands);
-    const int mode_after = std::fegetround();
-    std::fesetround(FE_TONEAREST);
-    EXPECT_EQ(difference, "") << "mode " << mode;
-    EXPECT_EQ(mode_after, mode);
+    for (size_t variant = 0; variant < count_variants(function()); ++variant) {
+      for (int32_t length : {1, 2, 3, 37, 1001}) {
+        const Operands operands = random_operands(function(), length, variant, Flavour::kFinite);
+        std::fesetround(mode);
+        const std::string difference = difference_from_reference(operands);
+        const int mode_after = std::fegetround();
+        std::fesetround(FE_TONEAREST);
+        EXPECT_EQ(difference, "") << "mode " << mode << ", variant " << variant << ", length " << length;
+        EXPECT_EQ(mode_after, mode);
+      }
+    }
   }
 }
 
-ZIVKS_FOR_FUNCTIONS(RoundingMode, float_arithmetic_functions());
+ZIVKS_FOR_FUNCTIONS(RoundingMode, rounding_functions());
 
 }  // namespace
 }  // namespace zivks_test

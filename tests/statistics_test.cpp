@@ -106,7 +106,7 @@ using LongArray = AgainstReference;
 // last sample, which is in the last block of pairs but in the tail of the samples.
 TEST_P(LongArray, IsReadToItsEnd) {
   const ElementType& element = *function().arguments[0].element;
-  const size_t length = zivks::kPastCachesFrom / element.bytes + 37, count = element.count_decisive(false);
+  const size_t length = zivks::kReadAheadFrom / element.bytes + 37, count = element.count_decisive(false);
   Bytes values(count * element.bytes);
   element.fill_decisive(values.data(), count, 1, false);
   const auto place = [&](Operands& operands, size_t index, size_t value) {

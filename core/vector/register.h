@@ -31,16 +31,15 @@
 //   store_narrowed                        the same, to memory
 //   narrow_saturating<To>                 two registers to one of integers half as wide, clamped; four of
 //                                         int32 to one of integers a quarter as wide
-//   round_clamped_for<To, mode>           floats to integers, rounded in `mode` and clamped at the bounds of To;
-//                                         NaN gives 0. float64 to int64 is done then. On the way to a smaller
-//                                         To, float32 or two registers of float64 become int32, which
-//                                         narrow_saturating has still to narrow, and clamps
+//   round_clamped_for<int64_t, mode>      float64 to int64, rounded in `mode` and clamped; NaN gives 0
+//   round_clamped_for<To, mode>           float32, or two registers of float64, to int32, of which
+//                                         narrow_saturating makes what is clamped at the bounds of To; NaN gives 0
 //   round_clamped_above<To, mode>(a, most)
 //                                         float32 to int32 or uint32, the same but at most `most`
 //   round_unclamped<mode>                 float32, or two registers of float64, within the range of int32
 //   round_to_triples<To, mode>            float32 to integers of three bytes, clamped at their bounds; NaN
 //                                         gives 0. The fourth byte of each may be anything
-//                                         These four round in `mode` whatever the processor's own mode is,
+//                                         All of these round in `mode` whatever the processor's own mode is,
 //                                         but for kCurrentMode, which is the processor's
 //   rounds_to_nearest()                   whether the processor's own mode is to nearest, ties to even
 //   fused_multiply_add(a, b, c)           a * b + c with one rounding

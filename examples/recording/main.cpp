@@ -74,7 +74,8 @@ void finish_output() {
 }  // namespace
 
 int main(int argc, char** argv) try {
-  if (argc == 2 && std::strcmp(argv[1], "--help") == 0) {
+  const auto asks_for_help = [](const char* argument) { return std::strcmp(argument, "--help") == 0; };
+  if (std::any_of(argv + 1, argv + argc, asks_for_help)) {
     std::printf(kUsage, kDefaultFile, kDefaultFolder);
   } else if (Arguments arguments; parse(argc, argv, arguments)) {
     run(arguments);

@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cctype>
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
@@ -84,31 +85,48 @@ bool read_at(std::FILE* file, std::uintmax_t offset, void* bytes, std::size_t co
   return pread(fileno(file), bytes, count, static_cast<off_t>(offset)) == static_cast<ssize_t>(count);
 }
 
-// Programs that write to a pipe do not know the length of the samples ahead: their headers promise none, or
-// about as many bytes as 31 or 32 bits can count. All the rest of the file is samples then. No recording
-// that can be held in memory here is that long.
-bool is_length_unknown(std::uintmax_t length) { return length == 0 || length >= 0x7FFF0000; }
+// Programs that write to a pipe do not know the length of the samples ahead: their headers promise about as many
+// bytes as 31 or 32 bits can count, more than any recording has that can be held in memory here, or none. All the
+// rest of the file is samples then, but not where there are none and another chunk follows.
+bool is_length_unknown(std::uintmax_t length, std::uintmax_t present, bool chunk_follows) {
+  return length >= 0x7FFF0000 || (length == 0 && present > 0 && !chunk_follows);
+}
+
+// The head of a chunk; an empty name where there is none.
+struct Chunk {
+  std::string name;
+  std::uintmax_t length = 0;
+};
+
+Chunk chunk_at(std::FILE* file, std::uintmax_t offset, bool highest_first) {
+  std::array<unsigned char, 8> head{};
+  if (!read_at(file, offset, head.data(), head.size())) return {};
+  Chunk chunk = {std::string(head.begin(), head.begin() + 4)};
+  for (unsigned i = 0; i < 4; ++i) chunk.length = chunk.length << 8 | head[highest_first ? 4 + i : 7 - i];
+  const auto is_printable = [](unsigned char c) { return std::isprint(c) != 0; };
+  return std::all_of(head.begin(), head.begin() + 4, is_printable) ? chunk : Chunk{};
+}
 
 Samples find_samples(const fs::path& name, std::FILE* file) {
+  constexpr std::uintmax_t kHead = 8;
   std::array<char, 12> riff{};
   read_at(file, 0, riff.data(), riff.size());
   const bool highest_first = std::memcmp(riff.data(), "RIFX", 4) == 0;
 
   const auto file_size = static_cast<std::uintmax_t>(status_of(file).st_size);
   std::uintmax_t offset = riff.size();
-  std::array<unsigned char, 8> chunk{};  // name and length
-  while (read_at(file, offset, chunk.data(), chunk.size())) {
-    std::uintmax_t length = 0;
-    for (unsigned i = 0; i < 4; ++i) length = length << 8 | chunk[highest_first ? 4 + i : 7 - i];
-    offset += chunk.size();
-    if (std::memcmp(chunk.data(), "data", 4) == 0) {
+  for (Chunk chunk; !(chunk = chunk_at(file, offset, highest_first)).name.empty();) {
+    offset += kHead;
+    if (chunk.name == "data") {
       const std::uintmax_t present = file_size - offset;
-      if (is_length_unknown(length)) length = present;
-      if (length <= present) return {offset, length, highest_first};
-      throw failure(name, "the file is truncated: its header promises " + std::to_string(length) +
+      const Chunk next = chunk_at(file, offset, highest_first);
+      const bool chunk_follows = !next.name.empty() && next.length + kHead <= present;
+      if (is_length_unknown(chunk.length, present, chunk_follows)) chunk.length = present;
+      if (chunk.length <= present) return {offset, chunk.length, highest_first};
+      throw failure(name, "the file is truncated: its header promises " + std::to_string(chunk.length) +
                               " bytes of samples, and there are " + std::to_string(present));
     }
-    offset += length + length % 2;
+    offset += chunk.length + chunk.length % 2;
   }
   throw failure(name, "the file is truncated: it ends before its samples");
 }
@@ -176,8 +194,8 @@ class Replacement {
  public:
   explicit Replacement(const fs::path& file)
       : file_(fs::weakly_canonical(file)),  // a link stays, and what it leads to is replaced
-        temporary_(file_.parent_path() / ("recording-" + std::to_string(getpid()) + ".tmp")),
-        descriptor_(open(temporary_.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, 0666)) {
+        temporary_(file_.parent_path() / "recording-XXXXXX"),
+        descriptor_(mkostemp(temporary_.data(), O_CLOEXEC)) {
     if (descriptor_ < 0) throw failure(file, std::string("cannot be written: ") + std::strerror(errno));
   }
   ~Replacement() {
@@ -186,12 +204,16 @@ class Replacement {
   }
   int descriptor() const { return descriptor_; }
   void finish() const {
-    if (fs::exists(file_)) fs::permissions(temporary_, fs::status(file_).permissions());
+    const mode_t hidden = umask(0);  // which can be read only by setting it
+    umask(hidden);
+    fs::permissions(temporary_,
+                    fs::exists(file_) ? fs::status(file_).permissions() : fs::perms(0666 & ~hidden));
     fs::rename(temporary_, file_);
   }
 
  private:
-  fs::path file_, temporary_;
+  fs::path file_;
+  std::string temporary_;
   int descriptor_;
 };
 
