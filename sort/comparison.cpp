@@ -32,7 +32,7 @@ ZIVKStatus sort(T* srcDst, int32_t len) {
   if (ZIVKStatus status = check_arrays(len, srcDst)) return status;
   const auto count = static_cast<size_t>(len);
   if constexpr (sizeof(T) == sizeof(uint8_t)) {
-    sort_by_counting<direction>(srcDst, count);
+    sort_bytes_by_counting<direction>(srcDst, count);
   } else if constexpr (sizeof(T) == sizeof(uint16_t)) {
     int32_t* const counters = count >= kCountedFrom ? ZIVKS_Malloc_32s(kCountersOf16Bits) : nullptr;
     if (counters == nullptr) {

@@ -28,7 +28,7 @@ ZIVKS_INLINE uint32_t rank_of(T key) {
                                             kRankMask<T, direction>);
 }
 template <class T, Direction direction>
-ZIVKS_INLINE T key_of(uint32_t rank) {
+ZIVKS_INLINE T key_of_rank(uint32_t rank) {
   return static_cast<T>(rank ^ kRankMask<T, direction>);
 }
 
@@ -61,7 +61,7 @@ class RunWriter {
 // Keys of 8 bits. Neighbours are counted in tables of their own: a counter that is raised twice in a row
 // would have to wait for the first store each time, and equal neighbours are common. Uses 4 KiB of stack.
 template <Direction direction>
-void sort_by_counting(uint8_t* keys, size_t len) {
+void sort_bytes_by_counting(uint8_t* keys, size_t len) {
   constexpr size_t kTables = 4, kValues = 256;
   uint32_t counts[kTables][kValues] = {};
   size_t i = 0;
@@ -74,7 +74,7 @@ void sort_by_counting(uint8_t* keys, size_t len) {
 
   RunWriter<uint8_t> runs(keys, len);
   for (uint32_t rank = 0; rank < kValues; ++rank) {
-    const auto value = key_of<uint8_t, direction>(rank);
+    const auto value = key_of_rank<uint8_t, direction>(rank);
     runs.write(value, counts[0][value] + counts[1][value] + counts[2][value] + counts[3][value]);
   }
 }
@@ -104,7 +104,7 @@ void sort_by_counters(T* keys, size_t len, int32_t* counters) {
   for (uint32_t first = 0; first < kCountersOf16Bits; first += N) {
     if (!any_true(load(counters + first) != 0)) continue;
     for (uint32_t rank = first; rank < first + N; ++rank) {
-      runs.write(key_of<T, direction>(rank), static_cast<size_t>(counters[rank]));
+      runs.write(key_of_rank<T, direction>(rank), static_cast<size_t>(counters[rank]));
     }
   }
 }
@@ -166,7 +166,8 @@ void sort_by_digits(T* keys, size_t len, T* scratch) {
 template <class T, Direction direction>
 void sort_by_counting(T* keys, size_t len, int32_t* memory) {
   static_assert(sizeof(T) == sizeof(uint16_t));
-  if (len < kCountersOf16Bits) {
+  constexpr size_t kCountedFrom = size_t{48} << 10;
+  if (len < kCountedFrom) {
     sort_by_digits<T, direction>(keys, len, static_cast<T*>(static_cast<void*>(memory)));
   } else {
     sort_by_counters<T, direction>(keys, len, memory);

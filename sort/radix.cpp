@@ -10,6 +10,7 @@
 #include <algorithm>
 
 #include "core/checks.h"
+#include "sort/counting.h"
 #include "sort/radix_handle.h"
 #include "sort/radix_passes.h"
 
@@ -190,72 +191,14 @@ ZIVKStatus sort_floats(T* srcDst, int32_t len, void* policy, DigitOrder order) {
 
 // --- Counting --------------------------------------------------------------------------
 
-// Writes runs of each value, as long as its count, one behind the other.
-template <class T>
-struct Runs {
-  T* next;
-  T* end;
-
-  // A run is written a register at a time. What is written too much is overwritten by the runs to come, as long
-  // as there is room in the array.
-  ZIVKS_INLINE void write(T value, size_t count) {
-    constexpr size_t N = kRegisterElements<T>;
-    T* const run_end = next + count;
-    if (static_cast<size_t>(end - next) >= count + N) {
-      const Register<T> values = broadcast(value);
-      do {
-        store(next, values);
-        next += N;
-      } while (next < run_end);
-    } else {
-      std::fill(next, run_end, value);
-    }
-    next = run_end;
-  }
-};
-
-ZIVKStatus sort_bytes(uint8_t* srcDst, int32_t len, void* policy, DigitOrder order) {
-  if (ZIVKStatus status = check_arrays(len, srcDst, policy)) return status;
-  Counts counts;
-  count_digit(Keys<uint8_t>{reinterpret_cast<std::byte*>(srcDst)}, static_cast<size_t>(len), 0, counts);
-  for (size_t place = 0; place < kDigitValues; ++place) {
-    const size_t value = order.value_at(place);
-    if (counts[value] == 0) continue;
-    std::memset(srcDst, static_cast<int>(value), counts[value]);
-    srcDst += counts[value];
-  }
-  return ZIVK_STS_NO_ERR;
-}
-
-// Up to this length keys of 16 bits make two passes, with the handle for scratch; longer arrays count in it how
-// often each of the 65536 values occurs.
-inline constexpr size_t kMostForPasses = size_t{48} << 10;
-static_assert(kMostForPasses * sizeof(uint16_t) <= kHandleBytes16);
-
-// Value number v of T, in rising order, is v with the bits of `lowest` turned.
-template <Numbers numbers, class T>
-ZIVKStatus sort_narrow(T* srcDst, int32_t len, void* policy, DigitOrder order) {
+template <Direction direction, class T>
+ZIVKStatus sort_narrow(T* srcDst, int32_t len, void* policy) {
   if (ZIVKStatus status = check_arrays(len, srcDst, policy)) return status;
   const auto count = static_cast<size_t>(len);
-  if (count <= kMostForPasses) {
-    sort_array<numbers>(srcDst, count, policy, order);
-    return ZIVK_STS_NO_ERR;
-  }
-  constexpr size_t kValues = 65536;
-  auto* const counters = static_cast<uint32_t*>(policy);
-  std::memset(counters, 0, kValues * sizeof *counters);
-  for (size_t i = 0; i < count; ++i) ++counters[static_cast<uint16_t>(srcDst[i])];
-  Runs<T> runs = {srcDst, srcDst + count};
-  const bool falls = order.low == kFalling.low;
-  const size_t turned = (falls ? kValues - 1 : 0) ^ (numbers == Numbers::kSigned ? kValues / 2 : 0);
-  constexpr size_t kGroup = kRegisterElements<uint32_t>;
-  for (size_t place = 0; place < kValues; place += kGroup) {
-    const size_t group = (place ^ turned) & ~(kGroup - 1);
-    if (!any_true(load(counters + group) != U32{})) continue;
-    for (size_t i = place; i < place + kGroup; ++i) {
-      const size_t value = i ^ turned;
-      runs.write(static_cast<T>(value), counters[value]);
-    }
+  if constexpr (sizeof(T) == sizeof(uint8_t)) {
+    sort_bytes_by_counting<direction>(srcDst, count);
+  } else {
+    sort_by_counting<T, direction>(srcDst, count, static_cast<int32_t*>(policy));
   }
   return ZIVK_STS_NO_ERR;
 }
@@ -271,13 +214,13 @@ ZIVKStatus ZIVKS_SortRadixRelease(void* policy) {
 }
 
 ZIVKStatus ZIVKS_SortRadixAscend_8u_I(uint8_t* srcDst, int32_t len, void* policy) {
-  return sort_bytes(srcDst, len, policy, kRising);
+  return sort_narrow<Direction::kAscend>(srcDst, len, policy);
 }
 ZIVKStatus ZIVKS_SortRadixAscend_16u_I(uint16_t* srcDst, int32_t len, void* policy) {
-  return sort_narrow<Numbers::kUnsigned>(srcDst, len, policy, kRising);
+  return sort_narrow<Direction::kAscend>(srcDst, len, policy);
 }
 ZIVKStatus ZIVKS_SortRadixAscend_16s_I(int16_t* srcDst, int32_t len, void* policy) {
-  return sort_narrow<Numbers::kSigned>(srcDst, len, policy, kRising);
+  return sort_narrow<Direction::kAscend>(srcDst, len, policy);
 }
 ZIVKStatus ZIVKS_SortRadixAscend_32u_I(uint32_t* srcDst, int32_t len, void* policy) {
   return sort<Numbers::kUnsigned>(srcDst, len, policy, kRising);
@@ -299,13 +242,13 @@ ZIVKStatus ZIVKS_SortRadixAscend_64f_I(double* srcDst, int32_t len, void* policy
 }
 
 ZIVKStatus ZIVKS_SortRadixDescend_8u_I(uint8_t* srcDst, int32_t len, void* policy) {
-  return sort_bytes(srcDst, len, policy, kFalling);
+  return sort_narrow<Direction::kDescend>(srcDst, len, policy);
 }
 ZIVKStatus ZIVKS_SortRadixDescend_16u_I(uint16_t* srcDst, int32_t len, void* policy) {
-  return sort_narrow<Numbers::kUnsigned>(srcDst, len, policy, kFalling);
+  return sort_narrow<Direction::kDescend>(srcDst, len, policy);
 }
 ZIVKStatus ZIVKS_SortRadixDescend_16s_I(int16_t* srcDst, int32_t len, void* policy) {
-  return sort_narrow<Numbers::kSigned>(srcDst, len, policy, kFalling);
+  return sort_narrow<Direction::kDescend>(srcDst, len, policy);
 }
 ZIVKStatus ZIVKS_SortRadixDescend_32u_I(uint32_t* srcDst, int32_t len, void* policy) {
   return sort<Numbers::kUnsigned>(srcDst, len, policy, kFalling);
