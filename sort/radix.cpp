@@ -229,7 +229,7 @@ ZIVKStatus sort_bytes(uint8_t* srcDst, int32_t len, void* policy, DigitOrder ord
 
 // Up to this length keys of 16 bits make two passes, with the handle for scratch; longer arrays count in it how
 // often each of the 65536 values occurs.
-inline constexpr size_t kMostForPasses = size_t{64} << 10;
+inline constexpr size_t kMostForPasses = size_t{48} << 10;
 static_assert(kMostForPasses * sizeof(uint16_t) <= kHandleBytes16);
 
 // Value number v of T, in rising order, is v with the bits of `lowest` turned.
@@ -248,9 +248,14 @@ ZIVKStatus sort_narrow(T* srcDst, int32_t len, void* policy, DigitOrder order) {
   Runs<T> runs = {srcDst, srcDst + count};
   const bool falls = order.low == kFalling.low;
   const size_t turned = (falls ? kValues - 1 : 0) ^ (numbers == Numbers::kSigned ? kValues / 2 : 0);
-  for (size_t place = 0; place < kValues; ++place) {
-    const size_t value = place ^ turned;
-    runs.write(static_cast<T>(value), counters[value]);
+  constexpr size_t kGroup = kRegisterElements<uint32_t>;
+  for (size_t place = 0; place < kValues; place += kGroup) {
+    const size_t group = (place ^ turned) & ~(kGroup - 1);
+    if (!any_true(load(counters + group) != U32{})) continue;
+    for (size_t i = place; i < place + kGroup; ++i) {
+      const size_t value = i ^ turned;
+      runs.write(static_cast<T>(value), counters[value]);
+    }
   }
   return ZIVK_STS_NO_ERR;
 }
