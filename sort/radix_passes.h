@@ -66,6 +66,21 @@ ZIVKS_INLINE Key key_of(Key key) {
   return key;
 }
 
+// The lanes of a register, each `distance` lanes further up, behind zeros.
+template <size_t distance, size_t... I>
+ZIVKS_INLINE U32 move_up(U32 a, std::index_sequence<I...>) {
+  return __builtin_shufflevector(U32{}, a, (I < distance ? I : I - distance + sizeof...(I))...);
+}
+
+// Each lane plus all lanes below it.
+template <size_t distance = 1>
+ZIVKS_INLINE U32 running_sum(U32 a) {
+  constexpr size_t N = kRegisterElements<uint32_t>;
+  if constexpr (distance == N) return a;
+  if constexpr (distance < N)
+    return running_sum<2 * distance>(a + move_up<distance>(a, std::make_index_sequence<N>()));
+}
+
 // Where the next key with each value of a digit goes: `front` for keys that are taken from the front of the array,
 // `back` for those from its end, so that keys with one value keep their order. Those with the upper half of values
 // are put in the opposite order where `upper_half_falls`.
@@ -73,14 +88,18 @@ template <bool upper_half_falls = false>
 struct Places {
   Counts front, back;
 
+  // A register of values after the other: short arrays spend most of their time here.
   ZIVKS_INLINE Places(const Counts& counts, DigitOrder order) {
-    uint32_t begin = 0;
-    for (size_t place = 0; place < kDigitValues; ++place) {
-      const size_t value = order.value_at(place);
-      const uint32_t last = begin + counts[value] - 1;
-      front[value] = falls(value) ? last : begin;
-      back[value] = falls(value) ? begin : last;
-      begin = last + 1;
+    constexpr size_t N = kRegisterElements<uint32_t>;
+    U32 before = {};
+    for (size_t place = 0; place < kDigitValues; place += N) {
+      const size_t value = order.value_at(place), lowest = value & ~(N - 1);
+      const bool turned = value != lowest;
+      const U32 loaded = load(counts + lowest), count = turned ? reverse(loaded) : loaded;
+      const U32 end = before + running_sum(count), first = end - count, last = end - 1;
+      store((falls(lowest) ? back : front) + lowest, turned ? reverse(first) : first);
+      store((falls(lowest) ? front : back) + lowest, turned ? reverse(last) : last);
+      before = broadcast<uint32_t>(end[N - 1]);
     }
   }
   ZIVKS_INLINE static bool falls(size_t value) { return upper_half_falls && value >= kDigitValues / 2; }
