@@ -50,12 +50,12 @@ extern "C" {
  *   without the sign as above. Descend is the exact reverse. So {-0, -1, -2, 1} stays as it is under Ascend,
  *   but {-1, -2, 1} becomes {-2, -1, 1}.
  * - **An array whose elements all have the sign, none of them -0,** has its end sought in memory.
- *   Ascend reads the word behind the array, Descend the word before it. **The caller keeps that word readable.** If its sign
- *   and exponent have all bits set, as in negative infinity and NaNs with the sign, the next word is read,
- *   until one of them has not. The words that were found change places with the array: after Ascend they
- *   stand in reverse order where the array began, and the sorted array follows them; after Descend the sorted
- *   array begins where they began, and they follow it in reverse order. A 0 on each side of such an array
- *   keeps it in place.
+ *   Ascend reads the word behind the array, Descend the word before it. **The caller keeps that word
+ *   readable.** If its sign and exponent have all bits set, as in negative infinity and NaNs with the sign, the
+ *   next word is read, until one of them has not. The words that were found change places with the array:
+ *   after Ascend they stand in reverse order where the array began, and the sorted array follows them; after
+ *   Descend the sorted array begins where they began, and they follow it in reverse order. A 0 on each side of
+ *   such an array keeps it in place.
  *
  * @{
  */
