@@ -36,9 +36,9 @@ class ThresholdScan {
     if (!narrow()) return false;
 
     least_ = limit_;
-    const bool reads_ahead = is_past_caches(len_ * sizeof(T));
+    const bool ahead = reads_ahead(len_ * sizeof(T));
     for (; i + kScanTurn <= len_; i += kScanTurn) {
-      if (reads_ahead) read_ahead<kScanTurn * sizeof(T)>(keys_ + i);
+      if (ahead) read_ahead<kScanTurn * sizeof(T)>(keys_ + i);
       if (any_greater(i, kRegisters)) {
         append(i, kScanTurn);
         if (found_.count >= first && !narrow()) return false;
