@@ -11,8 +11,8 @@ namespace bench {
 // Of core/functions.def.
 std::string_view family_of(std::string_view function);
 
-// Whether every function of core/functions.def has a row, but for those of the families Memory and Handle and for
-// in-place forms that do no more than call their twin. Names the others on standard error.
+// Whether every function of core/functions.def has a row, but for those of the families Memory and Handle and
+// for in-place forms that do no more than call their twin. Names the others on standard error.
 bool every_function_has_a_row();
 
 // Whether the two calls of each row do the same work, that is write the same on data without special values.

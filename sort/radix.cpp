@@ -1,9 +1,9 @@
 // Radix sorts of keys.
 //
-// An integer's bits are sorted as they are, but for the order of the values of its top digit, which holds the
-// sign. So are a float's: among negative numbers the order of bits is opposite to that of values, and every pass
-// but that of the top digit leaves it so. Equal keys cannot be told apart, so that this pass turns it round by
-// filling the places of negative numbers from their end.
+// Keys are sorted by their bits. The sign stands in the top digit, whose values come in an order of their own
+// for signed integers. Among negative floats the order of bits is opposite to that of values: the pass for
+// the top digit turns it round by filling their places from the end. It may, since keys with equal bits
+// cannot be told apart.
 #include <zivks/movement.h>
 #include <zivks/sort_radix.h>
 
@@ -157,13 +157,14 @@ size_t count_negative(const T* array, size_t len, bool negative_first) {
   return negative_first ? begin : len - begin;
 }
 
-// What the rules about negative elements make of an array that is sorted by value; its `step` is 1 if it rises
-// from `lowest` on, the place of its lowest element, and -1 if it rises towards the front.
+// Sorts by value, then does what the rules say about negative elements.
 //
-// The rules: elements are sorted by their bits, which has negative ones stand in the order of their magnitude. They
-// are then counted from -0 on, up to the first that is neither below 0 nor, beyond those, has the bits of a NaN with the
-// sign; and as many elements are reversed. With -0 among them the count is 0. With nothing but negative elements
-// it goes on beyond the array.
+// The rules are those of another way to sort floats: sort their bits as signed integers, which puts the
+// elements with the sign on one side in the order of their magnitude, -0 outermost; search from there for the
+// first element that is neither below 0 nor, behind those, a NaN with the sign; and reverse all elements
+// before it. Two results differ from the order of values. A -0 ends the search at once, and nothing is
+// reversed. And where all elements have the sign and none is -0, the search goes on beyond the array, over
+// words whose sign and exponent have all bits set.
 template <class T>
 ZIVKStatus sort_floats(T* srcDst, int32_t len, void* policy, DigitOrder order) {
   if (ZIVKStatus status = sort<Numbers::kFloat>(srcDst, len, policy, order)) return status;
@@ -196,8 +197,8 @@ struct Runs {
   T* next;
   T* end;
 
-  // A run is written a register at a time. What is written too much is overwritten by the runs to come, as long
-  // as there is room in the array.
+  // A run is written a register at a time. What is written too much is overwritten by the runs to come, as
+  // long as there is room in the array.
   ZIVKS_INLINE void write(T value, size_t count) {
     constexpr size_t N = kRegisterElements<T>;
     T* const run_end = next + count;
@@ -227,12 +228,11 @@ ZIVKStatus sort_bytes(uint8_t* srcDst, int32_t len, void* policy, DigitOrder ord
   return ZIVK_STS_NO_ERR;
 }
 
-// Up to this length keys of 16 bits make two passes, with the handle for scratch; longer arrays count in it how
-// often each of the 65536 values occurs.
+// Up to this length keys of 16 bits make two passes, with the handle for scratch; longer arrays count in it
+// how often each of the 65536 values occurs.
 inline constexpr size_t kMostForPasses = size_t{48} << 10;
 static_assert(kMostForPasses * sizeof(uint16_t) <= kHandleBytes16);
 
-// Value number v of T, in rising order, is v with the bits of `lowest` turned.
 template <Numbers numbers, class T>
 ZIVKStatus sort_narrow(T* srcDst, int32_t len, void* policy, DigitOrder order) {
   if (ZIVKStatus status = check_arrays(len, srcDst, policy)) return status;

@@ -1,7 +1,7 @@
 // Radix sorts of positions.
 //
-// Keys are gathered once, as unsigned integers in the order of their values, and go through the passes along with
-// their positions. The records take turns between two places: one holds key and position side by side, in the
+// Keys become unsigned integers in the order of their values and go through the passes along with their
+// positions. These records take turns between two places: one holds key and position side by side, in the
 // other the positions stand in the caller's array, which the last pass fills with the result.
 #include <zivks/sort_radix.h>
 
@@ -78,9 +78,9 @@ struct Positions {
 
 // --- Up to 65536 keys ------------------------------------------------------------------
 //
-// Positions have 16 bits, as many as two digits. The first pass puts out positions alone, and the second fetches
-// the keys anew; both are short of time only where the keys are not in the caches. From then on the position takes
-// the place of the two digits that are done, so that a record is not longer than a key.
+// Positions have 16 bits, as many as two digits. The first pass puts out positions alone, and the second
+// fetches the keys anew; at this length they are still in the caches. From then on the position takes the
+// place of the two digits that are done, so that a record is not longer than a key.
 
 inline constexpr int32_t kMostShortPositions = int32_t{64} << 10;
 inline constexpr size_t kShortPositionMask = 0xFFFF;
@@ -188,8 +188,8 @@ struct Records {
   ZIVKS_INLINE Records from(size_t i) const { return {packed.from(i), split.from(i), are_packed}; }
 };
 
-// One pass, from where the records are to the other place. The last one puts out positions alone; the number of
-// passes is even, so that it finds the records packed.
+// One pass, from where the records are to the other place. The last one puts out positions alone; the number
+// of passes is even, so that it finds the records packed.
 template <bool beyond_caches, class Key>
 [[gnu::noinline]] void pass(Records<Key> records, size_t len, size_t digit, bool is_last,
                             const Counts& counts, DigitOrder order) {
@@ -303,8 +303,8 @@ ZIVKStatus sort_index(const T* src, int32_t srcStride, int32_t* dstIdx, int32_t 
 
 // --- Keys of 8 and 16 bits -------------------------------------------------------------
 
-// The described form: counters for all values, keys counted forward and put out backward. The way back begins at
-// an offset that is computed in 32 bits, so that over a span of 2^31 bytes and more it meets other keys.
+// The described form: counters for all values, keys counted forward and put out backward. The way back begins
+// at an offset that is computed in 32 bits, so that over a span of 2^31 bytes and more it meets other keys.
 template <Numbers numbers, class Key>
 [[gnu::noinline]] void sort_by_counting(StridedKeys<Key> keys, int32_t* dstIdx, int32_t len,
                                         uint32_t* counters, DigitOrder order) {

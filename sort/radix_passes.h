@@ -1,10 +1,11 @@
 // The passes that radix sorts are made of.
 //
-// A digit is a byte of a key. A pass moves all keys from one array to another, into the order of one digit, and
-// keeps the order of those that share it. So keys that go through all digits, lowest first, are sorted.
+// A digit is a byte of a key. A pass moves all keys from one array to another, into the order of one digit,
+// and keeps the order of those that share it. So keys that go through all digits, lowest first, are sorted.
 //
-// The digits of all passes are counted in one walk, since no pass changes how often a digit occurs. The arrays
-// take turns: a key has an even number of digits, so that the last pass ends where the first one began.
+// The digits of all passes are counted in one walk, since no pass changes how often a digit occurs. The
+// arrays take turns: a key has an even number of digits, so that the last pass ends where the first one
+// began.
 #ifndef ZIVKS_SORT_RADIX_PASSES_H
 #define ZIVKS_SORT_RADIX_PASSES_H
 
@@ -24,8 +25,8 @@ inline constexpr size_t kDigitValues = 256;
 
 using Counts = uint32_t[kDigitValues];
 
-// How the values of a digit follow one another. The value at place p is p with some bits turned: `low` of them
-// in the first half of places, `high` in the second.
+// How the values of a digit follow one another. The value at place p is p with some bits turned: `low` of
+// them in the first half of places, `high` in the second.
 struct DigitOrder {
   uint8_t low, high;
 
@@ -81,9 +82,9 @@ ZIVKS_INLINE U32 running_sum(U32 a) {
     return running_sum<2 * distance>(a + move_up<distance>(a, std::make_index_sequence<N>()));
 }
 
-// Where the next key with each value of a digit goes: `front` for keys that are taken from the front of the array,
-// `back` for those from its end, so that keys with one value keep their order. Those with the upper half of values
-// are put in the opposite order where `upper_half_falls`.
+// Where the next key with each value of a digit goes: `front` for keys that are taken from the front of the
+// array, `back` for those from its end, so that keys with one value keep their order. Those with the upper
+// half of values are put in the opposite order where `upper_half_falls`.
 template <bool upper_half_falls = false>
 struct Places {
   Counts front, back;
@@ -108,8 +109,8 @@ struct Places {
   ZIVKS_INLINE uint32_t take_back(size_t value) { return falls(value) ? back[value]++ : back[value]--; }
 };
 
-// One pass. Keys are taken from both ends of `from` in turn: where neighbours share a digit, each of them waits for
-// the one before to move the next place on, and two such chains take half the time of one.
+// One pass. Keys are taken from both ends of `from` in turn: where neighbours share a digit, each of them
+// waits for the one before to move the next place on, and two such chains take half the time of one.
 //
 // In arrays beyond the caches it asks ahead for the lines that it is about to write.
 template <bool beyond_caches = false, class Source, class Target, class Places>
@@ -132,16 +133,17 @@ ZIVKS_INLINE void scatter(Source from, Target to, size_t len, size_t digit, Plac
   }
 }
 
-// Walks that do little at each key hint at what they are going to read this far ahead: where the array is not in
-// the nearer caches, that halves their time.
+// Walks that do little at each key hint at what they are going to read this far ahead: where the array is not
+// in the nearer caches, that halves their time.
 inline constexpr size_t kReadAheadOfPass = 2048;
 
-// Counts the lowest `digits` digits of all keys. On the way it asks for the memory that the first pass is going to
-// write.
+// Counts the lowest `digits` digits of all keys. On the way it asks for the memory that the first pass is
+// going to write.
 template <size_t digits, class Source, class Target>
 ZIVKS_INLINE void count_digits(Source keys, size_t len, Counts* counts, Target to) {
   using Key = typename Source::Key;
-  // Neighbours that share a digit wait for each other's count. More than four digits are busy enough meanwhile.
+  // Neighbours that share a digit wait for each other's count. More than four digits are busy enough
+  // meanwhile.
   constexpr size_t kTables = digits > 4 ? 1 : 2;
   constexpr size_t kKeysPerLine = kCacheLineBytes / sizeof(Key);
   Counts more[kTables == 1 ? 1 : digits];
@@ -208,7 +210,8 @@ ZIVKS_INLINE constexpr bool holds(Digits digits, size_t digit) { return (digits 
 
 ZIVKS_INLINE size_t highest_bit(uint64_t bits) { return 63 - static_cast<size_t>(__builtin_clzll(bits)); }
 
-// Counts the highest digit that tells keys apart, and returns it; sizeof(typename Source::Key) if they are all equal.
+// Counts the highest digit that tells keys apart, and returns it; sizeof(typename Source::Key) if they are
+// all equal.
 template <class Source>
 [[gnu::noinline]] size_t count_leading_digit(Source keys, size_t len, Digits remaining, Counts& counts) {
   const size_t highest = highest_bit(remaining);
@@ -219,9 +222,9 @@ template <class Source>
   return leading;
 }
 
-// Arrays beyond this size are split by a pass for their leading digit; the pieces go through the other digits one
-// after the other, in the nearer caches. Two arrays of this size take half of a second-level cache of 2 MiB and
-// all of one of 1 MiB.
+// Arrays beyond this size are split by a pass for their leading digit; the pieces go through the other digits
+// one after the other, in the nearer caches. Two arrays of this size take half of a second-level cache of 2
+// MiB and all of one of 1 MiB.
 inline constexpr size_t kSplitBeyondBytes = size_t{512} << 10;
 
 }  // namespace zivks

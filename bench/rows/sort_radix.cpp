@@ -135,7 +135,8 @@ struct SortIndexByPasses {
     Key* const keys = scratch + len;
     auto* const positions = reinterpret_cast<int32_t*>(keys + len);
     if constexpr (std::is_floating_point_v<T>) {
-      // Those whose bits fall where values rise go in front, from the front on; the others behind, from the end.
+      // Those whose bits fall where values rise go in front, from the front on; the others behind, from the
+      // end.
       int32_t front = 0, back = len;
       for (int32_t i = 0; i < len; ++i) {
         const Key key = key_at(src, stride, i);

@@ -22,10 +22,10 @@ extern "C" {
  *     ZIVKS_SortRadixAscend_32f_I(samples, len, policy);   // as often as wanted
  *     ZIVKS_SortRadixRelease(policy);
  *
- * A handle is working memory and holds nothing between calls, neither the length nor the type. It serves every
- * sort, rising or falling, of keys of the same width: handles of 8 and 16 bits for any length, others for up to
- * the length they were made for. A longer array overruns a handle, which nothing detects. At a time one call may
- * use it. A sort allocates nothing and takes at most 24 KiB of stack.
+ * A handle is working memory and holds nothing between calls, neither the length nor the type. It serves
+ * every sort, rising or falling, of keys of the same width: handles of 8 and 16 bits for any length, others
+ * for up to the length they were made for. A longer array overruns a handle, which nothing detects. At a time
+ * one call may use it. A sort allocates nothing and takes at most 24 KiB of stack.
  *
  * | Keys    | Bytes of a handle |
  * |---------|-------------------|
@@ -45,16 +45,17 @@ extern "C" {
  *
  * and Descend the exact reverse. There are two exceptions:
  *
- * - **An array that holds -0** has the elements with the sign in the opposite order. Ascend: -0, the negative numbers by
- *   falling value, negative infinity, the NaNs with the sign by rising payload; then the elements without the sign
- *   as above. Descend is the exact reverse of that. So {-0, -1, -2, 1} stays as it is under Ascend, but {-1, -2, 1} becomes {-2, -1, 1}.
- *   ZIVKS_ReplaceNAN_32f_I() leaves zeros alone; adding +0 to all elements makes every -0 a +0.
- * - **An array of which every element has the sign and none is -0** has its end sought in memory. Ascend reads the word behind the
- *   array, Descend the one before it. **The caller keeps that word readable.** If its sign and exponent have all bits set, as
- *   in negative infinity and NaNs with the sign, the next word is read, until one of them has not. The k words found in this way
- *   are exchanged with the array: Ascend leaves the k words, in reverse order, where the array began, and behind
- *   them the sorted array; Descend the sorted array where the k words began, and behind it the k words, in reverse order.
- *   A 0 or any positive number on each side of such an array is a good guard.
+ * - **An array that holds -0** has the elements with the sign in the opposite order. Ascend: -0, the negative
+ *   numbers by falling value, negative infinity, the NaNs with the sign by rising payload; then the elements
+ *   without the sign as above. Descend is the exact reverse. So {-0, -1, -2, 1} stays as it is under Ascend,
+ *   but {-1, -2, 1} becomes {-2, -1, 1}.
+ * - **An array whose elements all have the sign, none of them -0,** has its end sought in memory. Ascend
+ *   reads the word behind the array, Descend the word before it. **The caller keeps that word readable.**
+ *   If its sign and exponent have all bits set, as in negative infinity and NaNs with the sign, the next
+ *   word is read, until one of them has not. The words that were found change places with the array: after
+ *   Ascend they stand in reverse order where the array began, and the sorted array follows them; after
+ *   Descend the sorted array begins where they began, and they follow it in reverse order. A 0 on each side
+ *   of such an array keeps it in place.
  *
  * @{
  */
@@ -129,16 +130,17 @@ ZIVKS_API ZIVKStatus ZIVKS_SortRadixDescend_64f_I(double* srcDst, int32_t len, v
 /**
  * @defgroup radix_index_sorts Radix sorts of positions
  *
- * They leave the keys alone and tell in which order they come: `dstIdx[p]` receives the position, counted from 0, of
- * the key that belongs at place p. Keys with the same bits keep their order in both directions, the first one first, so that
- * Descend is not Ascend read backwards.
+ * They leave the keys alone and tell in which order they come: `dstIdx[p]` receives the position, counted
+ * from 0, of the key that belongs at place p. Keys with the same bits keep their order in both directions,
+ * the first one first, so that Descend is not Ascend read backwards.
  *
- * Keys stand `srcStride` bytes apart, at any address, so that a field of an array of records can be sorted by. Keys of 8 and 16 bits
- * have to lie within 2147483647 bytes of the first one: where (`len` - 1) `srcStride` is more, they are counted where they
- * are, but then read from (`len` - 1) `srcStride` modulo 2^32, as a signed number, downwards.
+ * Keys stand `srcStride` bytes apart, at any address, so that a field of an array of records can be sorted
+ * by. Keys of 8 and 16 bits have to lie within 2147483647 bytes of the first one: where (`len` - 1)
+ * `srcStride` is more, they are counted where they are, but then read from (`len` - 1) `srcStride` modulo
+ * 2^32, as a signed number, downwards.
  *
- * A handle is made, used and released like those of @ref radix_sorts, and as little is known of it. A sort allocates
- * nothing and takes at most 24 KiB of stack.
+ * A handle is made, used and released like those of @ref radix_sorts, and as little is known of it. The keys
+ * must not change during a call. A sort allocates nothing and takes at most 24 KiB of stack.
  *
  * | Keys    | Bytes of a handle |
  * |---------|-------------------|
