@@ -2,6 +2,7 @@
 #include <zivks/core.h>
 #include <zivks/sort.h>
 
+#include <algorithm>
 #include <cstdlib>
 
 #include "core/checks.h"
@@ -11,17 +12,25 @@ using namespace zivks;
 
 namespace {
 
-// What `qsort` compares by: 1 if the first key has to come after the second, else 0, also where it has to come
-// before it. A NaN is so equal to everything.
+// What `qsort` compares by: 1 if the first key belongs behind the second and 0 otherwise, so never a negative
+// number. A NaN is equal to everything.
 template <class T, Direction direction>
 int comes_after(const void* first, const void* second) {
   const T a = *static_cast<const T*>(first), b = *static_cast<const T*>(second);
   return direction == Direction::kAscend ? a > b : a < b;
 }
 
+// Some C libraries, that of GNU among them, take another algorithm where they have no memory for a copy of the keys.
+// It counts on negative numbers and leaves the keys unsorted without them, which is made good here. With a NaN among
+// the keys there is no order to make good.
 template <class T, Direction direction>
 void sort_by_comparison(T* keys, size_t len) {
   std::qsort(keys, len, sizeof(T), comes_after<T, direction>);
+  const auto is_before = [](const T& a, const T& b) { return comes_after<T, direction>(&b, &a) != 0; };
+  const auto is_nan = [](T key) { return key != key; };
+  if (std::is_sorted(keys, keys + len, is_before) || std::any_of(keys, keys + len, is_nan)) return;
+  std::make_heap(keys, keys + len, is_before);
+  std::sort_heap(keys, keys + len, is_before);
 }
 
 // From this length on keys of 16 bits are counted, memory permitting.

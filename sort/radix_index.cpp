@@ -303,7 +303,7 @@ ZIVKStatus sort_index(const T* src, int32_t srcStride, int32_t* dstIdx, int32_t 
 
 // --- Keys of 8 and 16 bits -------------------------------------------------------------
 
-// The described form: counters for all values, keys counted forward and put out backward. The way back begins
+// Counts forward and puts out backward: counters for all values, keys counted forward and put out backward. The way back begins
 // at an offset that is computed in 32 bits, so that over a span of 2^31 bytes and more it meets other keys.
 template <Numbers numbers, class Key>
 [[gnu::noinline]] void sort_by_counting(StridedKeys<Key> keys, int32_t* dstIdx, int32_t len,

@@ -71,10 +71,10 @@ struct UnchangedBits {
 // that decide in which order equal keys are reported.
 template <class T, class Map>
 size_t gather(const T* src, int32_t stride, size_t count, Entry* entries) {
-  const auto* key = reinterpret_cast<const unsigned char*>(src);
+  const auto* const first_key = reinterpret_cast<const unsigned char*>(src);
   size_t apart = 0;
-  for (size_t i = 0; i < count; ++i, key += stride) {
-    const auto bits = read<uint32_t>(key);
+  for (size_t i = 0; i < count; ++i) {
+    const auto bits = read<uint32_t>(first_key + i * static_cast<size_t>(stride));
     entries[i] = make_entry(Map::of(bits), i);
     if constexpr (std::is_floating_point_v<T>) {
       if ((bits & kInfinity) == kInfinity) std::swap(entries[i], entries[apart++]);

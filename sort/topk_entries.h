@@ -80,8 +80,8 @@ struct Candidates {
   Entry* entries;
   size_t count;
 
-  // Drops entries that are not among the `wanted` greatest until at most `most` are left, which is not below
-  // `wanted` and below their number before. Returns a key such that an entry behind all of these has to be
+  // Drops entries that are not among the `wanted` greatest until at most `most` are left; `most` is not below
+  // `wanted`. Returns a key such that an entry behind all of these has to be
   // greater to be among the greatest. `range` is that of the entries. Uses 4 KiB of stack.
   //
   // A turn counts the keys of the range in which the last of the greatest is known to lie in equal parts, drops

@@ -1,4 +1,6 @@
 // What comparison sorts, sorts with positions and selections show beside their results, and long selections.
+#include <sys/resource.h>
+
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
@@ -31,6 +33,30 @@ TEST(SortIndex, SeedsInEveryAcceptedCallAndDrawsOncePerPivot) {
   ZIVKS_SortIndexAscend_32s_I(keys, positions, 4);
   EXPECT_TRUE(draws_have_been(kClock, 1));
 }
+
+#ifndef __SANITIZE_ADDRESS__  // which needs memory of its own
+// The C library's qsort has another algorithm where there is no memory for a copy of the array.
+TEST(Sort, SortsWithoutMemory) {
+  constexpr int32_t kLength = 4 << 20;
+  std::vector<int32_t> rising(kLength);
+  std::vector<float> falling(kLength);
+  for (size_t i = 0; i < rising.size(); ++i) {
+    rising[i] = static_cast<int32_t>(i * 2654435761U);
+    falling[i] = static_cast<float>(rising[i]);
+  }
+  rlimit before, none;
+  ASSERT_EQ(getrlimit(RLIMIT_AS, &before), 0);
+  none = {1 << 20, before.rlim_max};
+  setrlimit(RLIMIT_AS, &none);
+  const ZIVKStatus statuses[] = {ZIVKS_SortAscend_32s_I(rising.data(), kLength),
+                                 ZIVKS_SortDescend_32f_I(falling.data(), kLength)};
+  setrlimit(RLIMIT_AS, &before);
+  EXPECT_EQ(statuses[0], ZIVK_STS_NO_ERR);
+  EXPECT_EQ(statuses[1], ZIVK_STS_NO_ERR);
+  EXPECT_TRUE(std::is_sorted(rising.begin(), rising.end()));
+  EXPECT_TRUE(std::is_sorted(falling.begin(), falling.end(), std::greater<>()));
+}
+#endif
 
 class Sort16Bits : public testing::TestWithParam<std::pair<const char*, bool>> {};
 

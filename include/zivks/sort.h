@@ -27,6 +27,8 @@ extern "C" {
  * sorted, with zeros of both signs in no stated order; where NaNs end up, and how far the array is sorted
  * then, is up to the C library.
  *
+ * The counting forms take some 4 KiB of stack.
+ *
  * @{
  */
 
@@ -141,12 +143,13 @@ ZIVKS_API ZIVKStatus ZIVKS_SortIndexDescend_64f_I(double* srcDst, int32_t* dstId
  * |----------|------------------------------------------------------------------------------|----------------------|
  * | 1        | quick selection at random pivots                                             | in no defined order  |
  * | 2        | radix selection                                                              | lowest position first|
- * | 0        | method 2 if `len` is from 2049 to 134217727 and `len` and `k` are above 32, else method 1 | as there |
+ * | 0        | method 2 if `k` is above 32 and `len` is from 2049 to 134217727, else method 1 | as there           |
  *
  * Method 1 draws its pivots from the C library's `rand`, which each call seeds by `srand(time(NULL))`, for the
  * whole process. Calls on several threads at once disturb each other's draws. Where several keys equal the k-th
  * largest, the keys that are larger come before them, but not necessarily in order. The depth of recursion
- * depends on the draws.
+ * depends on the draws and is at worst `len`. Method 2 and calls that are refused draw and seed nothing; method
+ * 2 takes at most 9 KiB of stack.
  *
  * A handle holds entries and nothing about how it was made. It suits any call that takes the method and the
  * `len` of its Init, or fewer; note that method 0 chooses anew in each call. Its size in bytes is rounded up to
@@ -159,10 +162,10 @@ ZIVKS_API ZIVKStatus ZIVKS_SortIndexDescend_64f_I(double* srcDst, int32_t* dstId
  *
  * Keys are read at a distance of `srcStride` bytes. `len` is the number of keys and, at four bytes each, the
  * span that they are taken from: with `srcStride` above 4, only n = `len` * 4 / `srcStride` keys, rounded up,
- * begin within it. The other `len` - n keys count as zeros with the positions from n on; they come behind the
- * keys that are not negative.
+ * begin within it. The last of them is read whole, also where it reaches beyond the span. The other `len` - n
+ * keys count as zeros with the positions from n on; they come behind the keys that are not negative.
  *
- * `float` keys: NaNs are left out, and of the infinities all but the first of each sign that is met. If there
+ * `float` keys: NaNs are left out, and of each sign all infinities but one, that at the lowest position. If there
  * is any such key, equal keys may come in another order than that of their positions. Method 1 takes -0 and +0
  * for equal, method 2 puts +0 first; zeros of a stride above 4 come behind -0 in method 1, before it in method
  * 2.
@@ -184,8 +187,8 @@ ZIVKS_API ZIVKStatus ZIVKS_SortIndexDescend_64f_I(double* srcDst, int32_t* dstId
  * @param method  0, 1 or 2
  * @param policy  receives the handle, to be released by ZIVKS_TopKRelease()
  * @return #ZIVK_STS_NO_ERR; #ZIVK_STS_NULL_PTR_ERR; #ZIVK_STS_SIZE_ERR if `len` or `k` is below 1;
- *         #ZIVK_STS_TOPK_METHOD_ERR; #ZIVK_STS_BUFFER_SIZE_ERR if the handle would take 0x7FFFFFF0 bytes or
- *         more; #ZIVK_STS_MALLOC_ERR
+ *         #ZIVK_STS_TOPK_METHOD_ERR; #ZIVK_STS_BUFFER_SIZE_ERR if the size of the handle, before it is rounded
+ *         up, is 0x7FFFFFF0 bytes or more; #ZIVK_STS_MALLOC_ERR
  */
 ZIVKS_API ZIVKStatus ZIVKS_TopKInit_32s(int32_t len, int32_t* dstVal, int32_t* dstIdx, int32_t k,
                                         int32_t method, void** policy);

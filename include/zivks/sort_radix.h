@@ -49,13 +49,17 @@ extern "C" {
  *   numbers by falling value, negative infinity, the NaNs with the sign by rising payload; then the elements
  *   without the sign as above. Descend is the exact reverse. So {-0, -1, -2, 1} stays as it is under Ascend,
  *   but {-1, -2, 1} becomes {-2, -1, 1}.
- * - **An array whose elements all have the sign, none of them -0,** has its end sought in memory.
- *   Ascend reads the word behind the array, Descend the word before it. **The caller keeps that word
- *   readable.** If its sign and exponent have all bits set, as in negative infinity and NaNs with the sign, the
- *   next word is read, until one of them has not. The words that were found change places with the array:
- *   after Ascend they stand in reverse order where the array began, and the sorted array follows them; after
- *   Descend the sorted array begins where they began, and they follow it in reverse order. A 0 on each side of
- *   such an array keeps it in place.
+ * - **An array whose elements all have the sign, none of them -0,** has its end sought in memory. Ascend
+ *   reads the word behind the array, Descend the word before it, and goes on in that direction while sign and
+ *   exponent of a word have all bits set (`0xFF800000` or `0xFFF0000000000000`: negative infinity and NaNs with
+ *   the sign). **The caller keeps the word behind (Descend: before) such an array readable, and words that have
+ *   these bits writable:** they change places with the array. After Ascend they stand in reverse order where
+ *   the array began, and the sorted array follows them; after Descend the sorted array begins where they began,
+ *   and they follow it in reverse order. A 0 on each side of such an array keeps it in place.
+ *
+ * To sort by value alone, make every -0 a +0 first: ZIVKS_AddC_32f_I() with 0 does so.
+ *
+ * During a sort the array holds intermediate states; no other thread may read it.
  *
  * @{
  */
@@ -83,7 +87,7 @@ ZIVKS_API ZIVKStatus ZIVKS_SortRadixRelease(void* policy);
  *  @{ */
 
 /**
- * Sorts an array, lowest element first. Floats: in the order that is told above, with its exceptions.
+ * Sorts an array, lowest element first. Floats: in the order above, with its exceptions.
  *
  * @param srcDst  array to sort
  * @param len     number of elements
@@ -106,7 +110,7 @@ ZIVKS_API ZIVKStatus ZIVKS_SortRadixAscend_64f_I(double* srcDst, int32_t len, vo
  *  @{ */
 
 /**
- * Sorts an array, highest element first. Floats: in the order that is told above, with its exceptions.
+ * Sorts an array, highest element first. Floats: in the order above, with its exceptions.
  *
  * @param srcDst  array to sort
  * @param len     number of elements
@@ -137,10 +141,12 @@ ZIVKS_API ZIVKStatus ZIVKS_SortRadixDescend_64f_I(double* srcDst, int32_t len, v
  * Keys stand `srcStride` bytes apart, at any address, so that a field of an array of records can be sorted
  * by. Keys of 8 and 16 bits have to lie within 2147483647 bytes of the first one: where (`len` - 1)
  * `srcStride` is more, they are counted where they are, but then read from (`len` - 1) `srcStride` modulo
- * 2^32, as a signed number, downwards.
+ * 2^32, as a signed number, downwards. That memory may lie before `src`, and if it holds other keys than those
+ * that were counted, the result is no permutation and may be written before `dstIdx`: for such spans use a type
+ * of 32 bits.
  *
- * A handle is made, used and released like those of @ref radix_sorts, and as little is known of it. The keys
- * must not change during a call. A sort allocates nothing and takes at most 24 KiB of stack.
+ * A handle is made, used and released like those of @ref radix_sorts. The keys must not change during a call, and
+ * neither `dstIdx` nor the handle may overlap them. A sort allocates nothing and takes at most 24 KiB of stack.
  *
  * | Keys    | Bytes of a handle |
  * |---------|-------------------|
