@@ -303,19 +303,21 @@ ZIVKStatus sort_index(const T* src, int32_t srcStride, int32_t* dstIdx, int32_t 
 
 // --- Keys of 8 and 16 bits -------------------------------------------------------------
 
-// Counts forward and puts out backward: counters for all values, keys counted forward and put out backward. The way back begins
-// at an offset that is computed in 32 bits, so that over a span of 2^31 bytes and more it meets other keys.
+// Makes of the number of keys with each value the place behind the last of them, then puts out the positions from
+// the last key to the first. The way back begins at an offset that is computed in 32 bits, so that over a span of
+// 2^31 bytes and more it meets other keys than those that were counted.
 template <Numbers numbers, class Key>
-[[gnu::noinline]] void sort_by_counting(StridedKeys<Key> keys, int32_t* dstIdx, int32_t len,
+[[gnu::noinline]] void put_out_backward(StridedKeys<Key> keys, int32_t* dstIdx, int32_t len,
                                         uint32_t* counters, DigitOrder order) {
-  constexpr size_t kValues = size_t{1} << (8 * sizeof(Key));
-  std::memset(counters, 0, kValues * sizeof *counters);
-  for (std::ptrdiff_t i = 0; i < len; ++i) ++counters[ordered<numbers>(keys.bits_at(i))];
-  const size_t turned = order.low == kFalling.low ? kValues - 1 : 0;
-  uint32_t end = 0;
-  for (size_t place = 0; place < kValues; ++place) {
-    end += counters[place ^ turned];
-    counters[place ^ turned] = end;
+  constexpr size_t kValues = size_t{1} << (8 * sizeof(Key)), N = kRegisterElements<uint32_t>;
+  const bool falls = order.low == kFalling.low;
+  U32 before = {};
+  for (size_t place = 0; place < kValues; place += N) {
+    uint32_t* const group = counters + (falls ? kValues - N - place : place);
+    const U32 loaded = load(group);
+    const U32 end = before + running_sum(falls ? reverse(loaded) : loaded);
+    store(group, falls ? reverse(end) : end);
+    before = broadcast<uint32_t>(end[N - 1]);
   }
   const auto start =
       static_cast<int32_t>(static_cast<uint32_t>(len - 1) * static_cast<uint32_t>(keys.stride));
@@ -334,30 +336,31 @@ ZIVKStatus sort_index_8u(const uint8_t* src, int32_t srcStride, int32_t* dstIdx,
                          DigitOrder order) {
   if (ZIVKStatus status = check(src, srcStride, dstIdx, len, policy)) return status;
   const StridedKeys<uint8_t> keys = {reinterpret_cast<const std::byte*>(src), srcStride};
-  if (spans_32_bits(len, srcStride)) {
-    sort_by_counting<Numbers::kUnsigned>(keys, dstIdx, len, static_cast<uint32_t*>(policy), order);
-    return ZIVK_STS_NO_ERR;
-  }
-  const auto count = static_cast<size_t>(len);
   Counts counts;
-  const InitialRecords<Numbers::kUnsigned, uint8_t> initial = {keys};
-  count_digit(initial, count, 0, counts);
-  Places places(counts, order);
-  scatter(initial, Positions{dstIdx}, count, 0, places);
+  count_digit(InitialRecords<Numbers::kUnsigned, uint8_t>{keys}, static_cast<size_t>(len), 0, counts);
+  put_out_backward<Numbers::kUnsigned>(keys, dstIdx, len, counts, order);
   return ZIVK_STS_NO_ERR;
 }
+
+// Up to this many keys of 16 bits make two passes. In longer arrays a counter for every value is better: their
+// number matters less, and passes over keys that are sorted already write to 256 places at distances that share
+// few lines of a cache.
+constexpr int32_t kMostForPasses = int32_t{12} << 10;
 
 template <Numbers numbers, class T>
 ZIVKStatus sort_index_16(const T* src, int32_t srcStride, int32_t* dstIdx, int32_t len, void* policy,
                          DigitOrder order) {
   if (ZIVKStatus status = check(src, srcStride, dstIdx, len, policy)) return status;
   const StridedKeys<uint16_t> keys = {reinterpret_cast<const std::byte*>(src), srcStride};
-  if (len > kMostShortPositions || spans_32_bits(len, srcStride)) {
-    sort_by_counting<numbers>(keys, dstIdx, len, static_cast<uint32_t*>(policy), order);
-    return ZIVK_STS_NO_ERR;
-  }
   const auto count = static_cast<size_t>(len);
   const InitialRecords<numbers, uint16_t> initial = {keys};
+  if (len > kMostForPasses || spans_32_bits(len, srcStride)) {
+    auto* const counters = static_cast<uint32_t*>(policy);
+    std::memset(counters, 0, kHandleBytes16);
+    for (size_t i = 0; i < count; ++i) ++counters[initial.load(i).key];
+    put_out_backward<numbers>(keys, dstIdx, len, counters, order);
+    return ZIVK_STS_NO_ERR;
+  }
   auto* const positions = static_cast<int32_t*>(policy);
   Counts counts[2];
   count_digits<2>(initial, count, counts, Positions{positions});
