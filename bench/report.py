@@ -24,6 +24,9 @@ SHARED_LINES = {
     "Fills": ("Set", "Zero"),
     "Bit logic and shifts": ("Bitwise", "Shift"),
     "Counts, searches, NaN": ("CountInRange", "FindNearest", "ZeroCrossing", "ReplaceNan"),
+    "Order of elements and bytes": ("Flip", "SwapBytes"),
+    "Integer arithmetic": ("IntegerArithmetic", "AbsoluteValue"),
+    "Sorts without a handle": ("Sort", "SortIndex"),
 }
 
 Figure = collections.namedtuple("Figure", "value required is_met")

@@ -198,15 +198,18 @@ template <class Destination, class Kernel, class... Sources>
   }
 }
 
+template <size_t kTurn, class Destination, class Kernel, class... Sources>
+[[gnu::flatten]] ZIVKStatus map_short(Destination dst, size_t len, const Kernel& kernel, Sources... src) {
+  map_ends<kTurn, kTurn / 2>(dst, len, kernel, src...);
+  leave_registers();
+  return ZIVK_STS_NO_ERR;
+}
+
 template <class Destination, class Kernel, class... Sources>
 ZIVKS_INLINE ZIVKStatus map_operands(Destination dst, size_t len, const Kernel& kernel, Sources... src) {
   constexpr size_t N = step_elements<Destination, Sources...>();
   constexpr size_t kTurn = N * kStepsPerTurn<N, Destination, Sources...>;
-  if (len <= kTurn) {
-    map_ends<kTurn, kTurn / 2>(dst, len, kernel, src...);
-    leave_registers();
-    return ZIVK_STS_NO_ERR;
-  }
+  if (len <= kTurn) return map_short<kTurn>(dst, len, kernel, src...);
   if (reads_ahead(len * Destination::kElementBytes)) return map_long(dst, len, kernel, src...);
   return map_in_caches(dst, len, kernel, src...);
 }
