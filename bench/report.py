@@ -20,13 +20,14 @@ ARM = "Arm"
 NOISE = 0.05
 # Families of the table of functions that share a line.
 SHARED_LINES = {
-    "Copies": ("Copy", "Move"),
-    "Fills": ("Set", "Zero"),
+    "Copies and fills": ("Copy", "Move", "Set", "Zero"),
     "Bit logic and shifts": ("Bitwise", "Shift"),
     "Counts, searches, NaN": ("CountInRange", "FindNearest", "ZeroCrossing", "ReplaceNan"),
     "Order of elements and bytes": ("Flip", "SwapBytes"),
     "Integer arithmetic": ("IntegerArithmetic", "AbsoluteValue"),
     "Sorts without a handle": ("Sort", "SortIndex"),
+    "Radix sorts": ("SortRadix", "SortRadixIndex"),
+    "Extremes and their positions": ("Extremes", "ExtremePositions"),
 }
 
 Figure = collections.namedtuple("Figure", "value required is_met")
