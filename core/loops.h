@@ -175,10 +175,10 @@ template <class Destination, class Kernel, class... Sources>
 }
 
 // An array for which reading ahead or streaming may pay. Streaming saves reading what is overwritten, but not where
-// `dst` is read for its own sake. (The loops wait for memory, so that it does no harm to compile them for size.)
+// `dst` is read for its own sake.
 template <class Destination, class Kernel, class... Sources>
-[[gnu::cold, gnu::flatten, gnu::noinline]] ZIVKStatus map_long(Destination dst, size_t len,
-                                                               const Kernel& kernel, Sources... src) {
+[[gnu::flatten, gnu::noinline]] ZIVKStatus map_long(Destination dst, size_t len, const Kernel& kernel,
+                                                    Sources... src) {
   if constexpr (kHasStreams && Destination::kCanAlign) {
     const bool in_place = ((src.memory() == dst.memory()) || ...);
     if (!in_place && dst.is_aligned(first_turn<Sources...>(dst)) &&

@@ -807,7 +807,7 @@ inline size_t streaming_threshold() {
 }
 
 // Measured on Intel's processors only.
-inline bool streams(size_t bytes) {
+[[gnu::noinline]] inline bool streams(size_t bytes) {
   return bytes >= kLeastStreamed && is_intel_processor() && bytes >= streaming_threshold();
 }
 
