@@ -24,7 +24,7 @@ extern Services services;
 void* memory_of(int32_t size);
 
 inline constexpr ZIVKLibVersion kServicesVersion = {3, 1, 4, "services of the test", "3.1.4"};
-inline constexpr const char* kStatusText = "text of the test";
+inline constexpr char kStatusText[] = "text of the test";
 inline constexpr std::time_t kClock = 1234567890;
 
 }  // namespace zivks_test
