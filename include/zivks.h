@@ -73,8 +73,11 @@
  * @section threads Threads and memory
  *
  * The library has no state of its own. Calls on disjoint arrays are independent of each other, on whatever
- * threads. Memory, version and status texts come from the four services of zivk_core.h, which libzivk_core.so
- * or the application supplies.
+ * threads. One thing is shared by the whole process: the functions whose description says that pivots are drawn
+ * from the C library's `rand` seed it, so that other users of `rand` see another sequence afterwards.
+ *
+ * Memory, version and status texts come from the four services of zivk_core.h, which libzivk_core.so or the
+ * application supplies. A function allocates only where its description says so.
  */
 
 #include <zivks/arithmetic.h>

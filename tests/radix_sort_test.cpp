@@ -112,8 +112,8 @@ void expect_sorted(const RadixSorts<T>& sorts, Shape shape, size_t count, bool a
 }
 
 // Lengths on each side of every limit at which the library goes another way: 12 Ki and 48 Ki for passes over
-// positions and keys of 16 bits, 64 Ki for positions of 16 bits and for splitting keys of 64 bits, 128 Ki for splitting keys of 32
-// bits. Where most keys share their leading digits, the longest arrays are split twice.
+// positions and keys of 16 bits, 64 Ki for positions of 16 bits and for splitting keys of 64 bits, 128 Ki for
+// splitting keys of 32 bits. Where most keys share their leading digits, the longest arrays are split twice.
 template <class T>
 void expect_sorted(const RadixSorts<T>& sorts) {
   for (Shape shape : {Shape::kAnyBits, Shape::kTwoTopDigits, Shape::kNearby, Shape::kFewValues,
