@@ -81,6 +81,7 @@
  */
 
 #include <zivks/arithmetic.h>
+#include <zivks/columnar.h>
 #include <zivks/convert.h>
 #include <zivks/core.h>
 #include <zivks/logic.h>

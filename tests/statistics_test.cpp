@@ -13,7 +13,7 @@ namespace {
 std::vector<const Function*> reductions() {
   std::vector<const Function*> list;
   for (const Function* function : array_functions()) {
-    if (function->arguments[0].role != Role::kSource) continue;
+    if (function->arguments[0].role != Role::kSource || function->arguments[0].text) continue;
     for (const Argument& argument : function->arguments) {
       if (argument.role != Role::kResult) continue;
       list.push_back(function);

@@ -188,7 +188,7 @@ TEST(VectorLayer, HalvedSumsAndDifferences) {
 }
 
 TEST(VectorLayer, MinimumAndMaximum) {
-  for_types<uint8_t, int8_t, uint16_t, int16_t, uint32_t, int32_t, float, double>([](auto type) {
+  for_types<uint8_t, int8_t, uint16_t, int16_t, uint32_t, int32_t, int64_t, float, double>([](auto type) {
     using T = decltype(type);
     expect_binary<T>(
         "minimum", [](auto a, auto b) { return minimum(a, b); }, lesser<T>);
@@ -204,6 +204,14 @@ TEST(VectorLayer, MinimumAndMaximum) {
       ASSERT_TRUE(same<T>(reduce_maximum(a), most)) << i;
     }
   });
+}
+
+TEST(VectorLayer, ProductsOf64Bits) {
+  expect_binary<uint64_t>(
+      "product", [](auto a, auto b) { return multiply(a, b); }, [](uint64_t a, uint64_t b) { return a * b; });
+  expect_binary<uint64_t>(
+      "product of half a word", [](auto a, auto b) { return multiply_half(a >> 32, b); },
+      [](uint64_t a, uint64_t b) { return (a >> 32) * b; });
 }
 
 TEST(VectorLayer, SumOfLanes) {
@@ -321,7 +329,7 @@ void expect_conversion() {
 
 TEST(VectorLayer, Widths) {
   expect_widening<uint8_t, uint16_t, int16_t, uint32_t, int32_t>();
-  expect_widening<int8_t, int16_t, int32_t>();
+  expect_widening<int8_t, int16_t, int32_t, int64_t>();
   expect_widening<uint16_t, uint32_t, int32_t, uint64_t>();
   expect_widening<int16_t, int32_t, int64_t>();
   expect_widening<uint32_t, uint64_t, int64_t>();

@@ -22,10 +22,16 @@ inline constexpr bool kHasStreams = false;
 inline constexpr bool kRoundsFasterInCurrentMode = false;
 template <class>
 inline constexpr bool kRoundsInShifts = true;
+inline constexpr bool kMultipliesBesideIntegers = false;
 
 template <class R>
 ZIVKS_INLINE R kept_in_register(R value) {
   asm("" : "+w"(value));
+  return value;
+}
+
+ZIVKS_INLINE uint64_t kept_in_integer_unit(uint64_t value) {
+  asm("" : "+r"(value));
   return value;
 }
 
@@ -122,6 +128,14 @@ ZIVKS_INLINE U64 average_up(U64 a, U64 b) { return U64(vrsraq_n_u64(a & b, a ^ b
 ZIVKS_INLINE I64 average_down(I64 a, I64 b) { return I64(vsraq_n_s64(a & b, a ^ b, 1)); }
 ZIVKS_INLINE U64 average_down(U64 a, U64 b) { return U64(vsraq_n_u64(a & b, a ^ b, 1)); }
 
+// --- Products of 64-bit integers -----------------------------------------------------------
+
+ZIVKS_INLINE U64 multiply(U64 a, U64 b) {
+  const uint32x4_t crosswise = vmulq_u32(vrev64q_u32(uint32x4_t(a)), uint32x4_t(b));
+  return U64(vmlal_u32(vshlq_n_u64(vpaddlq_u32(crosswise), 32), vmovn_u64(a), vmovn_u64(b)));
+}
+ZIVKS_INLINE U64 multiply_half(U64 a, U64 b) { return multiply(a, b); }
+
 // --- Minimum and maximum ---------------------------------------------------------------
 
 ZIVKS_INLINE U8 minimum(U8 a, U8 b) { return U8(vminq_u8(a, b)); }
@@ -141,12 +155,16 @@ ZIVKS_INLINE I32 maximum(I32 a, I32 b) { return I32(vmaxq_s32(a, b)); }
 ZIVKS_INLINE F32 maximum(F32 a, F32 b) { return F32(vmaxq_f32(a, b)); }
 ZIVKS_INLINE F64 maximum(F64 a, F64 b) { return F64(vmaxq_f64(a, b)); }
 
+ZIVKS_INLINE I64 minimum(I64 a, I64 b) { return vbslq_s64(vcgtq_s64(a, b), b, a); }
+ZIVKS_INLINE I64 maximum(I64 a, I64 b) { return vbslq_s64(vcgtq_s64(a, b), a, b); }
+
 ZIVKS_INLINE uint8_t reduce_minimum(U8 a) { return vminvq_u8(a); }
 ZIVKS_INLINE int8_t reduce_minimum(I8 a) { return vminvq_s8(a); }
 ZIVKS_INLINE uint16_t reduce_minimum(U16 a) { return vminvq_u16(a); }
 ZIVKS_INLINE int16_t reduce_minimum(I16 a) { return vminvq_s16(a); }
 ZIVKS_INLINE uint32_t reduce_minimum(U32 a) { return vminvq_u32(a); }
 ZIVKS_INLINE int32_t reduce_minimum(I32 a) { return vminvq_s32(a); }
+ZIVKS_INLINE int64_t reduce_minimum(I64 a) { return a[0] < a[1] ? a[0] : a[1]; }
 ZIVKS_INLINE float reduce_minimum(F32 a) { return vminvq_f32(a); }
 ZIVKS_INLINE double reduce_minimum(F64 a) { return vminvq_f64(a); }
 ZIVKS_INLINE uint8_t reduce_maximum(U8 a) { return vmaxvq_u8(a); }
@@ -155,6 +173,7 @@ ZIVKS_INLINE uint16_t reduce_maximum(U16 a) { return vmaxvq_u16(a); }
 ZIVKS_INLINE int16_t reduce_maximum(I16 a) { return vmaxvq_s16(a); }
 ZIVKS_INLINE uint32_t reduce_maximum(U32 a) { return vmaxvq_u32(a); }
 ZIVKS_INLINE int32_t reduce_maximum(I32 a) { return vmaxvq_s32(a); }
+ZIVKS_INLINE int64_t reduce_maximum(I64 a) { return a[0] > a[1] ? a[0] : a[1]; }
 ZIVKS_INLINE float reduce_maximum(F32 a) { return vmaxvq_f32(a); }
 ZIVKS_INLINE double reduce_maximum(F64 a) { return vmaxvq_f64(a); }
 

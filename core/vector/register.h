@@ -49,6 +49,8 @@
 //   multiply_add_apart(a, b, c)           16-bit integers, a * b + c in two registers of 32 bits; which lanes
 //                                         stand in which is the processor's choice
 //   join_saturating                       those registers to one of 16 bits, clamped, in the order that was
+//   multiply                              products of 64-bit integers, modulo 2^64
+//   multiply_half(a, b)                   the same for a less than 2^32
 //   deinterleave, interleave              even and odd elements of two registers, and back
 //   load_deinterleaved, store_interleaved
 //                                         even and odd elements of two registers' length of memory
@@ -73,6 +75,8 @@
 //   load_bottom_half, load_halves, store_halves, repeat_bottom_half
 //                                         half a register, from, to and between memory
 //   kept_in_register                      the value, of which the compiler no longer knows where it came from
+//   kept_in_integer_unit                  the same of an integer, which the compiler does not put into a register
+//                                         of the vector unit then
 //   leave_registers()                     makes the vector unit ready for code of narrower registers
 //   stream                                a store past the caches, to memory aligned to registers; other
 //                                         stores may overtake it until order_streams()
@@ -92,6 +96,8 @@
 //                                         does not store, are aligned to registers
 //   kRoundsFasterInCurrentMode            asking for the processor's rounding mode once a call pays
 //   kHasStreams                           streams() can be true
+//   kMultipliesBesideIntegers             products of 64-bit integers in registers are worth while as long as the
+//                                         integer unit makes as many beside them
 //   kRoundsInShifts<T>                    shift_right_half_up and subtract_saturating of T are there and cheap
 #ifndef ZIVKS_CORE_VECTOR_REGISTER_H
 #define ZIVKS_CORE_VECTOR_REGISTER_H

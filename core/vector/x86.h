@@ -34,10 +34,16 @@ inline constexpr bool kHasStreams = true;
 inline constexpr bool kRoundsFasterInCurrentMode = true;
 template <class T>
 inline constexpr bool kRoundsInShifts = sizeof(T) <= 2;
+inline constexpr bool kMultipliesBesideIntegers = true;
 
 template <class R>
 ZIVKS_INLINE R kept_in_register(R value) {
   asm("" : "+x"(value));
+  return value;
+}
+
+ZIVKS_INLINE uint64_t kept_in_integer_unit(uint64_t value) {
+  asm("" : "+r"(value));
   return value;
 }
 
@@ -135,6 +141,18 @@ ZIVKS_INLINE I64 lowest_bits(I64 a, int n) {
   return I64((U64(a) ^ broadcast(uint64_t{1} << 63)) & broadcast((uint64_t{1} << n) - 1));
 }
 
+// There is no such instruction at this level. A shuffle moves the upper halves down, since there are products and
+// shifts enough; those of a constant the compiler moves beforehand.
+ZIVKS_INLINE U64 multiply(U64 a, U64 b) {
+  const U64 crosswise = U64(_mm256_mul_epu32(_mm256_shuffle_epi32(Int256(a), 0xF5), Int256(b))) +
+                        U64(_mm256_mul_epu32(Int256(a), Int256(b >> 32)));
+  return U64(_mm256_mul_epu32(Int256(a), Int256(b))) + (crosswise << 32);
+}
+ZIVKS_INLINE U64 multiply_half(U64 a, U64 b) {
+  const U64 crosswise = U64(_mm256_mul_epu32(Int256(a), Int256(b >> 32)));
+  return U64(_mm256_mul_epu32(Int256(a), Int256(b))) + (crosswise << 32);
+}
+
 ZIVKS_INLINE I64 bound_toward(I64 a) { return I64(a < I64{}) ^ broadcast(int64_t{INT64_MAX}); }
 
 ZIVKS_INLINE I64 add_saturating(I64 a, I64 b) {
@@ -214,6 +232,9 @@ ZIVKS_INLINE U16 maximum(U16 a, U16 b) { return U16(_mm256_max_epu16(Int256(a), 
 ZIVKS_INLINE I16 maximum(I16 a, I16 b) { return I16(_mm256_max_epi16(Int256(a), Int256(b))); }
 ZIVKS_INLINE U32 maximum(U32 a, U32 b) { return U32(_mm256_max_epu32(Int256(a), Int256(b))); }
 ZIVKS_INLINE I32 maximum(I32 a, I32 b) { return I32(_mm256_max_epi32(Int256(a), Int256(b))); }
+
+ZIVKS_INLINE I64 minimum(I64 a, I64 b) { return replace_overflow(a, b, I64(a > b)); }
+ZIVKS_INLINE I64 maximum(I64 a, I64 b) { return replace_overflow(b, a, I64(a > b)); }
 
 // A value that is too large is replaced by the largest that is not, and then gets the bits that the shift
 // brought in.
@@ -324,6 +345,7 @@ ZIVKS_INLINE Register<To> widen_part(I8 a) {
   const __m128i part = low_part<kRegisterElements<To>, K>(Int256(a));
   if constexpr (sizeof(To) == 2) return Register<To>(_mm256_cvtepi8_epi16(part));
   if constexpr (sizeof(To) == 4) return Register<To>(_mm256_cvtepi8_epi32(part));
+  if constexpr (sizeof(To) == 8) return Register<To>(_mm256_cvtepi8_epi64(part));
 }
 template <class To, size_t K>
 ZIVKS_INLINE Register<To> widen_part(U16 a) {

@@ -111,6 +111,15 @@ typedef struct {
   double im; /**< imaginary part */
 } ZIVK64fc;
 
+/**
+ * Decimal number of 128 bits without its point: sign and magnitude. A magnitude of 0 with the sign set is a zero
+ * like the other.
+ */
+typedef struct {
+  uint64_t lo; /**< lower 64 bits of the magnitude */
+  uint64_t hi; /**< bit 63: set if the number is negative; below it, upper 63 bits of the magnitude */
+} ZIVKDecimal128;
+
 /** Version of the library, in the form major.minor.patch. */
 typedef struct {
   int32_t major;    /**< incompatible changes */

@@ -40,6 +40,7 @@ std::vector<Fault> faults_of(const Function& function) {
     const auto add = [&](ZIVKStatus status, int rank, auto value) {
       faults.push_back({i, status, rank, Slot::of(value), argument.name + " = " + std::to_string(value)});
     };
+    if (argument.role == Role::kNulls) continue;
     if (argument.is_pointer() && !argument.nullable && !argument.is_unchecked) {
       faults.push_back({i, ZIVK_STS_NULL_PTR_ERR, kPointerRank, Slot(), argument.name + " null"});
     } else if (argument.role == Role::kLength || argument.role == Role::kTableLength) {

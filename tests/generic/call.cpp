@@ -47,6 +47,8 @@ std::vector<Slot> parameter_values(const Function& function, const Argument& arg
       return function.arguments[0].spans ? slots_of<int32_t>({key, 1, 3, 8, 37, INT32_MAX})
                                          : slots_of<int32_t>({key, key + 1, 2 * key, 2 * key + 3});
     }
+    case Role::kNulls: return slots_of({Nulls::kAbsent, Nulls::kNone, Nulls::kFew, Nulls::kHalf, Nulls::kAll});
+    case Role::kOffsets: return slots_of({Texts::kOfOneLength, Texts::kShort, Texts::kLong, Texts::kMostlyEmpty});
     // These take turns with the length instead.
     case Role::kCount: return {slots_of<int32_t>({1, 3, 40, length, length + 3})[turn % 5]};
     case Role::kOffset: return {slots_of<int32_t>({0, 1000, INT32_MAX - length})[turn / 5 % 3]};
@@ -65,6 +67,47 @@ Bytes random_table(int32_t length, Random& random) {
   Bytes bytes(entries.size() * sizeof entries[0]);
   std::memcpy(bytes.data(), entries.data(), bytes.size());
   return bytes;
+}
+
+void fill_nulls(Bytes& flags, Nulls nulls, Random& random) {
+  constexpr uint64_t kOneIn[] = {0, 0, 20, 2, 1};  // by Nulls
+  const uint64_t one_in = kOneIn[static_cast<size_t>(nulls)];
+  for (unsigned char& flag : flags) {
+    const bool is_null = one_in != 0 && random.below(one_in) == 0;
+    flag = is_null ? static_cast<unsigned char>(1 + random.below(255)) : 0;
+  }
+}
+
+Bytes random_offsets(int32_t rows, Texts texts, Random& random) {
+  const uint64_t size = random.below(100);
+  std::vector<int32_t> offsets = {static_cast<int32_t>(random.below(3))};
+  for (int32_t row = 0; row < rows; ++row) {
+    uint64_t length = size;
+    if (texts == Texts::kShort) length = random.below(20);
+    if (texts == Texts::kLong) length = random.below(120);
+    if (texts == Texts::kMostlyEmpty) length = random.below(8) == 0 ? random.below(4) : 0;
+    offsets.push_back(offsets.back() + static_cast<int32_t>(length));
+  }
+  Bytes bytes(offsets.size() * sizeof offsets[0]);
+  std::memcpy(bytes.data(), offsets.data(), bytes.size());
+  return bytes;
+}
+
+// Texts that often begin alike: of few different bytes, or of any.
+void fill_texts(Bytes& contents, Random& random, Flavour flavour) {
+  const uint64_t different = flavour == Flavour::kFinite ? 2 : flavour == Flavour::kFewSpecial ? 256 : 1;
+  for (unsigned char& byte : contents) byte = static_cast<unsigned char>(random.below(different) * 0x90);
+}
+
+// Where rows begin, and where the last one ends.
+std::vector<int32_t> offsets_of(const Function& function, const Operands& operands) {
+  for (size_t i = 0; i < function.arguments.size(); ++i) {
+    if (function.arguments[i].role != Role::kOffsets) continue;
+    std::vector<int32_t> offsets(operands.arrays[i].size() / sizeof(int32_t));
+    std::memcpy(offsets.data(), operands.arrays[i].data(), operands.arrays[i].size());
+    return offsets;
+  }
+  throw std::logic_error(function.name + " has no offsets");
 }
 
 // Elements that stand further apart have garbage in between; those that stand closer overlap.
@@ -149,6 +192,13 @@ size_t array_bytes(const Argument& argument, const Function& function, const Ope
   const size_t bytes = argument.array_element_bytes();
   auto length = static_cast<size_t>(operands.length);
   if (!argument.is_array()) return bytes;
+  if (argument.text) {
+    const std::vector<int32_t> offsets = offsets_of(function, operands);
+    int32_t longest = 0;
+    for (size_t i = 1; i < offsets.size(); ++i) longest = std::max(longest, offsets[i] - offsets[i - 1]);
+    return static_cast<size_t>(argument.role == Role::kSource ? offsets.back() : longest);
+  }
+  if (argument.role == Role::kOffsets) ++length;
   if (argument.counted) return bytes * static_cast<size_t>(value_of("k", function, operands));
   if (!argument.strided) return bytes * length;
   const auto stride = static_cast<size_t>(value_of("srcStride", function, operands));
@@ -176,16 +226,26 @@ Operands random_operands(const Function& function, int32_t length, size_t varian
     operands.slots[i] = values[variant % values.size()];
     variant /= values.size();
   }
+  for (size_t i = 0; i < function.arguments.size(); ++i) {  // ahead of the texts that they delimit
+    if (function.arguments[i].role == Role::kOffsets) {
+      operands.arrays[i] = random_offsets(length, operands.slots[i].as<Texts>(), random);
+    }
+  }
   for (size_t i = 0; i < function.arguments.size(); ++i) {
     const Argument& argument = function.arguments[i];
     Bytes& contents = operands.arrays[i];
+    if (argument.role == Role::kOffsets) continue;
     if (argument.role == Role::kTable) {
       contents = random_table(operands.slots[i + 1].as<int32_t>(), random);
     } else if (argument.role == Role::kHandle) {
       contents.resize(handle_bytes(argument, function, operands));
     } else if (argument.is_pointer()) {
       contents.assign(array_bytes(argument, function, operands), kOutput);
-      if (argument.strided) {
+      if (argument.role == Role::kNulls) {
+        fill_nulls(contents, operands.slots[i].as<Nulls>(), random);
+      } else if (argument.text && argument.is_read()) {
+        fill_texts(contents, random, flavour);
+      } else if (argument.strided) {
         fill_strided(contents, *argument.element, value_of("srcStride", function, operands), random, flavour);
       } else if (argument.is_read()) {
         argument.element->fill_random(contents.data(), contents.size() / argument.element->part_bytes(),
@@ -237,6 +297,10 @@ Call::Call(const Function& function, const Operands& operands, Placement placeme
     unsigned char* const end = array + contents.size();
     std::fill(end, std::min(memory.end(), end + kMarginBytes), kMargin);
     if (argument.role == Role::kHandle) std::fill(array, end, garbage_);
+    if (argument.role == Role::kNulls && operands.slots[i].as<Nulls>() == Nulls::kAbsent) {
+      slots[i] = Slot();
+      continue;
+    }
     // Words ahead of the array take part.
     const size_t ahead = argument.scan < 0 ? contents.size() - array_bytes(argument, function, operands) : 0;
     slots[i] = Slot::of(array + ahead);

@@ -29,6 +29,12 @@ int32_t value_of(const char* name, const Function& function, const Operands& ope
 // Where a function may scan the words next to an array: whether it gets there, and what it finds.
 enum class Scan : int32_t { kNone, kStopsAtOnce, kGoesOn };
 
+// Whether there is a null vector, and how many rows are null.
+enum class Nulls : int32_t { kAbsent, kNone, kFew, kHalf, kAll };
+
+// The rows of a column of texts.
+enum class Texts : int32_t { kOfOneLength, kShort, kLong, kMostlyEmpty };
+
 // A function's parameters (scale, kind, a bound, the length of a table ...) take several values each. This is
 // the number of their combinations, or of those that differ in more than the scale, which come first.
 size_t count_variants(const Function& function, bool with_scale = true);

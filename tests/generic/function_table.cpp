@@ -93,7 +93,10 @@ const struct {
               {Role::kStride, {"srcStride"}},
               {Role::kOffset, {"offset"}},
               {Role::kCount, {"k"}},
-              {Role::kMethod, {"method"}}};
+              {Role::kMethod, {"method"}},
+              {Role::kNulls, {"nulls"}},
+              {Role::kOffsets, {"offsets"}},
+              {Role::kResult, {"dstLen"}}};
 
 Role role_of(const std::string& name) {
   for (const auto& [role, names] : kNames) {
@@ -126,9 +129,8 @@ constexpr Parameter describe_parameter() {
 // Whether the type in the declaration fits the role that the name gives.
 bool matches(const Argument& argument, const Parameter& parameter) {
   if (argument.is_pointer()) {
-    const bool is_constant = argument.role == Role::kSource || argument.role == Role::kTable;
     return parameter.is_pointer && argument.element != nullptr &&
-           parameter.is_pointer_to_constant == is_constant;
+           parameter.is_pointer_to_constant == argument.is_constant();
   }
   for (Role integer :
        {Role::kLength, Role::kKind, Role::kShift, Role::kRoundMode, Role::kBound, Role::kTableLength,
@@ -152,6 +154,12 @@ Argument describe_argument(std::string text, const Parameter& parameter, std::st
       argument.packed = 3;
     } else if (word == "nullable" && argument.is_array()) {
       argument.nullable = true;
+    } else if (word == "kept" && argument.role == Role::kDestination) {
+      argument.kept = true;
+    } else if (word == "result" && argument.role == Role::kDestination) {
+      argument.role = Role::kResult;
+    } else if (word == "text" && argument.is_array()) {
+      argument.text = true;
     } else if (word == "atLeast3" && argument.role == Role::kLength) {
       argument.least = 3;
     } else if (word == "unsigned" && argument.role == Role::kLength) {

@@ -24,7 +24,7 @@ enum class Results { BITS, ANY_NAN, SORTED };
 struct ElementType {
   const std::type_info* type;
   size_t bytes, alignment;
-  size_t parts;           // 2 for complex numbers
+  size_t parts;           // 2 for complex numbers and decimals
   ZIVKDataType selector;  // 0 if the type has none
   bool (*is_nan)(const void* part);
   bool (*is_zero)(const void* part);
@@ -57,6 +57,8 @@ enum class Role {
   kOffset,
   kCount,
   kMethod,
+  kNulls,
+  kOffsets,
   kOther
 };
 
@@ -69,20 +71,26 @@ struct Argument {
   bool nullable = false, is_unsigned = false, is_unchecked = false;
   bool counted = false;                 // of an array: it has `k` elements
   bool strided = false, spans = false;  // of a source: its elements stand `srcStride` bytes apart
+  bool kept = false;                    // of a destination: elements of null rows stay as they were
+  bool text = false;                    // of an array: the bytes of a column of texts, or room for the longest of them
   int scan = 0;                         // of an array: words behind it (1) or ahead of it (-1) take part
   std::string init;  // of a handle: the function that makes it; a handle without has no bytes
 
   bool is_array() const {
-    return role == Role::kSource || role == Role::kDestination || role == Role::kSourceDestination;
+    return role == Role::kSource || role == Role::kDestination || role == Role::kSourceDestination ||
+           role == Role::kNulls || role == Role::kOffsets;
   }
   size_t array_element_bytes() const { return packed * element->bytes; }
   bool is_pointer() const {
     return is_array() || role == Role::kResult || role == Role::kTable || role == Role::kHandle ||
            role == Role::kNewHandle;
   }
-  bool is_read() const { return role == Role::kSource || role == Role::kSourceDestination; }
+  bool is_constant() const {  // what a pointer points to
+    return role == Role::kSource || role == Role::kTable || role == Role::kNulls || role == Role::kOffsets;
+  }
+  bool is_read() const { return role == Role::kSource || role == Role::kSourceDestination || kept; }
   bool is_written() const {  // with results
-    return is_pointer() && role != Role::kSource && role != Role::kTable && role != Role::kHandle;
+    return is_pointer() && !is_constant() && role != Role::kHandle;
   }
   bool is_input_value() const {
     return role == Role::kConstant || role == Role::kScale || role == Role::kKind || role == Role::kShift ||

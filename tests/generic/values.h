@@ -2,6 +2,8 @@
 #ifndef ZIVKS_TESTS_GENERIC_VALUES_H
 #define ZIVKS_TESTS_GENERIC_VALUES_H
 
+#include <zivks/types.h>
+
 #include <cmath>
 #include <cstdint>
 #include <cstring>
@@ -35,7 +37,7 @@ T nan_with_payload(bool quiet, bool negative, uint32_t payload = 0x1234) {
   return bit_cast<T>(bits);
 }
 
-// Complex records consist of two parts, every other element of one.
+// Complex records and decimals consist of two parts, every other element of one.
 template <class T, class = void>
 struct ElementParts {
   using Part = T;
@@ -44,6 +46,11 @@ struct ElementParts {
 template <class T>
 struct ElementParts<T, std::void_t<decltype(T::re)>> {
   using Part = decltype(T::re);
+  static constexpr size_t kCount = 2;
+};
+template <>
+struct ElementParts<ZIVKDecimal128> {
+  using Part = uint64_t;
   static constexpr size_t kCount = 2;
 };
 template <class T>

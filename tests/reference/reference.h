@@ -21,6 +21,7 @@ namespace zivks_test {
 using Reference = std::function<std::vector<Bytes>(const Function&, const Operands&)>;
 using References = std::map<std::string, Reference>;  // by function name
 
+References columnar_references();
 References copy_references();
 References complex_layout_references();
 References element_order_references();

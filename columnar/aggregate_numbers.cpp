@@ -1,0 +1,316 @@
+// The largest and the smallest number of a column, null rows left out.
+//
+// Integers and decimals may be looked at in any order, and a null row stands for a value that never wins. So do the
+// floats of a stretch without NaN. What the order of rows decides, NaN and the sign of zeros, is settled apart.
+#include <zivks/columnar.h>
+#include <zivks/statistics.h>
+
+#include <algorithm>
+#include <limits>
+
+#include "columnar/nulls.h"
+#include "core/checks.h"
+#include "core/reduce.h"
+
+using namespace zivks;
+
+namespace {
+
+__extension__ typedef __int128 Int128;
+
+// Of decimals, the largest number of 38 digits.
+inline constexpr Int128 kMostDecimal = (Int128{0x4B3B4CA85A86C47A} << 64) + 0x098A223FFFFFFFFF;
+
+// Which end of the column is asked for. A search begins with start<T>(). Nothing loses against least<T>().
+struct Largest {
+  template <class T>
+  static constexpr T start() {
+    return std::numeric_limits<T>::lowest();
+  }
+  template <class T>
+  static constexpr T least() {
+    return std::is_floating_point_v<T> ? -std::numeric_limits<T>::infinity() : start<T>();
+  }
+  static constexpr Int128 kDecimalStart = -kMostDecimal;
+
+  template <class T>
+  static bool beats(T a, T b) {
+    return a > b;
+  }
+  template <class R>
+  static R of(R a, R b) {
+    return maximum(a, b);
+  }
+  template <class R>
+  static ElementOf<R> reduce(R all) {
+    return reduce_maximum(all);
+  }
+};
+struct Smallest {
+  template <class T>
+  static constexpr T start() {
+    return std::numeric_limits<T>::max();
+  }
+  template <class T>
+  static constexpr T least() {
+    return std::is_floating_point_v<T> ? std::numeric_limits<T>::infinity() : start<T>();
+  }
+  static constexpr Int128 kDecimalStart = kMostDecimal;
+
+  template <class T>
+  static bool beats(T a, T b) {
+    return a < b;
+  }
+  template <class R>
+  static R of(R a, R b) {
+    return minimum(a, b);
+  }
+  template <class R>
+  static ElementOf<R> reduce(R all) {
+    return reduce_minimum(all);
+  }
+};
+
+template <class Order>
+inline constexpr auto combine = [](auto a, auto b) ZIVKS_INLINE_LAMBDA { return Order::of(a, b); };
+
+// --- Rows in registers -----------------------------------------------------------------
+
+// Rows whose flags are looked at together. Where none is null, they are not looked at one by one.
+inline constexpr size_t kTurnRows = 4 * kRegisterElements<int8_t>;
+
+ZIVKS_INLINE bool any_null(const int8_t* nulls) {
+  constexpr size_t N = kRegisterElements<int8_t>;
+  const I8 flags = (load(nulls) | load(nulls + N)) | (load(nulls + 2 * N) | load(nulls + 3 * N));
+  return any_true(I8(flags != 0));
+}
+
+// The rows from `src` on, as many as a register has, with values that never win for null ones.
+template <class Order, class T>
+ZIVKS_INLINE Register<T> load_values(const T* src, const int8_t* nulls) {
+  constexpr size_t N = kRegisterElements<T>;
+  const Lanes<T, N> rows = {{load(src)}}, least = {{broadcast(Order::template least<T>())}};
+  return value_or(Array<const int8_t>{nulls}.template load<N>(0), rows, least).part[0];
+}
+
+// The extreme of the rows that are not null, of at least a register. Rows may be met twice.
+template <class Order, size_t distance, class T>
+ZIVKS_INLINE T extreme_of_values(const T* src, size_t len, const int8_t* nulls) {
+  constexpr size_t N = kRegisterElements<T>;
+  const auto add = [&](Register<T>& state, Register<T> rows) ZIVKS_INLINE_LAMBDA { state = Order::of(state, rows); };
+  const Register<T> least = broadcast(Order::template least<T>());
+  FourStates<Register<T>> states = {least, least, least, least};
+  size_t i = 0;
+  for (; i + kTurnRows <= len; i += kTurnRows) {
+    prefetch_ahead<distance, kTurnRows * sizeof(T)>(src + i);
+    if (any_null(nulls + i)) {
+      for (size_t k = i; k < i + kTurnRows; k += 4 * N) {
+        add(states.first, load_values<Order>(src + k, nulls + k));
+        add(states.second, load_values<Order>(src + k + N, nulls + k + N));
+        add(states.third, load_values<Order>(src + k + 2 * N, nulls + k + 2 * N));
+        add(states.fourth, load_values<Order>(src + k + 3 * N, nulls + k + 3 * N));
+      }
+    } else {
+      for (size_t k = i; k < i + kTurnRows; k += 4 * N) {
+        add(states.first, load(src + k));
+        add(states.second, load(src + k + N));
+        add(states.third, load(src + k + 2 * N));
+        add(states.fourth, load(src + k + 3 * N));
+      }
+    }
+  }
+  for (; i + N <= len; i += N) add(states.first, load_values<Order>(src + i, nulls + i));
+  if (i < len) add(states.second, load_values<Order>(src + len - N, nulls + len - N));
+  return Order::reduce(states.combined(combine<Order>));
+}
+
+// --- Integers --------------------------------------------------------------------------
+
+template <class Order, size_t distance, class T>
+[[gnu::flatten]] ZIVKStatus find_integer(const T* src, int32_t len, const int8_t* nulls, T* dst) {
+  if (ZIVKStatus status = check_arrays(len, src, dst)) return status;
+  constexpr size_t N = kRegisterElements<T>;
+  const auto rows = static_cast<size_t>(len);
+  T found = Order::template start<T>();
+  if (rows >= N) {
+    found = extreme_of_values<Order, distance>(src, rows, nulls);
+  } else {
+    for (size_t i = 0; i < rows; ++i) {
+      if (nulls[i] == 0 && Order::beats(src[i], found)) found = src[i];
+    }
+  }
+  *dst = found;
+  leave_registers();
+  return ZIVK_STS_NO_ERR;
+}
+
+template <class Order, class T>
+[[gnu::flatten]] ZIVKStatus find_integer_of_all(const T* src, int32_t len, T* dst) {
+  if (ZIVKStatus status = check_arrays(len, src, dst)) return status;
+  constexpr size_t N = kRegisterElements<T>;
+  const auto rows = static_cast<size_t>(len);
+  *dst = Order::reduce(rows < N ? load_repeatedly<N / 2>(src, rows)
+                                : reduce_array(src, rows, load(src), combine<Order>, combine<Order>));
+  leave_registers();
+  return ZIVK_STS_NO_ERR;
+}
+
+// --- Floats ----------------------------------------------------------------------------
+
+// `found` stays if it beats `x`: not against a NaN, and neither if it is one.
+template <class Order>
+ZIVKS_INLINE double fold(double found, double x) {
+  return Order::beats(found, x) ? found : x;
+}
+
+// The extreme of a block, in which a NaN wins and -0 is below +0.
+template <class Order>
+ZIVKS_INLINE double extreme_of_block(const double* src) {
+  constexpr size_t N = kRegisterElements<double>;
+  F64 extreme = load(src);
+  for (size_t k = N; k < kBlockRows; k += N) extreme = Order::of(extreme, load(src + k));
+  const double value = Order::reduce(extreme);
+  return value == value ? value : std::numeric_limits<double>::quiet_NaN();  // the same on all processors
+}
+
+// What is found after the rows from `first` up to `last`, a multiple of a block if there are rows behind: rows are
+// folded in turn, a block without nulls as one value.
+template <class Order>
+[[gnu::noinline]] double fold_rows(double found, const double* src, const int8_t* nulls, size_t first, size_t last) {
+  for (size_t i = first; i < last;) {
+    if (i + kBlockRows <= last && is_clean(nulls + i)) {
+      found = fold<Order>(found, extreme_of_block<Order>(src + i));
+      i += kBlockRows;
+    } else {
+      for (const size_t end = std::min(i + kBlockRows, last); i < end; ++i) {
+        if (nulls[i] == 0) found = fold<Order>(found, src[i]);
+      }
+    }
+  }
+  return found;
+}
+
+// Rows go in stretches, of which the extreme is folded. A stretch with a NaN, or behind one, is folded row by row.
+//
+// If the result is a zero, the last value that is one decides about its sign. The stretch with it is folded row by
+// row then.
+template <class Order, size_t distance>
+[[gnu::flatten]] ZIVKStatus find_float(const double* src, int32_t len, const int8_t* nulls, double* dst) {
+  if (ZIVKStatus status = check_arrays(len, src, dst)) return status;
+  constexpr size_t kStretch = 1024;
+  const auto rows = static_cast<size_t>(len);
+  constexpr double kStart = Order::template start<double>();
+  double found = kStart;
+  size_t stretch_with_zero = rows;
+  const auto settle_zero = [&]() ZIVKS_INLINE_LAMBDA {
+    if (found == 0 && stretch_with_zero < rows) {
+      const size_t last = std::min(stretch_with_zero + kStretch, rows);
+      found = fold_rows<Order>(kStart, src, nulls, stretch_with_zero, last);
+      stretch_with_zero = rows;
+    }
+  };
+  for (size_t first = 0; first < rows; first += kStretch) {
+    const size_t last = std::min(first + kStretch, rows);
+    double extreme = std::numeric_limits<double>::quiet_NaN();
+    if (found == found && last - first >= kRegisterElements<double>) {
+      extreme = extreme_of_values<Order, distance>(src + first, last - first, nulls + first);
+    }
+    if (extreme == extreme) {
+      found = fold<Order>(found, extreme);
+      if (extreme == 0) stretch_with_zero = first;
+    } else {
+      settle_zero();
+      found = fold_rows<Order>(found, src, nulls, first, last);
+    }
+  }
+  settle_zero();
+  *dst = found;
+  leave_registers();
+  return ZIVK_STS_NO_ERR;
+}
+
+// --- Decimals --------------------------------------------------------------------------
+
+inline constexpr uint64_t kSign = uint64_t{1} << 63;
+
+ZIVKS_INLINE Int128 to_integer(ZIVKDecimal128 decimal) {
+  const auto magnitude = static_cast<Int128>(decimal.hi & ~kSign) << 64 | decimal.lo;
+  const Int128 sign = static_cast<int64_t>(decimal.hi) >> 63;
+  return (magnitude ^ sign) - sign;
+}
+
+ZIVKS_INLINE ZIVKDecimal128 to_decimal(Int128 number) {
+  const Int128 magnitude = number < 0 ? -number : number;
+  return {static_cast<uint64_t>(magnitude), static_cast<uint64_t>(magnitude >> 64) | (number < 0 ? kSign : 0)};
+}
+
+// Two searches take turns, so that a comparison need not wait for the one before it.
+template <class Order, class Load>
+ZIVKS_INLINE Int128 extreme_of_decimals(Int128 start, const ZIVKDecimal128* src, size_t rows, Load load_row) {
+  constexpr size_t kDistance = 2048;
+  const auto better = [](Int128 a, Int128 b) ZIVKS_INLINE_LAMBDA { return Order::beats(b, a) ? b : a; };
+  Int128 even = start, odd = start;
+  size_t i = 0;
+  for (; i + kBlockRows <= rows; i += kBlockRows) {
+    prefetch_ahead<kDistance, kBlockRows * sizeof *src>(src + i);
+    for (size_t k = i; k < i + kBlockRows; k += 2) {
+      even = better(even, load_row(k));
+      odd = better(odd, load_row(k + 1));
+    }
+  }
+  for (; i < rows; ++i) even = better(even, load_row(i));
+  return better(even, odd);
+}
+
+template <class Order>
+ZIVKStatus find_decimal(const ZIVKDecimal128* src, int32_t len, const int8_t* nulls, ZIVKDecimal128* dst) {
+  if (ZIVKStatus status = check_arrays(len, src, dst)) return status;
+  const auto rows = static_cast<size_t>(len);
+  const auto row = [=](size_t i) ZIVKS_INLINE_LAMBDA { return to_integer(src[i]); };
+  const auto value = [=](size_t i) ZIVKS_INLINE_LAMBDA { return nulls[i] == 0 ? row(i) : Order::kDecimalStart; };
+  *dst = to_decimal(nulls == nullptr ? extreme_of_decimals<Order>(row(0), src, rows, row)
+                                     : extreme_of_decimals<Order>(Order::kDecimalStart, src, rows, value));
+  return ZIVK_STS_NO_ERR;
+}
+
+}  // namespace
+
+ZIVKStatus ZIVKS_AggMax_16s(const int16_t* src, int32_t len, const int8_t* nulls, int16_t* dst) {
+  if (nulls == nullptr) return ZIVKS_Max_16s(src, len, dst);
+  return find_integer<Largest, 512>(src, len, nulls, dst);
+}
+ZIVKStatus ZIVKS_AggMax_32s(const int32_t* src, int32_t len, const int8_t* nulls, int32_t* dst) {
+  if (nulls == nullptr) return ZIVKS_Max_32s(src, len, dst);
+  return find_integer<Largest, 1024>(src, len, nulls, dst);
+}
+ZIVKStatus ZIVKS_AggMax_64s(const int64_t* src, int32_t len, const int8_t* nulls, int64_t* dst) {
+  if (nulls == nullptr) return find_integer_of_all<Largest>(src, len, dst);
+  return find_integer<Largest, 2048>(src, len, nulls, dst);
+}
+ZIVKStatus ZIVKS_AggMax_64f(const double* src, int32_t len, const int8_t* nulls, double* dst) {
+  if (nulls == nullptr) return ZIVKS_Max_64f(src, len, dst);
+  return find_float<Largest, 2048>(src, len, nulls, dst);
+}
+ZIVKStatus ZIVKS_AggMax_decimal128(const ZIVKDecimal128* src, int32_t len, const int8_t* nulls, ZIVKDecimal128* dst) {
+  return find_decimal<Largest>(src, len, nulls, dst);
+}
+
+ZIVKStatus ZIVKS_AggMin_16s(const int16_t* src, int32_t len, const int8_t* nulls, int16_t* dst) {
+  if (nulls == nullptr) return ZIVKS_Min_16s(src, len, dst);
+  return find_integer<Smallest, 512>(src, len, nulls, dst);
+}
+ZIVKStatus ZIVKS_AggMin_32s(const int32_t* src, int32_t len, const int8_t* nulls, int32_t* dst) {
+  if (nulls == nullptr) return ZIVKS_Min_32s(src, len, dst);
+  return find_integer<Smallest, 1024>(src, len, nulls, dst);
+}
+ZIVKStatus ZIVKS_AggMin_64s(const int64_t* src, int32_t len, const int8_t* nulls, int64_t* dst) {
+  if (nulls == nullptr) return find_integer_of_all<Smallest>(src, len, dst);
+  return find_integer<Smallest, 2048>(src, len, nulls, dst);
+}
+ZIVKStatus ZIVKS_AggMin_64f(const double* src, int32_t len, const int8_t* nulls, double* dst) {
+  if (nulls == nullptr) return ZIVKS_Min_64f(src, len, dst);
+  return find_float<Smallest, 2048>(src, len, nulls, dst);
+}
+ZIVKStatus ZIVKS_AggMin_decimal128(const ZIVKDecimal128* src, int32_t len, const int8_t* nulls, ZIVKDecimal128* dst) {
+  return find_decimal<Smallest>(src, len, nulls, dst);
+}
