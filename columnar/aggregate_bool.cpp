@@ -98,7 +98,8 @@ ZIVKStatus ZIVKS_AggMin_bool(const uint8_t* src, int32_t len, const int8_t* null
   const auto rows = static_cast<size_t>(len);
   const size_t in_blocks = rows & ~size_t{15};
   if (nulls == nullptr) {
-    *dst = (in_blocks == 0 || is_each_odd(src, in_blocks)) && std::find(src + in_blocks, src + rows, 0) == src + rows;
+    *dst = (in_blocks == 0 || is_each_odd(src, in_blocks)) &&
+           std::find(src + in_blocks, src + rows, 0) == src + rows;
   } else {
     *dst = min_of_values(src, rows, nulls);
   }

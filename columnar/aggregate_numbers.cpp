@@ -16,11 +16,6 @@ using namespace zivks;
 
 namespace {
 
-__extension__ typedef __int128 Int128;
-
-// Of decimals, the largest number of 38 digits.
-inline constexpr Int128 kMostDecimal = (Int128{0x4B3B4CA85A86C47A} << 64) + 0x098A223FFFFFFFFF;
-
 // Which end of the column is asked for. A search begins with start<T>(). Nothing loses against least<T>().
 struct Largest {
   template <class T>
@@ -31,7 +26,7 @@ struct Largest {
   static constexpr T least() {
     return std::is_floating_point_v<T> ? -std::numeric_limits<T>::infinity() : start<T>();
   }
-  static constexpr Int128 kDecimalStart = -kMostDecimal;
+  static constexpr ZIVKDecimal128 kDecimalStart = {0x098A223FFFFFFFFF, 0xCB3B4CA85A86C47A};  // -(10^38 - 1)
 
   template <class T>
   static bool beats(T a, T b) {
@@ -55,7 +50,7 @@ struct Smallest {
   static constexpr T least() {
     return std::is_floating_point_v<T> ? std::numeric_limits<T>::infinity() : start<T>();
   }
-  static constexpr Int128 kDecimalStart = kMostDecimal;
+  static constexpr ZIVKDecimal128 kDecimalStart = {0x098A223FFFFFFFFF, 0x4B3B4CA85A86C47A};  // 10^38 - 1
 
   template <class T>
   static bool beats(T a, T b) {
@@ -97,7 +92,8 @@ ZIVKS_INLINE Register<T> load_values(const T* src, const int8_t* nulls) {
 template <class Order, size_t distance, class T>
 ZIVKS_INLINE T extreme_of_values(const T* src, size_t len, const int8_t* nulls) {
   constexpr size_t N = kRegisterElements<T>;
-  const auto add = [&](Register<T>& state, Register<T> rows) ZIVKS_INLINE_LAMBDA { state = Order::of(state, rows); };
+  const auto add = [&](Register<T>& state, Register<T> rows)
+                       ZIVKS_INLINE_LAMBDA { state = Order::of(state, rows); };
   const Register<T> least = broadcast(Order::template least<T>());
   FourStates<Register<T>> states = {least, least, least, least};
   size_t i = 0;
@@ -176,7 +172,8 @@ ZIVKS_INLINE double extreme_of_block(const double* src) {
 // What is found after the rows from `first` up to `last`, a multiple of a block if there are rows behind: rows are
 // folded in turn, a block without nulls as one value.
 template <class Order>
-[[gnu::noinline]] double fold_rows(double found, const double* src, const int8_t* nulls, size_t first, size_t last) {
+[[gnu::noinline]] double fold_rows(double found, const double* src, const int8_t* nulls, size_t first,
+                                   size_t last) {
   for (size_t i = first; i < last;) {
     if (i + kBlockRows <= last && is_clean(nulls + i)) {
       found = fold<Order>(found, extreme_of_block<Order>(src + i));
@@ -231,45 +228,83 @@ template <class Order, size_t distance>
 
 // --- Decimals --------------------------------------------------------------------------
 
-inline constexpr uint64_t kSign = uint64_t{1} << 63;
+// A decimal, or as many as a register has, as two signed integers that are ordered as the decimals are, the upper one
+// first. Those of a negative number have all bits but the sign turned. Zero comes behind negative zero.
+template <class Value>
+struct OrderedDecimal {
+  Value hi, lo;
+};
 
-ZIVKS_INLINE Int128 to_integer(ZIVKDecimal128 decimal) {
-  const auto magnitude = static_cast<Int128>(decimal.hi & ~kSign) << 64 | decimal.lo;
-  const Int128 sign = static_cast<int64_t>(decimal.hi) >> 63;
-  return (magnitude ^ sign) - sign;
+inline constexpr int64_t kSign = INT64_MIN;
+
+// Of the words of a decimal, and back.
+template <class Value>
+ZIVKS_INLINE OrderedDecimal<Value> turn_negative(Value hi, Value lo, Value is_negative) {
+  return {hi ^ (is_negative & INT64_MAX), lo ^ is_negative ^ kSign};
+}
+ZIVKS_INLINE OrderedDecimal<int64_t> ordered(ZIVKDecimal128 decimal) {
+  const auto hi = static_cast<int64_t>(decimal.hi);
+  return turn_negative(hi, static_cast<int64_t>(decimal.lo), hi >> 63);
+}
+ZIVKS_INLINE OrderedDecimal<I64> load_ordered(const ZIVKDecimal128* src) {
+  const auto [lo, hi] = load_deinterleaved(&src->lo);
+  return turn_negative(I64(hi), I64(lo), I64(I64(hi) < 0));
+}
+ZIVKS_INLINE ZIVKDecimal128 to_decimal(OrderedDecimal<int64_t> number) {
+  const auto words = turn_negative(number.hi, number.lo, number.hi >> 63);
+  const bool is_negative_zero = words.hi == kSign && words.lo == 0;
+  return {static_cast<uint64_t>(words.lo), is_negative_zero ? 0 : static_cast<uint64_t>(words.hi)};
 }
 
-ZIVKS_INLINE ZIVKDecimal128 to_decimal(Int128 number) {
-  const Int128 magnitude = number < 0 ? -number : number;
-  return {static_cast<uint64_t>(magnitude), static_cast<uint64_t>(magnitude >> 64) | (number < 0 ? kSign : 0)};
-}
-
-// Two searches take turns, so that a comparison need not wait for the one before it.
-template <class Order, class Load>
-ZIVKS_INLINE Int128 extreme_of_decimals(Int128 start, const ZIVKDecimal128* src, size_t rows, Load load_row) {
-  constexpr size_t kDistance = 2048;
-  const auto better = [](Int128 a, Int128 b) ZIVKS_INLINE_LAMBDA { return Order::beats(b, a) ? b : a; };
-  Int128 even = start, odd = start;
-  size_t i = 0;
-  for (; i + kBlockRows <= rows; i += kBlockRows) {
-    prefetch_ahead<kDistance, kBlockRows * sizeof *src>(src + i);
-    for (size_t k = i; k < i + kBlockRows; k += 2) {
-      even = better(even, load_row(k));
-      odd = better(odd, load_row(k + 1));
-    }
-  }
-  for (; i < rows; ++i) even = better(even, load_row(i));
-  return better(even, odd);
+// All ones where `a` wins.
+template <class Order, class Value>
+ZIVKS_INLINE Value beats(OrderedDecimal<Value> a, OrderedDecimal<Value> b) {
+  if constexpr (std::is_same_v<Order, Largest>)
+    return Value(a.hi > b.hi) | (Value(a.hi == b.hi) & Value(a.lo > b.lo));
+  if constexpr (std::is_same_v<Order, Smallest>)
+    return Value(a.hi < b.hi) | (Value(a.hi == b.hi) & Value(a.lo < b.lo));
 }
 
 template <class Order>
-ZIVKStatus find_decimal(const ZIVKDecimal128* src, int32_t len, const int8_t* nulls, ZIVKDecimal128* dst) {
+[[gnu::flatten]] ZIVKStatus find_decimal(const ZIVKDecimal128* src, int32_t len, const int8_t* nulls,
+                                         ZIVKDecimal128* dst) {
   if (ZIVKStatus status = check_arrays(len, src, dst)) return status;
+  constexpr size_t N = kRegisterElements<int64_t>;
   const auto rows = static_cast<size_t>(len);
-  const auto row = [=](size_t i) ZIVKS_INLINE_LAMBDA { return to_integer(src[i]); };
-  const auto value = [=](size_t i) ZIVKS_INLINE_LAMBDA { return nulls[i] == 0 ? row(i) : Order::kDecimalStart; };
-  *dst = to_decimal(nulls == nullptr ? extreme_of_decimals<Order>(row(0), src, rows, row)
-                                     : extreme_of_decimals<Order>(Order::kDecimalStart, src, rows, value));
+  OrderedDecimal<int64_t> found = ordered(nulls == nullptr ? src[0] : Order::kDecimalStart);
+  const auto add = [&](OrderedDecimal<int64_t> row) ZIVKS_INLINE_LAMBDA {
+    if (beats<Order>(row, found) != 0) found = row;
+  };
+  if (rows < N) {
+    for (size_t i = 0; i < rows; ++i) {
+      if (nulls == nullptr || nulls[i] == 0) add(ordered(src[i]));
+    }
+  } else {
+    OrderedDecimal<I64> even = {broadcast(found.hi), broadcast(found.lo)}, odd = even;
+    const auto add_rows = [&](OrderedDecimal<I64>& best, size_t i) ZIVKS_INLINE_LAMBDA {
+      const OrderedDecimal<I64> row = load_ordered(src + i);
+      I64 wins = beats<Order>(row, best);
+      if (nulls != nullptr)
+        wins &= has_value<int64_t>(Array<const int8_t>{nulls + i}.template load<N>(0)).part[0];
+      best = {select(wins, row.hi, best.hi), select(wins, row.lo, best.lo)};
+    };
+    size_t i = 0;
+    for (; i + kBlockRows <= rows; i += kBlockRows) {
+      prefetch_ahead<2048, kBlockRows * sizeof *src>(src + i);
+      for (size_t k = i; k < i + kBlockRows; k += 2 * N) {
+        add_rows(even, k);
+        add_rows(odd, k + N);
+      }
+    }
+    for (; i + N <= rows; i += N) add_rows(even, i);
+    if (i < rows) add_rows(odd, rows - N);
+    for (size_t k = 0; k < N; ++k) {
+      add({even.hi[k], even.lo[k]});
+      add({odd.hi[k], odd.lo[k]});
+    }
+  }
+  *dst = to_decimal(found);
+  leave_registers();
   return ZIVK_STS_NO_ERR;
 }
 
@@ -291,7 +326,8 @@ ZIVKStatus ZIVKS_AggMax_64f(const double* src, int32_t len, const int8_t* nulls,
   if (nulls == nullptr) return ZIVKS_Max_64f(src, len, dst);
   return find_float<Largest, 2048>(src, len, nulls, dst);
 }
-ZIVKStatus ZIVKS_AggMax_decimal128(const ZIVKDecimal128* src, int32_t len, const int8_t* nulls, ZIVKDecimal128* dst) {
+ZIVKStatus ZIVKS_AggMax_decimal128(const ZIVKDecimal128* src, int32_t len, const int8_t* nulls,
+                                   ZIVKDecimal128* dst) {
   return find_decimal<Largest>(src, len, nulls, dst);
 }
 
@@ -311,6 +347,7 @@ ZIVKStatus ZIVKS_AggMin_64f(const double* src, int32_t len, const int8_t* nulls,
   if (nulls == nullptr) return ZIVKS_Min_64f(src, len, dst);
   return find_float<Smallest, 2048>(src, len, nulls, dst);
 }
-ZIVKStatus ZIVKS_AggMin_decimal128(const ZIVKDecimal128* src, int32_t len, const int8_t* nulls, ZIVKDecimal128* dst) {
+ZIVKStatus ZIVKS_AggMin_decimal128(const ZIVKDecimal128* src, int32_t len, const int8_t* nulls,
+                                   ZIVKDecimal128* dst) {
   return find_decimal<Smallest>(src, len, nulls, dst);
 }

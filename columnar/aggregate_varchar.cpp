@@ -1,8 +1,8 @@
 // The largest and the smallest text of a column.
 //
 // Most rows are told from the best one by their first eight bytes: read as a number, the first byte highest, these
-// are ordered as the bytes are. A shorter text has zeros behind it, which are below every byte that a longer one has
-// there. Only where the numbers are equal are the texts compared.
+// are ordered as the bytes are. A shorter text has zeros behind it, which are not above any byte that a longer one has
+// there. Only rows that win by this number, or that have the same, are compared.
 #include <zivks/columnar.h>
 #include <zivks/movement.h>
 
@@ -26,53 +26,65 @@ int compare(Text a, Text b) {
   return order != 0 ? order : (a.length > b.length) - (a.length < b.length);
 }
 
-struct Largest {
-  static bool beats(uint64_t prefix, uint64_t best) { return prefix > best; }
-  static bool beats(Text row, Text best) {
-    if (row.length <= 0) return false;
-    return best.length <= 0 || compare(row, best) > 0;
-  }
-};
-struct Smallest {
-  static bool beats(uint64_t prefix, uint64_t best) { return prefix < best; }
-  static bool beats(Text row, Text best) {
-    if (row.length <= 0) return row.length < best.length;
-    return best.length > 0 && compare(row, best) < 0;
-  }
+// A text, and its first eight bytes as a number.
+struct Row {
+  Text text;
+  uint64_t prefix;
 };
 
-// The first eight bytes as a number. Where as many can be read, those behind the text are cut off.
+// may_beat() lets through all rows that beat the best one, and of the others those that the prefix does not tell from
+// it. It has no branches, since all that it asks but the last comparison depends on lengths.
+struct Largest {
+  ZIVKS_INLINE static bool may_beat(Row row, Row best) {
+    return (row.text.length > 0) & (row.prefix >= best.prefix);
+  }
+  static bool beats(Text row, Text best) { return best.length <= 0 || compare(row, best) > 0; }
+};
+struct Smallest {
+  ZIVKS_INLINE static bool may_beat(Row row, Row best) {
+    const int32_t length = row.text.length, best_length = best.text.length;
+    return ((length > 0) & (best_length > 0) & (row.prefix <= best.prefix)) |
+           ((length <= 0) & (length < best_length));
+  }
+  static bool beats(Text row, Text best) { return row.length <= 0 || compare(row, best) < 0; }
+};
+
+// By the number of bytes, those at the top of a word.
+constexpr uint64_t kTopBytes[] = {0,
+                                  0xFF00000000000000,
+                                  0xFFFF000000000000,
+                                  0xFFFFFF0000000000,
+                                  0xFFFFFFFF00000000,
+                                  0xFFFFFFFFFF000000,
+                                  0xFFFFFFFFFFFF0000,
+                                  0xFFFFFFFFFFFFFF00,
+                                  0xFFFFFFFFFFFFFFFF};
+
+// The first eight bytes as a number. Where as many can be read, those behind the text are cut off, without a branch on
+// its length.
 ZIVKS_INLINE uint64_t prefix_of(Text text, bool has_room) {
   constexpr int32_t kBytes = sizeof(uint64_t);
+  const int32_t length = std::min(std::max(text.length, 0), kBytes);
+  if (has_room) return __builtin_bswap64(read<uint64_t>(text.bytes)) & kTopBytes[length];
   uint64_t prefix = 0;
-  if (has_room) {
-    prefix = __builtin_bswap64(read<uint64_t>(text.bytes));
-    if (text.length < kBytes) prefix = text.length <= 0 ? 0 : prefix & (~uint64_t{0} << (8 * (kBytes - text.length)));
-  } else {
-    for (int32_t i = 0; i < kBytes; ++i) prefix = prefix << 8 | (i < text.length ? text.bytes[i] : 0);
-  }
+  for (int32_t i = 0; i < kBytes; ++i) prefix = prefix << 8 | (i < length ? text.bytes[i] : 0);
   return prefix;
 }
 
 template <class Order>
 Text best_text(const uint8_t* src, const int32_t* offsets, size_t rows) {
-  constexpr int32_t kBytes = sizeof(uint64_t);
-  const auto row = [=](size_t i) ZIVKS_INLINE_LAMBDA {
-    return Text{src + offsets[i], static_cast<int32_t>(static_cast<uint32_t>(offsets[i + 1]) - static_cast<uint32_t>(offsets[i]))};
+  const int64_t last_word = int64_t{offsets[rows]} - int64_t{sizeof(uint64_t)};
+  const auto row_at = [=](size_t i) ZIVKS_INLINE_LAMBDA {
+    const Text text = {src + offsets[i], offsets[i + 1] - offsets[i]};
+    return Row{text, prefix_of(text, offsets[i] <= last_word)};
   };
-  const int64_t last = int64_t{offsets[rows]} - kBytes;
-  const auto prefix_of_row = [=](size_t i) ZIVKS_INLINE_LAMBDA { return prefix_of(row(i), offsets[i] <= last); };
-  Text best = row(0);
-  uint64_t best_prefix = prefix_of_row(0);
+  Row best = row_at(0);
   for (size_t i = 1; i < rows; ++i) {
     prefetch_ahead<16>(src + offsets[i]);
-    const uint64_t prefix = prefix_of_row(i);
-    if (prefix != best_prefix ? Order::beats(prefix, best_prefix) : Order::beats(row(i), best)) {
-      best = row(i);
-      best_prefix = prefix;
-    }
+    const Row row = row_at(i);
+    if (Order::may_beat(row, best) && Order::beats(row.text, best.text)) best = row;
   }
-  return best;
+  return best.text;
 }
 
 // A text without bytes is not copied: ZIVKS_Copy_8u() refuses it.

@@ -135,11 +135,13 @@ ZIVKS_INLINE ZIVKStatus hash_column(const T* src, int32_t len, const int8_t* nul
 
 // What `kernel` makes of the rows that are not null.
 template <class Source, class Kernel>
-ZIVKS_INLINE ZIVKStatus map_values(Source src, size_t len, const int8_t* nulls, uint64_t* dst, const Kernel& kernel) {
+ZIVKS_INLINE ZIVKStatus map_values(Source src, size_t len, const int8_t* nulls, uint64_t* dst,
+                                   const Kernel& kernel) {
   return map(
       dst, len,
-      [kernel](auto row, auto flags, auto old) ZIVKS_INLINE_LAMBDA { return value_or(flags, kernel(row), old); }, src,
-      nulls, const_cast<const uint64_t*>(dst));
+      [kernel](auto row, auto flags, auto old)
+          ZIVKS_INLINE_LAMBDA { return value_or(flags, kernel(row), old); },
+      src, nulls, const_cast<const uint64_t*>(dst));
 }
 
 // 1237 for false, 1231 for true.
@@ -169,8 +171,8 @@ ZIVKStatus ZIVKS_Hash_decimal128(const ZIVKDecimal128* src, int32_t len, const i
 ZIVKStatus ZIVKS_Hash_decimal64(const int64_t* src, int32_t len, const int8_t* nulls, uint64_t* dst) {
   if (nulls == nullptr) return ZIVKS_Copy_64s(src, reinterpret_cast<int64_t*>(dst), len);
   if (ZIVKStatus status = check_arrays(len, src, dst)) return status;
-  return map_values(prefetched<2048>(reinterpret_cast<const uint64_t*>(src)), static_cast<size_t>(len), nulls, dst,
-                    unchanged);
+  return map_values(prefetched<2048>(reinterpret_cast<const uint64_t*>(src)), static_cast<size_t>(len), nulls,
+                    dst, unchanged);
 }
 
 ZIVKStatus ZIVKS_Hash_bool(const uint8_t* src, int32_t len, const int8_t* nulls, uint64_t* dst) {

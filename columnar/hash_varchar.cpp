@@ -19,7 +19,9 @@ using namespace zivks::xxh64;
 namespace {
 
 // The flags of the rows from number k on, if there are any.
-ZIVKS_INLINE const int8_t* from_row(const int8_t* nulls, size_t k) { return nulls == nullptr ? nullptr : nulls + k; }
+ZIVKS_INLINE const int8_t* from_row(const int8_t* nulls, size_t k) {
+  return nulls == nullptr ? nullptr : nulls + k;
+}
 
 // Rows one by one.
 ZIVKS_INLINE void hash_rows(const uint8_t* src, const int32_t* offsets, size_t rows, const int8_t* nulls,
@@ -30,19 +32,20 @@ ZIVKS_INLINE void hash_rows(const uint8_t* src, const int32_t* offsets, size_t r
 }
 
 // Hashes rows of one length, at least a block. Returns the number of rows that have been hashed.
-size_t hash_uniform_rows(const uint8_t* src, const int32_t* offsets, int32_t end, size_t rows, const int8_t* nulls,
-                         uint64_t* dst) {
+size_t hash_uniform_rows(const uint8_t* src, const int32_t* offsets, int32_t end, size_t rows,
+                         const int8_t* nulls, uint64_t* dst) {
   const auto size = static_cast<size_t>(offsets[1] - offsets[0]);
   constexpr decltype(&hash_rows_of_size<0, false, false>) kOfWords[2][2][4] = {
-      {{hash_rows_of_size<0, false, false>, hash_rows_of_size<1, false, false>, hash_rows_of_size<2, false, false>,
-       hash_rows_of_size<3, false, false>},
-      {hash_rows_of_size<0, true, false>, hash_rows_of_size<1, true, false>, hash_rows_of_size<2, true, false>,
-       hash_rows_of_size<3, true, false>}},
-      {{hash_rows_of_size<0, false, true>, hash_rows_of_size<1, false, true>, hash_rows_of_size<2, false, true>,
-       hash_rows_of_size<3, false, true>},
-      {hash_rows_of_size<0, true, true>, hash_rows_of_size<1, true, true>, hash_rows_of_size<2, true, true>,
-       hash_rows_of_size<3, true, true>}}};
-  return kOfWords[size >= kStripe][size % 8 != 0][size % kStripe / 8](size, src, offsets, end, rows, nulls, dst);
+      {{hash_rows_of_size<0, false, false>, hash_rows_of_size<1, false, false>,
+        hash_rows_of_size<2, false, false>, hash_rows_of_size<3, false, false>},
+       {hash_rows_of_size<0, true, false>, hash_rows_of_size<1, true, false>,
+        hash_rows_of_size<2, true, false>, hash_rows_of_size<3, true, false>}},
+      {{hash_rows_of_size<0, false, true>, hash_rows_of_size<1, false, true>,
+        hash_rows_of_size<2, false, true>, hash_rows_of_size<3, false, true>},
+       {hash_rows_of_size<0, true, true>, hash_rows_of_size<1, true, true>, hash_rows_of_size<2, true, true>,
+        hash_rows_of_size<3, true, true>}}};
+  return kOfWords[size >= kStripe][size % 8 != 0][size % kStripe / 8](size, src, offsets, end, rows, nulls,
+                                                                      dst);
 }
 
 [[gnu::noinline]] void hash_mixed_block(BlockOfTexts texts, const int8_t* nulls, uint64_t* dst) {

@@ -9,7 +9,8 @@
 namespace zivks::xxh64 {
 
 inline constexpr size_t kLanes = 4;
-inline constexpr bool kHashesTextsInLanes = kMultipliesBesideIntegers && kRegisterElements<uint64_t> == kLanes;
+inline constexpr bool kHashesTextsInLanes =
+    kMultipliesBesideIntegers && kRegisterElements<uint64_t> == kLanes;
 
 // Four texts, which begin at so many bytes from `bytes`.
 struct FourTexts {
@@ -66,7 +67,8 @@ ZIVKS_INLINE U64 add_end(U64 hash, FourTexts texts, size_t at, size_t rest) {
     last = last >> 32;
   }
   if constexpr (ragged) {
-    for (size_t bytes = rest & 3; bytes > 0; --bytes, last = last >> 8) hash = with_byte(hash, last & UINT8_MAX);
+    for (size_t bytes = rest & 3; bytes > 0; --bytes, last = last >> 8)
+      hash = with_byte(hash, last & UINT8_MAX);
   }
   return avalanche(hash);
 }
@@ -80,7 +82,8 @@ ZIVKS_INLINE uint64_t add_end(uint64_t hash, const uint8_t* text, size_t rest) {
 }
 
 // The hashes of two texts after their stripes, which go through the integer unit side by side.
-ZIVKS_INLINE std::pair<uint64_t, uint64_t> add_stripes(const uint8_t* first, const uint8_t* second, size_t stripes) {
+ZIVKS_INLINE std::pair<uint64_t, uint64_t> add_stripes(const uint8_t* first, const uint8_t* second,
+                                                       size_t stripes) {
   StripedText a, b;
   for (size_t i = 0; i < stripes; ++i) {
     a.add(first + i * kStripe);
@@ -93,8 +96,8 @@ ZIVKS_INLINE std::pair<uint64_t, uint64_t> add_stripes(const uint8_t* first, con
 // behind their stripes, which is up to byte `end`. Half of a block goes in lanes, the others through the integer unit
 // beside them. Returns the number of rows that have been hashed.
 template <size_t words, bool ragged, bool striped>
-[[gnu::noinline]] size_t hash_rows_of_size(size_t size, const uint8_t* src, const int32_t* offsets, int32_t end,
-                                           size_t rows, const int8_t* nulls, uint64_t* dst) {
+[[gnu::noinline]] size_t hash_rows_of_size(size_t size, const uint8_t* src, const int32_t* offsets,
+                                           int32_t end, size_t rows, const int8_t* nulls, uint64_t* dst) {
   const size_t stripes = striped ? size / kStripe : 0, at = stripes * kStripe, rest = size % kStripe;
   const auto last_begin = static_cast<int64_t>(end) - static_cast<int64_t>(at + kStripe);
   const I32 same = broadcast(static_cast<int32_t>(size));

@@ -118,8 +118,8 @@ ZIVKS_INLINE uint64_t add_end(uint64_t hash, const uint8_t* text, size_t bytes) 
 ZIVKS_INLINE uint64_t hash_text(const uint8_t* text, int32_t length) {
   const auto bytes = static_cast<size_t>(std::max(length, 0));
   const size_t stripes = bytes / kStripe;
-  return add_end(add_stripes(text, stripes) + static_cast<uint64_t>(int64_t{length}), text + stripes * kStripe,
-                 bytes % kStripe);
+  return add_end(add_stripes(text, stripes) + static_cast<uint64_t>(int64_t{length}),
+                 text + stripes * kStripe, bytes % kStripe);
 }
 
 }  // namespace zivks::xxh64

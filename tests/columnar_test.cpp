@@ -16,17 +16,23 @@ class AggregateOfFloats : public AgainstReference {};
 // A column of these has many ties between zeros, and often NaN.
 TEST_P(AggregateOfFloats, AgreesOnColumnsOfZerosAndNans) {
   const double nan = nan_with_payload<double>(false, true);
-  const std::vector<double> columns[] = {
-      {0.0, -0.0}, {0.0, -0.0, -1.0, 1.0}, {-0.0, -1.0, -INFINITY}, {0.0, 1.0, INFINITY}, {nan, 0.0, -0.0, 1.0, -1.0},
-      {-INFINITY}, {INFINITY}};
+  const std::vector<double> columns[] = {{0.0, -0.0},
+                                         {0.0, -0.0, -1.0, 1.0},
+                                         {-0.0, -1.0, -INFINITY},
+                                         {0.0, 1.0, INFINITY},
+                                         {nan, 0.0, -0.0, 1.0, -1.0},
+                                         {-INFINITY},
+                                         {INFINITY}};
   Random random(1);
   for (const std::vector<double>& values : columns) {
     for (int32_t length : {1, 3, 7, 8, 9, 20, 100, 1023, 1024, 1030, 3000}) {
       for (size_t variant = 0; variant < count_variants(function()); ++variant) {
-        for (uint64_t one_in : {uint64_t{1}, uint64_t{100}}) {  // how often a row is any of the values, and not the last one
+        for (uint64_t one_in :
+             {uint64_t{1}, uint64_t{100}}) {  // how often a row is any of the values, and not the last one
           Operands operands = random_operands(function(), length, variant);
           for (size_t i = 0; i < static_cast<size_t>(length); ++i) {
-            const double row = random.below(one_in) == 0 ? values[random.below(values.size())] : values.back();
+            const double row =
+                random.below(one_in) == 0 ? values[random.below(values.size())] : values.back();
             std::memcpy(&operands.arrays[0][i * sizeof row], &row, sizeof row);
           }
           ASSERT_EQ(difference_from_reference(operands), "")
@@ -37,8 +43,8 @@ TEST_P(AggregateOfFloats, AgreesOnColumnsOfZerosAndNans) {
   }
 }
 
-ZIVKS_FOR_FUNCTIONS(AggregateOfFloats,
-                    (std::vector<const Function*>{find_function("ZIVKS_AggMax_64f"), find_function("ZIVKS_AggMin_64f")}));
+ZIVKS_FOR_FUNCTIONS(AggregateOfFloats, (std::vector<const Function*>{find_function("ZIVKS_AggMax_64f"),
+                                                                     find_function("ZIVKS_AggMin_64f")}));
 
 // Long texts of one length next to each other, and others between them.
 TEST(HashOfTexts, DoesNotDependOnTheirNeighbours) {
@@ -66,7 +72,8 @@ TEST(HashOfTexts, KnowsPublishedValues) {
   const std::string text = "abc";
   const int32_t offsets[] = {0, 0, 3};
   uint64_t hashes[2];
-  ASSERT_EQ(ZIVKS_Hash_varchar(reinterpret_cast<const uint8_t*>(text.data()), offsets, 2, nullptr, hashes), 0);
+  ASSERT_EQ(ZIVKS_Hash_varchar(reinterpret_cast<const uint8_t*>(text.data()), offsets, 2, nullptr, hashes),
+            0);
   EXPECT_EQ(hashes[0], 0xEF46DB3751D8E999);
   EXPECT_EQ(hashes[1], 0x44BC2CF5AD770999);
 }
@@ -98,12 +105,14 @@ TEST(AggregateOfTexts, FollowsTheRulesForOddRows) {
     std::string text(40, '#');
     int32_t length = 99;
     const auto result = [&] { return text.substr(0, static_cast<size_t>(std::max(length, 0))); };
-    ASSERT_EQ(ZIVKS_AggMax_varchar(bytes, column.offsets.data(), rows, reinterpret_cast<uint8_t*>(text.data()), &length),
+    ASSERT_EQ(ZIVKS_AggMax_varchar(bytes, column.offsets.data(), rows,
+                                   reinterpret_cast<uint8_t*>(text.data()), &length),
               ZIVK_STS_NO_ERR);
     EXPECT_EQ(result(), column.largest) << column.what;
     EXPECT_EQ(text.substr(result().size()), std::string(40 - result().size(), '#')) << column.what;
     text.assign(40, '#');
-    ASSERT_EQ(ZIVKS_AggMin_varchar(bytes, column.offsets.data(), rows, reinterpret_cast<uint8_t*>(text.data()), &length),
+    ASSERT_EQ(ZIVKS_AggMin_varchar(bytes, column.offsets.data(), rows,
+                                   reinterpret_cast<uint8_t*>(text.data()), &length),
               ZIVK_STS_NO_ERR);
     EXPECT_EQ(result(), column.smallest) << column.what;
     EXPECT_EQ(length, column.smallest_length) << column.what;

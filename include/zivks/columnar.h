@@ -110,7 +110,8 @@ ZIVKS_API ZIVKStatus ZIVKS_Hash_bool(const uint8_t* src, int32_t len, const int8
  * @param dst    receives `len` hashes; entries of null rows stay as they were
  * @return #ZIVK_STS_NO_ERR, #ZIVK_STS_NULL_PTR_ERR or #ZIVK_STS_SIZE_ERR
  */
-ZIVKS_API ZIVKStatus ZIVKS_Hash_decimal64(const int64_t* src, int32_t len, const int8_t* nulls, uint64_t* dst);
+ZIVKS_API ZIVKStatus ZIVKS_Hash_decimal64(const int64_t* src, int32_t len, const int8_t* nulls,
+                                          uint64_t* dst);
 
 /**
  * Hash of each row: XXH64 with seed 0 of the low word's eight bytes, exclusive-or that of the high word's with the
@@ -159,7 +160,8 @@ ZIVKS_API ZIVKStatus ZIVKS_Hash_varchar(const uint8_t* src, const int32_t* offse
  * @param dst   receives `len` hashes
  * @return #ZIVK_STS_NO_ERR, #ZIVK_STS_NULL_PTR_ERR or #ZIVK_STS_SIZE_ERR
  */
-ZIVKS_API ZIVKStatus ZIVKS_CombineHash(const uint64_t* src1, const uint64_t* src2, int32_t len, uint64_t* dst);
+ZIVKS_API ZIVKStatus ZIVKS_CombineHash(const uint64_t* src1, const uint64_t* src2, int32_t len,
+                                       uint64_t* dst);
 
 /** @} */
 /** @} */
@@ -263,8 +265,8 @@ ZIVKS_API ZIVKStatus ZIVKS_AggMax_bool(const uint8_t* src, int32_t len, const in
  * @param dstLen   receives the number of its bytes
  * @return #ZIVK_STS_NO_ERR, #ZIVK_STS_NULL_PTR_ERR or #ZIVK_STS_SIZE_ERR
  */
-ZIVKS_API ZIVKStatus ZIVKS_AggMax_varchar(const uint8_t* src, const int32_t* offsets, int32_t len, uint8_t* dst,
-                                          int32_t* dstLen);
+ZIVKS_API ZIVKStatus ZIVKS_AggMax_varchar(const uint8_t* src, const int32_t* offsets, int32_t len,
+                                          uint8_t* dst, int32_t* dstLen);
 
 /** @} */
 
@@ -338,8 +340,8 @@ ZIVKS_API ZIVKStatus ZIVKS_AggMin_bool(const uint8_t* src, int32_t len, const in
  * @param dstLen   receives the number of its bytes
  * @return #ZIVK_STS_NO_ERR, #ZIVK_STS_NULL_PTR_ERR or #ZIVK_STS_SIZE_ERR
  */
-ZIVKS_API ZIVKStatus ZIVKS_AggMin_varchar(const uint8_t* src, const int32_t* offsets, int32_t len, uint8_t* dst,
-                                          int32_t* dstLen);
+ZIVKS_API ZIVKStatus ZIVKS_AggMin_varchar(const uint8_t* src, const int32_t* offsets, int32_t len,
+                                          uint8_t* dst, int32_t* dstLen);
 
 /** @} */
 /** @} */

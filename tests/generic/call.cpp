@@ -47,8 +47,10 @@ std::vector<Slot> parameter_values(const Function& function, const Argument& arg
       return function.arguments[0].spans ? slots_of<int32_t>({key, 1, 3, 8, 37, INT32_MAX})
                                          : slots_of<int32_t>({key, key + 1, 2 * key, 2 * key + 3});
     }
-    case Role::kNulls: return slots_of({Nulls::kAbsent, Nulls::kNone, Nulls::kFew, Nulls::kHalf, Nulls::kAll});
-    case Role::kOffsets: return slots_of({Texts::kOfOneLength, Texts::kShort, Texts::kLong, Texts::kMostlyEmpty});
+    case Role::kNulls:
+      return slots_of({Nulls::kAbsent, Nulls::kNone, Nulls::kFew, Nulls::kHalf, Nulls::kAll});
+    case Role::kOffsets:
+      return slots_of({Texts::kOfOneLength, Texts::kShort, Texts::kLong, Texts::kMostlyEmpty});
     // These take turns with the length instead.
     case Role::kCount: return {slots_of<int32_t>({1, 3, 40, length, length + 3})[turn % 5]};
     case Role::kOffset: return {slots_of<int32_t>({0, 1000, INT32_MAX - length})[turn / 5 % 3]};

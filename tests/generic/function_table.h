@@ -72,9 +72,9 @@ struct Argument {
   bool counted = false;                 // of an array: it has `k` elements
   bool strided = false, spans = false;  // of a source: its elements stand `srcStride` bytes apart
   bool kept = false;                    // of a destination: elements of null rows stay as they were
-  bool text = false;                    // of an array: the bytes of a column of texts, or room for the longest of them
-  int scan = 0;                         // of an array: words behind it (1) or ahead of it (-1) take part
-  std::string init;  // of a handle: the function that makes it; a handle without has no bytes
+  bool text = false;  // of an array: the bytes of a column of texts, or room for the longest of them
+  int scan = 0;       // of an array: words behind it (1) or ahead of it (-1) take part
+  std::string init;   // of a handle: the function that makes it; a handle without has no bytes
 
   bool is_array() const {
     return role == Role::kSource || role == Role::kDestination || role == Role::kSourceDestination ||

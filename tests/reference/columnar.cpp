@@ -132,9 +132,10 @@ void visit_units(const Column<T>& column, Visit visit) {
   const size_t length = column.rows.size();
   for (size_t first = 0; first < length; first += 8) {
     const size_t end = std::min(first + 8, length);
-    const bool is_block = end - first == 8 && std::find(column.nulls.begin() + static_cast<ptrdiff_t>(first),
-                                                        column.nulls.begin() + static_cast<ptrdiff_t>(end), true) ==
-                                                  column.nulls.begin() + static_cast<ptrdiff_t>(end);
+    const bool is_block =
+        end - first == 8 && std::find(column.nulls.begin() + static_cast<ptrdiff_t>(first),
+                                      column.nulls.begin() + static_cast<ptrdiff_t>(end),
+                                      true) == column.nulls.begin() + static_cast<ptrdiff_t>(end);
     if (is_block) {
       visit(first, size_t{8}, true);
     } else {
@@ -160,7 +161,8 @@ Reference aggregate_of_floats(const std::string& without_nulls, bool largest) {
     Outputs outputs(function, operands);
     if (!column.has_nulls) {
       const Function& plain = *find_function(without_nulls);
-      const Operands same = {operands.length, {operands.arrays[0], {}, operands.arrays[3]}, {Slot(), Slot(), Slot()}};
+      const Operands same = {
+          operands.length, {operands.arrays[0], {}, operands.arrays[3]}, {Slot(), Slot(), Slot()}};
       double result;
       std::memcpy(&result, extremes_references().at(without_nulls)(plain, same)[2].data(), sizeof result);
       outputs.set(0, 0, result);
@@ -195,7 +197,8 @@ Reference aggregate_of_bools(bool largest) {
           found = largest ? std::max(found, rows[first]) : std::min(found, rows[first]);
           return;
         }
-        const auto begin = rows.begin() + static_cast<ptrdiff_t>(first), end = begin + static_cast<ptrdiff_t>(count);
+        const auto begin = rows.begin() + static_cast<ptrdiff_t>(first),
+                   end = begin + static_cast<ptrdiff_t>(count);
         if (largest) found = *std::max_element(begin, end) != 0;
         if (!largest) found = std::min<uint8_t>(found, *std::min_element(begin, end) != 0);
       });
@@ -217,7 +220,8 @@ void add_integers(References& references, const std::string& type) {
 }  // namespace
 
 References columnar_references() {
-  constexpr ZIVKDecimal128 kMost = {0x098A223FFFFFFFFF, 0x4B3B4CA85A86C47A}, kLeast = {kMost.lo, kMost.hi | kSign};
+  constexpr ZIVKDecimal128 kMost = {0x098A223FFFFFFFFF, 0x4B3B4CA85A86C47A},
+                           kLeast = {kMost.lo, kMost.hi | kSign};
   References references = {
       {"ZIVKS_Hash_64f", each_row(hash_of_float)},
       {"ZIVKS_Hash_bool", each_row(hash_of_bool)},
