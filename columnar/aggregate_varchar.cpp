@@ -26,27 +26,21 @@ int compare(Text a, Text b) {
   return order != 0 ? order : (a.length > b.length) - (a.length < b.length);
 }
 
-// A text, and its first eight bytes as a number.
-struct Row {
-  Text text;
-  uint64_t prefix;
-};
-
-// may_beat() lets through all rows that beat the best one, and of the others those that the prefix does not tell from
-// it. It has no branches, since all that it asks but the last comparison depends on lengths.
+// A row beats the best one only if its prefix may_beat() the other.
 struct Largest {
-  ZIVKS_INLINE static bool may_beat(Row row, Row best) {
-    return (row.text.length > 0) & (row.prefix >= best.prefix);
+  static bool may_beat(uint64_t prefix, uint64_t best) { return prefix >= best; }
+  static bool beats(Text row, Text best) {
+    return row.length > 0 && (best.length <= 0 || compare(row, best) > 0);
   }
-  static bool beats(Text row, Text best) { return best.length <= 0 || compare(row, best) > 0; }
+  static bool is_last(Text) { return false; }
 };
 struct Smallest {
-  ZIVKS_INLINE static bool may_beat(Row row, Row best) {
-    const int32_t length = row.text.length, best_length = best.text.length;
-    return ((length > 0) & (best_length > 0) & (row.prefix <= best.prefix)) |
-           ((length <= 0) & (length < best_length));
+  static bool may_beat(uint64_t prefix, uint64_t best) { return prefix <= best; }
+  static bool beats(Text row, Text best) {  // which has bytes
+    return row.length <= 0 || compare(row, best) < 0;
   }
-  static bool beats(Text row, Text best) { return row.length <= 0 || compare(row, best) < 0; }
+  // Whether no text with bytes beats this one.
+  static bool is_last(Text best) { return best.length <= 0; }
 };
 
 // By the number of bytes, those at the top of a word.
@@ -74,17 +68,27 @@ ZIVKS_INLINE uint64_t prefix_of(Text text, bool has_room) {
 template <class Order>
 Text best_text(const uint8_t* src, const int32_t* offsets, size_t rows) {
   const int64_t last_word = int64_t{offsets[rows]} - int64_t{sizeof(uint64_t)};
-  const auto row_at = [=](size_t i) ZIVKS_INLINE_LAMBDA {
-    const Text text = {src + offsets[i], offsets[i + 1] - offsets[i]};
-    return Row{text, prefix_of(text, offsets[i] <= last_word)};
+  const auto text_at = [=](size_t i) ZIVKS_INLINE_LAMBDA {
+    return Text{src + offsets[i], offsets[i + 1] - offsets[i]};
   };
-  Row best = row_at(0);
-  for (size_t i = 1; i < rows; ++i) {
+  const auto prefix_at = [=](size_t i)
+                             ZIVKS_INLINE_LAMBDA { return prefix_of(text_at(i), offsets[i] <= last_word); };
+  Text best = text_at(0);
+  uint64_t best_prefix = prefix_at(0);
+  size_t i = 1;
+  for (; i < rows && !Order::is_last(best); ++i) {
     prefetch_ahead<16>(src + offsets[i]);
-    const Row row = row_at(i);
-    if (Order::may_beat(row, best) && Order::beats(row.text, best.text)) best = row;
+    const uint64_t prefix = prefix_at(i);
+    if (Order::may_beat(prefix, best_prefix) && Order::beats(text_at(i), best)) {
+      best = text_at(i);
+      best_prefix = prefix;
+    }
   }
-  return best.text;
+  // Behind an empty text only those count whose offsets fall.
+  for (; i < rows; ++i) {
+    if (text_at(i).length < best.length) best = text_at(i);
+  }
+  return best;
 }
 
 // A text without bytes is not copied: ZIVKS_Copy_8u() refuses it.
