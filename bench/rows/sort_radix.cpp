@@ -1,10 +1,12 @@
 #include <algorithm>
 #include <cstddef>
 
-#include "bench/row.h"
+#include "bench/radix_keys.h"
 
 namespace bench {
 namespace {
+
+using namespace radix;
 
 // --- The textbook form -----------------------------------------------------------------
 
@@ -161,56 +163,7 @@ struct SortIndexByPasses {
   }
 };
 
-// --- Arguments -------------------------------------------------------------------------
-
-// Of the largest size that a sort of any type wants.
-struct Handle : NoOperand {
-  static std::vector<uint64_t>& memory() {
-    static std::vector<uint64_t> words;
-    return words;
-  }
-  template <class Parameter>
-  static Parameter get(const Arrays&, int32_t) {
-    return memory().data();
-  }
-};
-constexpr Handle kPolicy;
-
-// Keys are filled into kSrc. Their bits are random, but floats are from -1024 to 1024.
-template <class T>
-void random_keys(const Arrays& arrays, int32_t len) {
-  Handle::memory().resize(
-      std::max<std::size_t>(65536 * sizeof(int32_t) / 8, static_cast<std::size_t>(len) * 3));
-  std::mt19937_64 generator(1);
-  auto* const keys = static_cast<T*>(arrays.array(0));
-  for (int32_t i = 0; i < len; ++i) {
-    if constexpr (std::is_floating_point_v<T>) {
-      keys[i] = static_cast<T>(static_cast<int32_t>(generator() >> 32) | 1) / T{1 << 21};
-    } else {
-      keys[i] = static_cast<T>(generator());
-    }
-  }
-}
-
-template <class T>
-void sorted_keys(const Arrays& arrays, int32_t len) {
-  random_keys<T>(arrays, len);
-  auto* const keys = static_cast<T*>(arrays.array(0));
-  std::sort(keys, keys + len);
-}
-
-// 16 values.
-template <class T>
-void few_distinct_keys(const Arrays& arrays, int32_t len) {
-  random_keys<T>(arrays, len);
-  std::mt19937_64 generator(2);
-  auto* const keys = static_cast<T*>(arrays.array(0));
-  for (int32_t i = 16; i < len; ++i) keys[i] = keys[generator() % 16];
-}
-
 // --- Rows ------------------------------------------------------------------------------
-
-constexpr int32_t kSmall = 1 << 10, kMedium = 1 << 16, kLarge = 1 << 22;
 
 // The rows of one function: random keys in an array of medium length.
 template <class T>
