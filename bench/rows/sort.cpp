@@ -206,9 +206,9 @@ struct RadixSelection {
   ROW(function, requirement, plain, kSrcDst, kLen) KEYS(T, random, 64 << 10)
 #define SORT_INDEX(function, plain, T) \
   ROW(function, kLibrarySort, plain, kSrcDst, kDstIndx, kLen) KEYS(T, random, 64 << 10)
-#define TOP_K(function, k) TOP_K_BY(function, RadixSelection, 4, k, 2)
-#define TOP_K_BY(function, plain, stride, k, method)                                                    \
-  ROW(function, kSelection, plain, kSrc, kNumber<0>, kNumber<stride>, kLen, kDst, kDstIndx, kNumber<k>, \
+#define TOP_K(function, k) TOP_K_BY(function, kSelection, RadixSelection, 4, k, 2)
+#define TOP_K_BY(function, requirement, plain, stride, k, method)                                        \
+  ROW(function, requirement, plain, kSrc, kNumber<0>, kNumber<stride>, kLen, kDst, kDstIndx, kNumber<k>, \
       kNumber<method>, kWork)
 #define TOP_K_OF(T, function)                                                                    \
   TOP_K(function, 100).with("k 100, random").filled_by(random_keys<T>).at(1 << 20),              \
@@ -216,15 +216,15 @@ struct RadixSelection {
       TOP_K(function, 1000).with("k 1000, rising").filled_by(rising_keys<T>).at(1 << 20),        \
       TOP_K(function, 1000).with("k 1000, few").filled_by(few_distinct_keys<T>).at(1 << 20),     \
       TOP_K(function, 1000).with("k 1000 of 4 Ki").filled_by(random_keys<T>).at(kCacheResident), \
-      TOP_K_BY(function, RadixSelection, 8, 100, 2)                                              \
+      TOP_K_BY(function, kSelection, RadixSelection, 8, 100, 2)                                  \
           .with("k 100, stride 8")                                                               \
           .filled_by(random_keys<T>)                                                             \
           .at(1 << 20),                                                                          \
-      TOP_K_BY(function, QuickSelection, 4, 100, 1)                                              \
+      TOP_K_BY(function, kLibrarySort, QuickSelection, 4, 100, 1)                                \
           .with("k 100, method 1")                                                               \
           .filled_by(random_keys<T>)                                                             \
           .at(1 << 20),                                                                          \
-      TOP_K_BY(function, QuickSelection, 8, 100, 1)                                              \
+      TOP_K_BY(function, kLibrarySort, QuickSelection, 8, 100, 1)                                \
           .with("k 100, method 1, stride 8")                                                     \
           .filled_by(random_keys<T>)                                                             \
           .at(1 << 20)
