@@ -194,7 +194,8 @@ def shortened(names):
     return "; ".join(f"`{stem}` " + ", ".join(rest) for stem, rest in stems.items())
 
 
-LIBRARIES = (("volk_", "VOLK"), ("cv::", "OpenCV"), ("Eigen", "Eigen"), ("", "C and C++ libraries"))
+LIBRARIES = (("volk_", "VOLK"), ("cv::", "OpenCV"), ("Eigen", "Eigen"), ("boost::", "Boost"), ("hwy::", "Highway"),
+             ("", "C and C++ libraries"))
 
 
 def library_of(routine):

@@ -27,7 +27,18 @@ inline constexpr Requirement kExtreme     = {"extreme",      1.0, 1.1,   4, 0.6,
 inline constexpr Requirement kNanWatching = {"NaN-watching", 2.0, 1.6,   6, 0.5,   80};  // extremes of floats
 inline constexpr Requirement kPosition    = {"position",     3.0, 2.0,  10, 0.5,  180};
 inline constexpr Requirement kSearch      = {"search",       2.0, 1.1, 250, 1.0, 2400};  // one for each element
-inline constexpr Requirement kRadixSort   = {"radix sort",   1.0, 0,     0, 1.0,    0};  // against its textbook form
+// Sorts that make every pass whatever the data are set against the textbook form of their passes. A pass is bound by
+// stores, of which both forms make as many on keys in the nearer caches, but for the last copy. Keys beyond those cost
+// the textbook form a walk over the outer cache in each pass, twice for the copy: that can be won, and no more. The
+// share is largest for 64 bits, of which there are twice as many passes, and smallest for floats of 32, whose common
+// exponents make two splits necessary. Comparison sorts that notice sorted keys are peers, and not a limit.
+inline constexpr Requirement kCountedSort = {"counted sort", 0.95, 0,    0, 1.0,    0};  // a count for each key: same stores
+inline constexpr Requirement kRadixSort   = {"radix sort",   1.05, 0,    0, 1.0,    0};  // up to 64 Ki keys
+inline constexpr Requirement kLongRadix32 = {"long radix sort, 32 bits", 1.4, 0, 0, 1.0, 0};
+inline constexpr Requirement kLongRadix64 = {"long radix sort, 64 bits", 2.2, 0, 0, 1.0, 0};
+inline constexpr Requirement kRadixIndex  = {"radix index sort", 1.25, 0, 0, 1.0,   0};  // up to 64 Ki keys
+inline constexpr Requirement kLongIndex32 = {"long radix index sort, 32 bits", 1.4, 0, 0, 1.0, 0};
+inline constexpr Requirement kLongIndex64 = {"long radix index sort, 64 bits", 2.4, 0, 0, 1.0, 0};
 inline constexpr Requirement kSort        = {"sorting",      1.0, 1.1,   0, 1.0,    0};
 inline constexpr Requirement kLibrarySort = {"library sort", 0.9, 1.1,   0, 1.1,    0};  // steps are prescribed
 inline constexpr Requirement kSelection   = {"selection",    1.0, 1.1,   0, 1.0,    0};

@@ -11,10 +11,9 @@
 #include <limits>
 
 #include "core/vector/register.h"
+#include "sort/radix_passes.h"
 
 namespace zivks {
-
-enum class Direction { kAscend, kDescend };
 
 // What turns a key into its rank, and back.
 template <class T, Direction direction>
@@ -109,57 +108,20 @@ void sort_by_counters(T* keys, size_t len, int32_t* counters) {
   }
 }
 
-// Where the next key with each of 256 digits goes, counted from the first and from the last one.
-struct DigitBounds {
-  uint32_t next[256], end[256];
-
-  // From the counts of the digits, which stand in both.
-  void set_bounds() {
-    uint32_t start = 0;
-    for (size_t digit = 0; digit < 256; ++digit) {
-      const uint32_t count = next[digit] + end[digit];
-      next[digit] = start;
-      end[digit] = start += count;
-    }
-  }
-
-  // Moves the keys to where their digits belong, and keeps the order of those that share one. The walk comes
-  // from both ends, so that keys with one digit don't all wait for one counter.
-  template <class T, class Digit>
-  ZIVKS_INLINE void scatter(const T* from, size_t len, T* to, Digit digit) {
-    const T *first = from, *last = from + len;
-    for (size_t pairs = len / 2; pairs > 0; --pairs) {
-      const T upward = *first++, downward = *--last;
-      to[next[digit(upward)]++] = upward;
-      to[--end[digit(downward)]] = downward;
-    }
-    if (first < last) to[next[digit(*first)]] = *first;
-  }
-};
-
 // By the lower and then by the upper byte, through a copy of the keys: for arrays that are short beside the
 // table of counters. Uses 4 KiB of stack.
 template <class T, Direction direction>
-void sort_by_digits(T* keys, size_t len, T* scratch) {
-  const auto low = [](T key) { return rank_of<T, direction>(key) & 0xFF; };
-  const auto high = [](T key) { return rank_of<T, direction>(key) >> 8; };
-
-  DigitBounds lows = {}, highs = {};
-  size_t i = 0;
-  for (; i + 2 <= len; i += 2) {
-    ++lows.next[low(keys[i])];
-    ++highs.next[high(keys[i])];
-    ++lows.end[low(keys[i + 1])];
-    ++highs.end[high(keys[i + 1])];
-  }
-  if (i < len) {
-    ++lows.next[low(keys[i])];
-    ++highs.next[high(keys[i])];
-  }
-  lows.set_bounds();
-  highs.set_bounds();
-  lows.scatter(keys, len, scratch, low);
-  highs.scatter(scratch, len, keys, high);
+void sort_by_digits(T* keys, size_t len, void* scratch) {
+  using Key = UnsignedOf<sizeof(T)>;
+  constexpr Numbers kNumbers = std::is_signed_v<T> ? Numbers::kSigned : Numbers::kUnsigned;
+  const RankedKeys<kNumbers, Key> array = {{reinterpret_cast<std::byte*>(keys)},
+                                           Ranking<kNumbers, Key>(direction)};
+  const Keys<Key> ranks = {static_cast<std::byte*>(scratch)};
+  with_tables<PassTables<sizeof(T), Bytes, uint32_t>>({}, [=](auto& tables) {
+    tables.count(array, len, ranks);
+    tables.make_pass(0, array, ranks, len);
+    tables.make_pass(1, ranks, array, len);
+  });
 }
 
 // Keys of 16 bits. `memory` holds kCountersOf16Bits integers.
@@ -168,7 +130,7 @@ void sort_by_counting(T* keys, size_t len, int32_t* memory) {
   static_assert(sizeof(T) == sizeof(uint16_t));
   constexpr size_t kCountedFrom = size_t{48} << 10;
   if (len < kCountedFrom) {
-    sort_by_digits<T, direction>(keys, len, static_cast<T*>(static_cast<void*>(memory)));
+    sort_by_digits<T, direction>(keys, len, memory);
   } else {
     sort_by_counters<T, direction>(keys, len, memory);
   }

@@ -5,7 +5,7 @@
 #include <utility>
 
 #include "core/checks.h"
-#include "sort/counting.h"
+#include "sort/direction.h"
 #include "sort/three_way_partition.h"
 
 using namespace zivks;

@@ -1,13 +1,9 @@
 // Radix sorts of keys.
 //
-// Keys are sorted by their bits. The sign stands in the top digit, whose values come in an order of their own
-// for signed integers. Among negative floats the order of bits is opposite to that of values: the pass for
-// the top digit turns it round by filling their places from the end. It may, since keys with equal bits
-// cannot be told apart.
+// Array and scratch memory take turns. The first pass makes ranks of the keys, and the last one keys of the ranks.
+// Keys with equal bits cannot be told apart, so that a falling order is a rising one of other ranks.
 #include <zivks/movement.h>
 #include <zivks/sort_radix.h>
-
-#include <algorithm>
 
 #include "core/checks.h"
 #include "sort/counting.h"
@@ -18,103 +14,85 @@ using namespace zivks;
 
 namespace {
 
-// The order of the top digit where the other digits are in `order`.
-template <Numbers numbers>
-ZIVKS_INLINE DigitOrder order_of_top_digit(DigitOrder order) {
-  if constexpr (numbers == Numbers::kUnsigned) return order;
-  const bool falls = order.low == kFalling.low;
-  if constexpr (numbers == Numbers::kSigned) {
-    return falls ? DigitOrder{0x7F, 0x7F} : DigitOrder{0x80, 0x80};
-  } else {
-    return falls ? DigitOrder{0x7F, 0} : DigitOrder{0xFF, 0x80};
-  }
-}
-
-ZIVKS_INLINE DigitOrder opposite(DigitOrder order) {
-  return {static_cast<uint8_t>(~order.low), static_cast<uint8_t>(~order.high)};
-}
-
-template <class Key>
-inline constexpr size_t kTopDigit = sizeof(Key) - 1;
-
-// Passes for all digits that remain, lowest first.
 template <Numbers numbers, class Key>
-[[gnu::noinline]] void sort_lowest_digit_first(Keys<Key> from, Keys<Key> to, size_t len, Digits remaining,
-                                               DigitOrder order) {
-  constexpr size_t kTop = kTopDigit<Key>;
-  Counts counts[kTop + 1];
-  if (holds(remaining, kTop)) {
-    count_digits<kTop + 1>(from, len, counts, to);
-  } else {
-    count_digits<kTop>(from, len, counts, to);
-  }
-  for (size_t digit = 0; digit < kTop; ++digit) {
-    if (!holds(remaining, digit)) continue;
-    Places places(counts[digit], order);
-    scatter(from, to, len, digit, places);
-    std::swap(from, to);
-  }
-  if (holds(remaining, kTop)) {
-    Places<numbers == Numbers::kFloat> places(counts[kTop], order_of_top_digit<numbers>(order));
-    scatter(from, to, len, kTop, places);
-  }
-}
+class KeySort {
+ public:
+  KeySort(Keys<Key> array, Keys<Key> scratch, Direction direction)
+      : array_(array), scratch_(scratch), ranking_(direction) {}
 
-template <class Key>
-ZIVKS_INLINE bool is_negative(Key key) {
-  return key >> (8 * sizeof(Key) - 1) != 0;
-}
+  void sort(size_t len) const {
+    constexpr size_t kBits = 8 * sizeof(Key);
+    if (len > kMost) return split_and_sort(keys(0), 0, len, kBits, true);
+    with_tables<PassTables<sizeof(Key), Bytes, uint32_t>>(
+        {}, [&](auto& tables) { make_passes(tables, keys(0), 0, len, true); });
+  }
 
-template <class Key>
-[[gnu::noinline]] void pass(Keys<Key> from, Keys<Key> to, size_t len, size_t digit, const Counts& counts,
-                            DigitOrder order) {
-  Places places(counts, order);
-  scatter<true>(from, to, len, digit, places);
-}
+ private:
+  static constexpr size_t kMost = kSplitBeyondBytes / sizeof(Key);
 
-// Sorts by the digits that remain. In all others the keys are equal.
-template <Numbers numbers, class Key>
-[[gnu::noinline]] void sort_digits(Keys<Key> from, Keys<Key> to, size_t len, Digits remaining,
-                                   DigitOrder order) {
-  constexpr size_t kMost = kSplitBeyondBytes / sizeof(Key);
-  if (len <= kMost) return sort_lowest_digit_first<numbers>(from, to, len, remaining, order);
-  Counts counts;
-  const size_t leading = count_leading_digit(from, len, remaining, counts);
-  if (leading == sizeof(Key)) {  // any pieces will do
-    for (size_t i = 0; i < len; i += kMost) {
-      sort_lowest_digit_first<numbers>(from.from(i), to.from(i), std::min(kMost, len - i), remaining, order);
+  RankedKeys<numbers, Key> keys(size_t begin) const { return {array_.from(begin), ranking_}; }
+  Keys<Key> ranks(size_t begin, bool in_array) const { return (in_array ? array_ : scratch_).from(begin); }
+
+  // Splits elements, and sorts the pieces. They begin at number `begin`, and stand in the array or in the scratch
+  // memory; in all but the lowest `remaining` bits they are equal.
+  template <class Source>
+  void split_and_sort(Source from, size_t begin, size_t len, size_t remaining, bool in_array) const {
+    const Keys<Key> ends = ranks(begin, in_array);
+    const size_t width = leading_bits(len, remaining);
+    split(from, ranks(begin, !in_array), len, remaining, width, ends);
+    for (size_t first = 0; first < len;) {
+      const size_t end = ends.load(first);
+      sort_piece(begin + first, end - first, remaining - width, !in_array);
+      first = end;
     }
-    return;
   }
-  const bool by_sign = leading == kTopDigit<Key>;
-  // Floats of one sign are sorted like unsigned integers, negative ones in the opposite order.
-  if (numbers == Numbers::kFloat && !by_sign && is_negative(from.load(0))) order = opposite(order);
-  const DigitOrder order_of_leading = by_sign ? order_of_top_digit<numbers>(order) : order;
-  pass(from, to, len, leading, counts, order_of_leading);
-  remaining &= ~(Digits{1} << leading);
-  if (remaining == 0) return;
-  size_t begin = 0;
-  for (size_t place = 0; place < kDigitValues; ++place) {
-    const size_t value = order_of_leading.value_at(place), count = counts[value];
-    if (count == 0) continue;
-    const bool turns = numbers == Numbers::kFloat && by_sign && value >= kDigitValues / 2;
-    sort_digits<Numbers::kUnsigned>(to.from(begin), from.from(begin), count, remaining,
-                                    turns ? opposite(order) : order);
-    begin += count;
+
+  void sort_piece(size_t begin, size_t len, size_t remaining, bool in_array) const {
+    const Keys<Key> from = ranks(begin, in_array);
+    if (len <= kMost) {
+      with_tables_for_piece<Key>(len, remaining,
+                                 [&](auto& tables) { make_passes(tables, from, begin, len, in_array); });
+    } else if (remaining > 0) {
+      split_and_sort(from, begin, len, remaining, in_array);
+    } else {
+      make_keys(from, begin, len);
+    }
   }
-}
+
+  // The passes of `tables`, the first of them from `source`.
+  template <class Tables, class Source>
+  void make_passes(Tables& tables, Source source, size_t begin, size_t len, bool in_array) const {
+    constexpr size_t kLast = Tables::kPasses - 1;
+    Keys<Key> from = ranks(begin, in_array), to = ranks(begin, !in_array);
+    tables.count(source, len, to);
+    tables.make_pass(0, source, to, len);
+    for (size_t pass = 1; pass < kLast; ++pass) {
+      std::swap(from, to);
+      tables.make_pass(pass, from, to, len);
+    }
+    if (in_array == (Tables::kPasses % 2 == 0)) {
+      tables.make_pass(kLast, to, keys(begin), len);
+    } else {
+      tables.make_pass(kLast, to, from, len);
+      make_keys(from, begin, len);
+    }
+  }
+
+  void make_keys(Keys<Key> from, size_t begin, size_t len) const {
+    const RankedKeys<numbers, Key> to = keys(begin);
+    for (size_t i = 0; i < len; ++i) to.store(i, from.load(i));
+  }
+
+  Keys<Key> array_, scratch_;
+  Ranking<numbers, Key> ranking_;
+};
 
 template <Numbers numbers, class T>
-void sort_array(T* srcDst, size_t len, void* scratch, DigitOrder order) {
-  using Key = UnsignedOf<sizeof(T)>;
-  const Keys<Key> array = {reinterpret_cast<std::byte*>(srcDst)};
-  sort_digits<numbers>(array, Keys<Key>{static_cast<std::byte*>(scratch)}, len, kAllDigits<Key>, order);
-}
-
-template <Numbers numbers, class T>
-ZIVKStatus sort(T* srcDst, int32_t len, void* policy, DigitOrder order) {
+ZIVKStatus sort(T* srcDst, int32_t len, void* policy, Direction direction) {
   if (ZIVKStatus status = check_arrays(len, srcDst, policy)) return status;
-  sort_array<numbers>(srcDst, static_cast<size_t>(len), policy, order);
+  using Key = UnsignedOf<sizeof(T)>;
+  const Keys<Key> array = {reinterpret_cast<std::byte*>(srcDst)}, scratch = {static_cast<std::byte*>(policy)};
+  KeySort<numbers, Key>(array, scratch, direction).sort(static_cast<size_t>(len));
   return ZIVK_STS_NO_ERR;
 }
 
@@ -167,9 +145,9 @@ size_t count_negative(const T* array, size_t len, bool negative_first) {
 // reversed. And where all elements have the sign and none is -0, the search goes on beyond the array, over
 // words whose sign and exponent have all bits set.
 template <class T>
-ZIVKStatus sort_floats(T* srcDst, int32_t len, void* policy, DigitOrder order) {
-  if (ZIVKStatus status = sort<Numbers::kFloat>(srcDst, len, policy, order)) return status;
-  const bool rises = order.low == kRising.low;
+ZIVKStatus sort_floats(T* srcDst, int32_t len, void* policy, Direction direction) {
+  if (ZIVKStatus status = sort<Numbers::kFloat>(srcDst, len, policy, direction)) return status;
+  const bool rises = direction == Direction::kAscend;
   const auto count = static_cast<size_t>(len);
   const size_t negative = count_negative(srcDst, count, rises);
   if (negative == 0) return ZIVK_STS_NO_ERR;
@@ -224,22 +202,22 @@ ZIVKStatus ZIVKS_SortRadixAscend_16s_I(int16_t* srcDst, int32_t len, void* polic
   return sort_narrow<Direction::kAscend>(srcDst, len, policy);
 }
 ZIVKStatus ZIVKS_SortRadixAscend_32u_I(uint32_t* srcDst, int32_t len, void* policy) {
-  return sort<Numbers::kUnsigned>(srcDst, len, policy, kRising);
+  return sort<Numbers::kUnsigned>(srcDst, len, policy, Direction::kAscend);
 }
 ZIVKStatus ZIVKS_SortRadixAscend_32s_I(int32_t* srcDst, int32_t len, void* policy) {
-  return sort<Numbers::kSigned>(srcDst, len, policy, kRising);
+  return sort<Numbers::kSigned>(srcDst, len, policy, Direction::kAscend);
 }
 ZIVKStatus ZIVKS_SortRadixAscend_32f_I(float* srcDst, int32_t len, void* policy) {
-  return sort_floats(srcDst, len, policy, kRising);
+  return sort_floats(srcDst, len, policy, Direction::kAscend);
 }
 ZIVKStatus ZIVKS_SortRadixAscend_64u_I(uint64_t* srcDst, int32_t len, void* policy) {
-  return sort<Numbers::kUnsigned>(srcDst, len, policy, kRising);
+  return sort<Numbers::kUnsigned>(srcDst, len, policy, Direction::kAscend);
 }
 ZIVKStatus ZIVKS_SortRadixAscend_64s_I(int64_t* srcDst, int32_t len, void* policy) {
-  return sort<Numbers::kSigned>(srcDst, len, policy, kRising);
+  return sort<Numbers::kSigned>(srcDst, len, policy, Direction::kAscend);
 }
 ZIVKStatus ZIVKS_SortRadixAscend_64f_I(double* srcDst, int32_t len, void* policy) {
-  return sort_floats(srcDst, len, policy, kRising);
+  return sort_floats(srcDst, len, policy, Direction::kAscend);
 }
 
 ZIVKStatus ZIVKS_SortRadixDescend_8u_I(uint8_t* srcDst, int32_t len, void* policy) {
@@ -252,20 +230,20 @@ ZIVKStatus ZIVKS_SortRadixDescend_16s_I(int16_t* srcDst, int32_t len, void* poli
   return sort_narrow<Direction::kDescend>(srcDst, len, policy);
 }
 ZIVKStatus ZIVKS_SortRadixDescend_32u_I(uint32_t* srcDst, int32_t len, void* policy) {
-  return sort<Numbers::kUnsigned>(srcDst, len, policy, kFalling);
+  return sort<Numbers::kUnsigned>(srcDst, len, policy, Direction::kDescend);
 }
 ZIVKStatus ZIVKS_SortRadixDescend_32s_I(int32_t* srcDst, int32_t len, void* policy) {
-  return sort<Numbers::kSigned>(srcDst, len, policy, kFalling);
+  return sort<Numbers::kSigned>(srcDst, len, policy, Direction::kDescend);
 }
 ZIVKStatus ZIVKS_SortRadixDescend_32f_I(float* srcDst, int32_t len, void* policy) {
-  return sort_floats(srcDst, len, policy, kFalling);
+  return sort_floats(srcDst, len, policy, Direction::kDescend);
 }
 ZIVKStatus ZIVKS_SortRadixDescend_64u_I(uint64_t* srcDst, int32_t len, void* policy) {
-  return sort<Numbers::kUnsigned>(srcDst, len, policy, kFalling);
+  return sort<Numbers::kUnsigned>(srcDst, len, policy, Direction::kDescend);
 }
 ZIVKStatus ZIVKS_SortRadixDescend_64s_I(int64_t* srcDst, int32_t len, void* policy) {
-  return sort<Numbers::kSigned>(srcDst, len, policy, kFalling);
+  return sort<Numbers::kSigned>(srcDst, len, policy, Direction::kDescend);
 }
 ZIVKStatus ZIVKS_SortRadixDescend_64f_I(double* srcDst, int32_t len, void* policy) {
-  return sort_floats(srcDst, len, policy, kFalling);
+  return sort_floats(srcDst, len, policy, Direction::kDescend);
 }

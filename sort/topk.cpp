@@ -6,6 +6,8 @@
 #include <zivks/core.h>
 #include <zivks/sort.h>
 
+#include <limits>
+
 #include "core/checks.h"
 #include "sort/three_way_partition.h"
 #include "sort/topk_entries.h"

@@ -5,7 +5,7 @@
 #include <algorithm>
 
 #include "core/vector/register.h"
-#include "sort/counting.h"
+#include "sort/radix_passes.h"
 
 namespace zivks {
 
@@ -74,6 +74,14 @@ struct KeyRange {
   }
 };
 
+// The bytes of an entry's key, of which the greatest comes first.
+struct FallingKeyBytes {
+  static constexpr size_t kMostValues = 256;
+
+  ZIVKS_INLINE size_t values() const { return kMostValues; }
+  ZIVKS_INLINE size_t operator()(Entry entry, size_t digit) const { return Bytes()(~bits_of(entry), digit); }
+};
+
 // The entries among which the greatest are to be found. All are in the order of their places, which is the
 // order in which equal keys leave.
 struct Candidates {
@@ -119,27 +127,15 @@ struct Candidates {
   // Sorts by falling keys, of which equal ones stay in their order. `scratch` has room for all entries.
   // Uses 8 KiB of stack.
   void sort(Entry* scratch) {
-    constexpr size_t kPasses = 4;
-    const auto digit_of = [](size_t pass) {
-      return [pass](Entry entry) { return (~entry >> (32 + 8 * pass)) & 0xFF; };
-    };
-    DigitBounds bounds[kPasses] = {};
-    size_t i = 0;
-    for (; i + 2 <= count; i += 2) {
-      for (size_t pass = 0; pass < kPasses; ++pass) {
-        ++bounds[pass].next[digit_of(pass)(entries[i])];
-        ++bounds[pass].end[digit_of(pass)(entries[i + 1])];
+    with_tables<PassTables<sizeof(uint32_t), FallingKeyBytes, uint32_t>>({}, [=](auto& tables) {
+      Keys<Entry> from = {reinterpret_cast<std::byte*>(entries)},
+                  to = {reinterpret_cast<std::byte*>(scratch)};
+      tables.count(from, count, to);
+      for (size_t pass = 0; pass < sizeof(uint32_t); ++pass) {
+        tables.make_pass(pass, from, to, count);
+        std::swap(from, to);
       }
-    }
-    if (i < count) {
-      for (size_t pass = 0; pass < kPasses; ++pass) ++bounds[pass].next[digit_of(pass)(entries[i])];
-    }
-    Entry *from = entries, *to = scratch;
-    for (size_t pass = 0; pass < kPasses; ++pass) {
-      bounds[pass].set_bounds();
-      bounds[pass].scatter(from, count, to, digit_of(pass));
-      std::swap(from, to);
-    }
+    });
   }
 
  private:

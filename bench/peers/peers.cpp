@@ -15,6 +15,12 @@ std::vector<Row> peer_rows(const std::regex& selection) {
 #ifdef BENCH_HAS_EIGEN
            eigen_rows,
 #endif
+#ifdef BENCH_HAS_BOOST
+           boost_rows,
+#endif
+#ifdef BENCH_HAS_HIGHWAY
+           highway_rows,
+#endif
        }) {
     for (Row row : of_library()) {
       row.short_len = 0;

@@ -17,6 +17,8 @@ std::vector<Row> standard_library_rows();
 std::vector<Row> volk_rows();
 std::vector<Row> opencv_rows();
 std::vector<Row> eigen_rows();
+std::vector<Row> boost_rows();
+std::vector<Row> highway_rows();
 
 // All, or those that the selection is found in.
 std::vector<Row> peer_rows(const std::regex& selection);

@@ -5,6 +5,7 @@
 
 #include "bench/keys.h"
 #include "bench/peers/peers.h"
+#include "bench/radix_keys.h"
 
 namespace bench {
 namespace {
@@ -82,7 +83,7 @@ struct LowerBoundEach {
 
 struct StdSort {
   template <class T>
-  void operator()(T* srcDst, int32_t len) const {
+  void operator()(T* srcDst, int32_t len, void* = nullptr) const {
     std::sort(srcDst, srcDst + len);
   }
 };
@@ -95,6 +96,14 @@ struct StdStableSort {
     std::stable_sort(positions, positions + len, [=](int32_t a, int32_t b) { return srcDst[a] < srcDst[b]; });
     const std::vector<T> keys(srcDst, srcDst + len);
     for (int32_t i = 0; i < len; ++i) srcDst[i] = keys[static_cast<std::size_t>(positions[i])];
+  }
+};
+
+struct StdStableSortOfPositions {
+  template <class T>
+  void operator()(const T* src, int32_t, int32_t* positions, int32_t len, void*) const {
+    std::iota(positions, positions + len, 0);
+    std::stable_sort(positions, positions + len, [=](int32_t a, int32_t b) { return src[a] < src[b]; });
   }
 };
 
@@ -117,6 +126,8 @@ constexpr char kNoNanRule[] = "depends on where a NaN stands";
 
 }  // namespace
 
+#define SORT_INDEX(T, function) \
+  ROW(function, kPeer, StdStableSortOfPositions, kSrc, kNumber<sizeof(T)>, kDstIndx, kLen, radix::kPolicy)
 #define KEYS(T) .filled_by(random_keys<T>).prepared_by(copy_source<T>).at(64 << 10)
 
 std::vector<Row> standard_library_rows() {
@@ -152,6 +163,11 @@ std::vector<Row> standard_library_rows() {
           .with("std::partial_sort")
           .filled_by(random_keys<int32_t>)
           .at(1 << 20),
+      RADIX_SORT_ROWS(StdSort, "std::sort"),
+      RANDOM_KEYS_ROWS(uint16_t, RADIX_SORT(uint16_t, ZIVKS_SortRadixAscend_16u_I, StdSort), "std::sort"),
+      RANDOM_KEYS_ROWS(uint32_t, SORT_INDEX(uint32_t, ZIVKS_SortRadixIndexAscend_32u), "std::stable_sort"),
+      OTHER_KEYS_ROWS(uint32_t, SORT_INDEX(uint32_t, ZIVKS_SortRadixIndexAscend_32u), "std::stable_sort"),
+      RANDOM_KEYS_ROWS(double, SORT_INDEX(double, ZIVKS_SortRadixIndexAscend_64f), "std::stable_sort"),
   };
 }
 

@@ -75,18 +75,81 @@ struct QuicksortWithPositions {
   }
 };
 
+// How many keys stand within the span of `len` keys side by side.
+std::size_t count_keys(int32_t len, int32_t stride) {
+  return static_cast<std::size_t>(std::min<int64_t>(len, (int64_t{len} * 4 + stride - 1) / stride));
+}
+template <class T>
+T key_at(const T* src, int32_t stride, std::size_t i) {
+  T key;
+  std::memcpy(&key, reinterpret_cast<const char*>(src) + i * static_cast<std::size_t>(stride), sizeof key);
+  return key;
+}
+
+// The largest keys by partitions at random pivots. Keys are finite, and enough of them positive.
+struct QuickSelection {
+  template <class T>
+  PLAIN_LOOP void operator()(const T* src, int32_t offset, int32_t stride, int32_t len, T* dstVal,
+                             int32_t* dstIdx, int32_t k, int32_t, void* policy) const {
+    const std::size_t count = count_keys(len, stride), wanted = std::min(count, static_cast<std::size_t>(k));
+    T* const keys = static_cast<T*>(policy);
+    auto* const positions = reinterpret_cast<int32_t*>(keys + count);
+    for (std::size_t i = 0; i < count; ++i) {
+      keys[i] = key_at(src, stride, i);
+      positions[i] = static_cast<int32_t>(i);
+    }
+    std::srand(static_cast<unsigned>(std::time(nullptr)));
+    select(keys, positions, 0, static_cast<int32_t>(count) - 1, static_cast<int32_t>(wanted) - 1);
+    for (std::size_t i = 0; i < wanted; ++i) {
+      dstVal[i] = keys[i];
+      dstIdx[i] = positions[i] + offset;
+    }
+  }
+  template <class T>
+  static void select(T* keys, int32_t* positions, int32_t low, int32_t high, int32_t target) {
+    while (low < high) {
+      const auto exchange = [&](int32_t i, int32_t j) {
+        std::swap(keys[i], keys[j]);
+        std::swap(positions[i], positions[j]);
+      };
+      exchange(low, low + std::rand() % (high - low));
+      const T pivot = keys[low];
+      int32_t equal = low, next = low + 1, behind = high + 1;
+      while (next < behind) {
+        if (keys[next] > pivot) {
+          exchange(++equal, next++);
+        } else if (keys[next] < pivot) {
+          exchange(next, --behind);
+        } else {
+          ++next;
+        }
+      }
+      exchange(low, equal);
+      if (equal >= target) {
+        high = equal;
+      } else if (target < behind) {
+        return;
+      } else {
+        select(keys, positions, low, equal, target);
+        low = behind;
+      }
+    }
+  }
+};
+
 // The largest keys by their digits: all are gathered, counted by their upper bits and moved, and those that may be
-// among the largest are sorted in four passes. Keys are finite and side by side.
+// among the largest are sorted in four passes. Keys are finite, and enough of them positive.
 struct RadixSelection {
   template <class T>
-  PLAIN_LOOP void operator()(const T* src, int32_t offset, int32_t, int32_t len, T* dstVal, int32_t* dstIdx,
-                             int32_t k, int32_t, void* policy) const {
-    const auto count = static_cast<std::size_t>(len), wanted = std::min(count, static_cast<std::size_t>(k));
+  PLAIN_LOOP void operator()(const T* src, int32_t offset, int32_t stride, int32_t len, T* dstVal,
+                             int32_t* dstIdx, int32_t k, int32_t, void* policy) const {
+    const std::size_t count = count_keys(len, stride), wanted = std::min(count, static_cast<std::size_t>(k));
     Column from = {static_cast<uint32_t*>(policy), static_cast<uint32_t*>(policy) + count};
     Column to = {from.positions + count, from.positions + 2 * count};
     for (std::size_t i = 0; i < count; ++i) {
+      const T key = key_at(src, stride, i);
       uint32_t bits;
-      std::memcpy(&bits, src + i, sizeof bits);
+      std::memcpy(&bits, &key, sizeof bits);
       from.ranks[i] = std::is_floating_point_v<T> && bits >> 31 != 0 ? ~bits : bits ^ kSign;
       from.positions[i] = static_cast<uint32_t>(i);
     }
@@ -143,15 +206,28 @@ struct RadixSelection {
   ROW(function, requirement, plain, kSrcDst, kLen) KEYS(T, random, 64 << 10)
 #define SORT_INDEX(function, plain, T) \
   ROW(function, kLibrarySort, plain, kSrcDst, kDstIndx, kLen) KEYS(T, random, 64 << 10)
-#define TOP_K(function, k)                                                                                  \
-  ROW(function, kSelection, RadixSelection, kSrc, kNumber<0>, kNumber<4>, kLen, kDst, kDstIndx, kNumber<k>, \
-      kNumber<2>, kWork)
-#define TOP_K_OF(T, function)                                                                \
-  TOP_K(function, 100).with("k 100, random").filled_by(random_keys<T>).at(1 << 20),          \
-      TOP_K(function, 1000).with("k 1000, random").filled_by(random_keys<T>).at(1 << 20),    \
-      TOP_K(function, 1000).with("k 1000, rising").filled_by(rising_keys<T>).at(1 << 20),    \
-      TOP_K(function, 1000).with("k 1000, few").filled_by(few_distinct_keys<T>).at(1 << 20), \
-      TOP_K(function, 1000).with("k 1000 of 4 Ki").filled_by(random_keys<T>).at(kCacheResident)
+#define TOP_K(function, k) TOP_K_BY(function, kSelection, RadixSelection, 4, k, 2)
+#define TOP_K_BY(function, requirement, plain, stride, k, method)                                        \
+  ROW(function, requirement, plain, kSrc, kNumber<0>, kNumber<stride>, kLen, kDst, kDstIndx, kNumber<k>, \
+      kNumber<method>, kWork)
+#define TOP_K_OF(T, function)                                                                    \
+  TOP_K(function, 100).with("k 100, random").filled_by(random_keys<T>).at(1 << 20),              \
+      TOP_K(function, 1000).with("k 1000, random").filled_by(random_keys<T>).at(1 << 20),        \
+      TOP_K(function, 1000).with("k 1000, rising").filled_by(rising_keys<T>).at(1 << 20),        \
+      TOP_K(function, 1000).with("k 1000, few").filled_by(few_distinct_keys<T>).at(1 << 20),     \
+      TOP_K(function, 1000).with("k 1000 of 4 Ki").filled_by(random_keys<T>).at(kCacheResident), \
+      TOP_K_BY(function, kSelection, RadixSelection, 8, 100, 2)                                  \
+          .with("k 100, stride 8")                                                               \
+          .filled_by(random_keys<T>)                                                             \
+          .at(1 << 20),                                                                          \
+      TOP_K_BY(function, kLibrarySort, QuickSelection, 4, 100, 1)                                \
+          .with("k 100, method 1")                                                               \
+          .filled_by(random_keys<T>)                                                             \
+          .at(1 << 20),                                                                          \
+      TOP_K_BY(function, kLibrarySort, QuickSelection, 8, 100, 1)                                \
+          .with("k 100, method 1, stride 8")                                                     \
+          .filled_by(random_keys<T>)                                                             \
+          .at(1 << 20)
 
 std::vector<Row> sort_rows() {
   return {

@@ -1,10 +1,12 @@
 #include <algorithm>
 #include <cstddef>
 
-#include "bench/row.h"
+#include "bench/radix_keys.h"
 
 namespace bench {
 namespace {
+
+using namespace radix;
 
 // --- The textbook form -----------------------------------------------------------------
 
@@ -161,56 +163,7 @@ struct SortIndexByPasses {
   }
 };
 
-// --- Arguments -------------------------------------------------------------------------
-
-// Of the largest size that a sort of any type wants.
-struct Handle : NoOperand {
-  static std::vector<uint64_t>& memory() {
-    static std::vector<uint64_t> words;
-    return words;
-  }
-  template <class Parameter>
-  static Parameter get(const Arrays&, int32_t) {
-    return memory().data();
-  }
-};
-constexpr Handle kPolicy;
-
-// Keys are filled into kSrc. Their bits are random, but floats are from -1024 to 1024.
-template <class T>
-void random_keys(const Arrays& arrays, int32_t len) {
-  Handle::memory().resize(
-      std::max<std::size_t>(65536 * sizeof(int32_t) / 8, static_cast<std::size_t>(len) * 3));
-  std::mt19937_64 generator(1);
-  auto* const keys = static_cast<T*>(arrays.array(0));
-  for (int32_t i = 0; i < len; ++i) {
-    if constexpr (std::is_floating_point_v<T>) {
-      keys[i] = static_cast<T>(static_cast<int32_t>(generator() >> 32) | 1) / T{1 << 21};
-    } else {
-      keys[i] = static_cast<T>(generator());
-    }
-  }
-}
-
-template <class T>
-void sorted_keys(const Arrays& arrays, int32_t len) {
-  random_keys<T>(arrays, len);
-  auto* const keys = static_cast<T*>(arrays.array(0));
-  std::sort(keys, keys + len);
-}
-
-// 16 values.
-template <class T>
-void few_distinct_keys(const Arrays& arrays, int32_t len) {
-  random_keys<T>(arrays, len);
-  std::mt19937_64 generator(2);
-  auto* const keys = static_cast<T*>(arrays.array(0));
-  for (int32_t i = 16; i < len; ++i) keys[i] = keys[generator() % 16];
-}
-
 // --- Rows ------------------------------------------------------------------------------
-
-constexpr int32_t kSmall = 1 << 10, kMedium = 1 << 16, kLarge = 1 << 22;
 
 // The rows of one function: random keys in an array of medium length.
 template <class T>
@@ -222,31 +175,41 @@ constexpr Row of_positions(Row row) {
   return row.filled_by(random_keys<T>).at(kMedium).with("64 Ki");
 }
 
+template <class T>
+const Requirement* requirement_of_long(const Requirement* usual) {
+  if (usual == &kRadixSort) return sizeof(T) == sizeof(uint32_t) ? &kLongRadix32 : &kLongRadix64;
+  if (usual == &kRadixIndex) return sizeof(T) == sizeof(uint32_t) ? &kLongIndex32 : &kLongIndex64;
+  return usual;
+}
+
 // And all other lengths and kinds of keys.
 template <class T>
 void add_others(std::vector<Row>& rows, Row row) {
+  const auto at_large = [](Row usual) {
+    return usual.at(kLarge).changed(&Row::requirement, requirement_of_long<T>(usual.requirement));
+  };
   rows.push_back(row.at(kSmall).with("1 Ki"));
-  rows.push_back(row.at(kLarge).with("4 Mi"));
+  rows.push_back(at_large(row).with("4 Mi"));
   row = row.filled_by(sorted_keys<T>);
   rows.push_back(row.at(kSmall).with("1 Ki, sorted"));
   rows.push_back(row.at(kMedium).with("64 Ki, sorted"));
-  rows.push_back(row.at(kLarge).with("4 Mi, sorted"));
+  rows.push_back(at_large(row).with("4 Mi, sorted"));
   row = row.filled_by(few_distinct_keys<T>);
   rows.push_back(row.at(kSmall).with("1 Ki, few distinct"));
   rows.push_back(row.at(kMedium).with("64 Ki, few distinct"));
-  rows.push_back(row.at(kLarge).with("4 Mi, few distinct"));
+  rows.push_back(at_large(row).with("4 Mi, few distinct"));
 }
 
 }  // namespace
 
 std::vector<Row> sort_radix_rows() {
   std::vector<Row> rows = {
-      of_keys<uint8_t>(
-          ROW(ZIVKS_SortRadixAscend_8u_I, kRadixSort, SortByCounting<Falling::kNo>, kSrcDst, kLen, kPolicy)),
-      of_keys<uint16_t>(
-          ROW(ZIVKS_SortRadixAscend_16u_I, kRadixSort, SortByCounting<Falling::kNo>, kSrcDst, kLen, kPolicy)),
-      of_keys<int16_t>(
-          ROW(ZIVKS_SortRadixAscend_16s_I, kRadixSort, SortByCounting<Falling::kNo>, kSrcDst, kLen, kPolicy)),
+      of_keys<uint8_t>(ROW(ZIVKS_SortRadixAscend_8u_I, kCountedSort, SortByCounting<Falling::kNo>, kSrcDst,
+                           kLen, kPolicy)),
+      of_keys<uint16_t>(ROW(ZIVKS_SortRadixAscend_16u_I, kCountedSort, SortByCounting<Falling::kNo>, kSrcDst,
+                            kLen, kPolicy)),
+      of_keys<int16_t>(ROW(ZIVKS_SortRadixAscend_16s_I, kCountedSort, SortByCounting<Falling::kNo>, kSrcDst,
+                           kLen, kPolicy)),
       of_keys<uint32_t>(
           ROW(ZIVKS_SortRadixAscend_32u_I, kRadixSort, SortByPasses<Falling::kNo>, kSrcDst, kLen, kPolicy)),
       of_keys<int32_t>(
@@ -259,11 +222,11 @@ std::vector<Row> sort_radix_rows() {
           ROW(ZIVKS_SortRadixAscend_64s_I, kRadixSort, SortByPasses<Falling::kNo>, kSrcDst, kLen, kPolicy)),
       of_keys<double>(
           ROW(ZIVKS_SortRadixAscend_64f_I, kRadixSort, SortByPasses<Falling::kNo>, kSrcDst, kLen, kPolicy)),
-      of_keys<uint8_t>(ROW(ZIVKS_SortRadixDescend_8u_I, kRadixSort, SortByCounting<Falling::kYes>, kSrcDst,
+      of_keys<uint8_t>(ROW(ZIVKS_SortRadixDescend_8u_I, kCountedSort, SortByCounting<Falling::kYes>, kSrcDst,
                            kLen, kPolicy)),
-      of_keys<uint16_t>(ROW(ZIVKS_SortRadixDescend_16u_I, kRadixSort, SortByCounting<Falling::kYes>, kSrcDst,
-                            kLen, kPolicy)),
-      of_keys<int16_t>(ROW(ZIVKS_SortRadixDescend_16s_I, kRadixSort, SortByCounting<Falling::kYes>, kSrcDst,
+      of_keys<uint16_t>(ROW(ZIVKS_SortRadixDescend_16u_I, kCountedSort, SortByCounting<Falling::kYes>,
+                            kSrcDst, kLen, kPolicy)),
+      of_keys<int16_t>(ROW(ZIVKS_SortRadixDescend_16s_I, kCountedSort, SortByCounting<Falling::kYes>, kSrcDst,
                            kLen, kPolicy)),
       of_keys<uint32_t>(
           ROW(ZIVKS_SortRadixDescend_32u_I, kRadixSort, SortByPasses<Falling::kYes>, kSrcDst, kLen, kPolicy)),
@@ -277,47 +240,51 @@ std::vector<Row> sort_radix_rows() {
           ROW(ZIVKS_SortRadixDescend_64s_I, kRadixSort, SortByPasses<Falling::kYes>, kSrcDst, kLen, kPolicy)),
       of_keys<double>(
           ROW(ZIVKS_SortRadixDescend_64f_I, kRadixSort, SortByPasses<Falling::kYes>, kSrcDst, kLen, kPolicy)),
-      of_positions<uint8_t>(ROW(ZIVKS_SortRadixIndexAscend_8u, kRadixSort, SortIndexByCounting<Falling::kNo>,
-                                kSrc, kNumber<sizeof(uint8_t)>, kDstIndx, kLen, kPolicy)),
-      of_positions<uint16_t>(ROW(ZIVKS_SortRadixIndexAscend_16u, kRadixSort,
+      of_positions<uint8_t>(ROW(ZIVKS_SortRadixIndexAscend_8u, kCountedSort,
+                                SortIndexByCounting<Falling::kNo>, kSrc, kNumber<sizeof(uint8_t)>, kDstIndx,
+                                kLen, kPolicy)),
+      of_positions<uint16_t>(ROW(ZIVKS_SortRadixIndexAscend_16u, kCountedSort,
                                  SortIndexByCounting<Falling::kNo>, kSrc, kNumber<sizeof(uint16_t)>, kDstIndx,
                                  kLen, kPolicy)),
-      of_positions<int16_t>(ROW(ZIVKS_SortRadixIndexAscend_16s, kRadixSort, SortIndexByCounting<Falling::kNo>,
-                                kSrc, kNumber<sizeof(int16_t)>, kDstIndx, kLen, kPolicy)),
-      of_positions<uint32_t>(ROW(ZIVKS_SortRadixIndexAscend_32u, kRadixSort, SortIndexByPasses<Falling::kNo>,
+      of_positions<int16_t>(ROW(ZIVKS_SortRadixIndexAscend_16s, kCountedSort,
+                                SortIndexByCounting<Falling::kNo>, kSrc, kNumber<sizeof(int16_t)>, kDstIndx,
+                                kLen, kPolicy)),
+      of_positions<uint32_t>(ROW(ZIVKS_SortRadixIndexAscend_32u, kRadixIndex, SortIndexByPasses<Falling::kNo>,
                                  kSrc, kNumber<sizeof(uint32_t)>, kDstIndx, kLen, kPolicy)),
-      of_positions<int32_t>(ROW(ZIVKS_SortRadixIndexAscend_32s, kRadixSort, SortIndexByPasses<Falling::kNo>,
+      of_positions<int32_t>(ROW(ZIVKS_SortRadixIndexAscend_32s, kRadixIndex, SortIndexByPasses<Falling::kNo>,
                                 kSrc, kNumber<sizeof(int32_t)>, kDstIndx, kLen, kPolicy)),
-      of_positions<float>(ROW(ZIVKS_SortRadixIndexAscend_32f, kRadixSort, SortIndexByPasses<Falling::kNo>,
+      of_positions<float>(ROW(ZIVKS_SortRadixIndexAscend_32f, kRadixIndex, SortIndexByPasses<Falling::kNo>,
                               kSrc, kNumber<sizeof(float)>, kDstIndx, kLen, kPolicy)),
-      of_positions<uint64_t>(ROW(ZIVKS_SortRadixIndexAscend_64u, kRadixSort, SortIndexByPasses<Falling::kNo>,
+      of_positions<uint64_t>(ROW(ZIVKS_SortRadixIndexAscend_64u, kRadixIndex, SortIndexByPasses<Falling::kNo>,
                                  kSrc, kNumber<sizeof(uint64_t)>, kDstIndx, kLen, kPolicy)),
-      of_positions<int64_t>(ROW(ZIVKS_SortRadixIndexAscend_64s, kRadixSort, SortIndexByPasses<Falling::kNo>,
+      of_positions<int64_t>(ROW(ZIVKS_SortRadixIndexAscend_64s, kRadixIndex, SortIndexByPasses<Falling::kNo>,
                                 kSrc, kNumber<sizeof(int64_t)>, kDstIndx, kLen, kPolicy)),
-      of_positions<double>(ROW(ZIVKS_SortRadixIndexAscend_64f, kRadixSort, SortIndexByPasses<Falling::kNo>,
+      of_positions<double>(ROW(ZIVKS_SortRadixIndexAscend_64f, kRadixIndex, SortIndexByPasses<Falling::kNo>,
                                kSrc, kNumber<sizeof(double)>, kDstIndx, kLen, kPolicy)),
-      of_positions<uint8_t>(ROW(ZIVKS_SortRadixIndexDescend_8u, kRadixSort,
+      of_positions<uint8_t>(ROW(ZIVKS_SortRadixIndexDescend_8u, kCountedSort,
                                 SortIndexByCounting<Falling::kYes>, kSrc, kNumber<sizeof(uint8_t)>, kDstIndx,
                                 kLen, kPolicy)),
-      of_positions<uint16_t>(ROW(ZIVKS_SortRadixIndexDescend_16u, kRadixSort,
+      of_positions<uint16_t>(ROW(ZIVKS_SortRadixIndexDescend_16u, kCountedSort,
                                  SortIndexByCounting<Falling::kYes>, kSrc, kNumber<sizeof(uint16_t)>,
                                  kDstIndx, kLen, kPolicy)),
-      of_positions<int16_t>(ROW(ZIVKS_SortRadixIndexDescend_16s, kRadixSort,
+      of_positions<int16_t>(ROW(ZIVKS_SortRadixIndexDescend_16s, kCountedSort,
                                 SortIndexByCounting<Falling::kYes>, kSrc, kNumber<sizeof(int16_t)>, kDstIndx,
                                 kLen, kPolicy)),
-      of_positions<uint32_t>(ROW(ZIVKS_SortRadixIndexDescend_32u, kRadixSort,
+      of_positions<uint32_t>(ROW(ZIVKS_SortRadixIndexDescend_32u, kRadixIndex,
                                  SortIndexByPasses<Falling::kYes>, kSrc, kNumber<sizeof(uint32_t)>, kDstIndx,
                                  kLen, kPolicy)),
-      of_positions<int32_t>(ROW(ZIVKS_SortRadixIndexDescend_32s, kRadixSort, SortIndexByPasses<Falling::kYes>,
-                                kSrc, kNumber<sizeof(int32_t)>, kDstIndx, kLen, kPolicy)),
-      of_positions<float>(ROW(ZIVKS_SortRadixIndexDescend_32f, kRadixSort, SortIndexByPasses<Falling::kYes>,
+      of_positions<int32_t>(ROW(ZIVKS_SortRadixIndexDescend_32s, kRadixIndex,
+                                SortIndexByPasses<Falling::kYes>, kSrc, kNumber<sizeof(int32_t)>, kDstIndx,
+                                kLen, kPolicy)),
+      of_positions<float>(ROW(ZIVKS_SortRadixIndexDescend_32f, kRadixIndex, SortIndexByPasses<Falling::kYes>,
                               kSrc, kNumber<sizeof(float)>, kDstIndx, kLen, kPolicy)),
-      of_positions<uint64_t>(ROW(ZIVKS_SortRadixIndexDescend_64u, kRadixSort,
+      of_positions<uint64_t>(ROW(ZIVKS_SortRadixIndexDescend_64u, kRadixIndex,
                                  SortIndexByPasses<Falling::kYes>, kSrc, kNumber<sizeof(uint64_t)>, kDstIndx,
                                  kLen, kPolicy)),
-      of_positions<int64_t>(ROW(ZIVKS_SortRadixIndexDescend_64s, kRadixSort, SortIndexByPasses<Falling::kYes>,
-                                kSrc, kNumber<sizeof(int64_t)>, kDstIndx, kLen, kPolicy)),
-      of_positions<double>(ROW(ZIVKS_SortRadixIndexDescend_64f, kRadixSort, SortIndexByPasses<Falling::kYes>,
+      of_positions<int64_t>(ROW(ZIVKS_SortRadixIndexDescend_64s, kRadixIndex,
+                                SortIndexByPasses<Falling::kYes>, kSrc, kNumber<sizeof(int64_t)>, kDstIndx,
+                                kLen, kPolicy)),
+      of_positions<double>(ROW(ZIVKS_SortRadixIndexDescend_64f, kRadixIndex, SortIndexByPasses<Falling::kYes>,
                                kSrc, kNumber<sizeof(double)>, kDstIndx, kLen, kPolicy)),
   };
   for (const Row& row : std::vector<Row>(rows)) {

@@ -25,7 +25,7 @@ extern "C" {
  * A handle is working memory and holds nothing between calls, neither the length nor the type. It serves
  * every sort, rising or falling, of keys of the same width: handles of 8 and 16 bits for any length, others
  * for up to the length they were made for. A longer array overruns a handle, which nothing detects. At a time
- * one call may use it. A sort allocates nothing and takes at most 24 KiB of stack.
+ * one call may use it. A sort allocates nothing and takes at most 26 KiB of stack.
  *
  * | Keys    | Bytes of a handle |
  * |---------|-------------------|
@@ -146,7 +146,7 @@ ZIVKS_API ZIVKStatus ZIVKS_SortRadixDescend_64f_I(double* srcDst, int32_t len, v
  * of 32 bits.
  *
  * A handle is made, used and released like those of @ref radix_sorts. The keys must not change during a call, and
- * neither `dstIdx` nor the handle may overlap them. A sort allocates nothing and takes at most 24 KiB of stack.
+ * neither `dstIdx` nor the handle may overlap them. A sort allocates nothing and takes at most 26 KiB of stack.
  *
  * | Keys    | Bytes of a handle |
  * |---------|-------------------|

@@ -25,7 +25,7 @@ class GuardedMemory {
   unsigned char* begin() const { return begin_; }
   unsigned char* end() const { return begin_ + kCapacity; }
 
-  static constexpr std::size_t kCapacity = std::size_t{1} << 23;
+  static constexpr std::size_t kCapacity = std::size_t{1} << 25;
 
  private:
   const std::size_t page_ = static_cast<std::size_t>(sysconf(_SC_PAGESIZE));
