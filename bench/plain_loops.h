@@ -23,7 +23,7 @@
 
 namespace bench {
 
-// The type of the parts of a complex number, or the type itself.
+// The type of the parts of a complex number or of a decimal, or the type itself.
 template <class T, class = void>
 struct Part {
   using Type = T;
@@ -31,6 +31,10 @@ struct Part {
 template <class T>
 struct Part<T, std::void_t<decltype(T::re)>> {
   using Type = decltype(T::re);
+};
+template <>
+struct Part<ZIVKDecimal128> {
+  using Type = uint64_t;
 };
 template <class T>
 using PartOf = typename Part<T>::Type;

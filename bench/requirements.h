@@ -42,6 +42,10 @@ inline constexpr Requirement kLongIndex64 = {"long radix index sort, 64 bits", 2
 inline constexpr Requirement kSort        = {"sorting",      1.0, 1.1,   0, 1.0,    0};
 inline constexpr Requirement kLibrarySort = {"library sort", 0.9, 1.1,   0, 1.1,    0};  // steps are prescribed
 inline constexpr Requirement kSelection   = {"selection",    1.0, 1.1,   0, 1.0,    0};
+inline constexpr Requirement kHash        = {"hash",         1.3, 1.1,   8, 1.0,  120};  // bound by multiplications
+inline constexpr Requirement kTextHash    = {"text hash",    1.2, 0,     0, 1.0,    0};  // beside the inlined libxxhash
+inline constexpr Requirement kColumn      = {"column",       1.0, 1.1,   8, 1.0,  140};
+inline constexpr Requirement kTextAggregate = {"text aggregate", 2.0, 0, 0, 0.5,    0};  // beside memcmp
 inline constexpr Requirement kPeer        = {"peer",         1.0, 1.1,   0, 0,      0};
 // clang-format on
 

@@ -222,6 +222,7 @@ std::vector<Row> logic_rows();
 std::vector<Row> arithmetic_rows();
 std::vector<Row> conversion_rows();
 std::vector<Row> statistics_rows();
+std::vector<Row> columnar_rows();
 std::vector<Row> sort_rows();
 std::vector<Row> sort_radix_rows();
 
@@ -229,7 +230,7 @@ std::vector<Row> sort_radix_rows();
 inline std::vector<Row> rows(const std::regex& selection = std::regex("")) {
   std::vector<Row> selected;
   for (auto* of_subsystem : {movement_rows, logic_rows, arithmetic_rows, conversion_rows, statistics_rows,
-                             sort_rows, sort_radix_rows}) {
+                             sort_rows, sort_radix_rows, columnar_rows}) {
     for (const Row& row : of_subsystem()) {
       if (row.fits(selection)) selected.push_back(row);
     }

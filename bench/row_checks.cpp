@@ -63,7 +63,8 @@ bool every_function_has_a_row() {
 
 bool calls_agree(const std::vector<Row>& rows) {
   constexpr int32_t kOddLength = kCacheResident + 3;
-  const Arrays arrays(std::size_t{kOddLength} * sizeof(ZIVK64fc));
+  constexpr std::size_t kMostBytesEach = 100;  // of an element, which may be a text
+  const Arrays arrays(kOddLength * kMostBytesEach);
   const auto written_by = [&](const Row& row, Call call) {
     arrays.clear();
     row.fill(arrays, kOddLength);

@@ -1,5 +1,4 @@
 // Hashes and aggregates of columns, row by row.
-#define XXH_INLINE_ALL
 #include <xxhash.h>
 
 #include <algorithm>
