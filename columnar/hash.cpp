@@ -98,9 +98,10 @@ struct RoundOfBits {
 
   template <class Value>
   ZIVKS_INLINE Value at(size_t i) const {
-    constexpr uint64_t kNan = 0x7FF8000000000000;
+    constexpr uint64_t kNan = 0x7FF8000000000000, kTwiceInfinity = 0xFFE0000000000000;
     if constexpr (std::is_same_v<Value, uint64_t>) {
-      return xxh64::round(kept_in_integer_unit(src[i] == src[i] ? read<uint64_t>(src + i) : kNan));
+      const auto bits = kept_in_integer_unit(read<uint64_t>(src + i));
+      return xxh64::round(2 * bits > kTwiceInfinity ? kNan : bits);
     } else {
       const F64 x = load(src + i);
       return xxh64::round(select(I64(x == x), U64(x), broadcast(kNan)));

@@ -46,39 +46,51 @@ struct FourStripedTexts {
 
 // --- Texts of one length -------------------------------------------------------------------
 
+// A value of each of eight texts: of the first four in a register, of the others in integers.
+struct EightValues {
+  U64 lanes;
+  uint64_t e, f, g, h;
+};
+// `step` of each of the values. What the processor has in view is never one text alone then.
+template <class Step, class... Eight>
+ZIVKS_INLINE EightValues each(Step step, Eight... eight) {
+  return {step(eight.lanes...), step(eight.e...), step(eight.f...), step(eight.g...), step(eight.h...)};
+}
+
 // The end of texts that all have `rest` bytes left: `words` whole words of eight bytes, and more if they are `ragged`.
 // A stripe of each is read.
 template <size_t words, bool ragged>
-ZIVKS_INLINE U64 add_end(U64 hash, FourTexts texts, size_t at, size_t rest) {
-  U64 last = {};
-  if constexpr (words < 2) {
-    const auto [first, second] = texts.two_words(at);
-    if constexpr (words == 1) hash = with_word(hash, first);
-    last = words == 0 ? first : second;
-  } else {
-    const auto [first, second] = texts.two_words(at);
-    const auto [third, fourth] = texts.two_words(at + 16);
-    hash = with_word(with_word(hash, first), second);
-    if constexpr (words == 3) hash = with_word(hash, third);
-    last = words == 2 ? third : fourth;
-  }
-  if (ragged && (rest & 4) != 0) {
-    hash = with_half_word(hash, last & UINT32_MAX);
-    last = last >> 32;
-  }
+ZIVKS_INLINE EightValues add_end(EightValues hash, FourTexts abcd, FourTexts efgh, size_t at, size_t rest) {
+  const uint8_t *const e = efgh[0] + at, *const f = efgh[1] + at, *const g = efgh[2] + at,
+                       *const h = efgh[3] + at;
+  const auto words_at = [=](U64 lanes, size_t k) ZIVKS_INLINE_LAMBDA {
+    return EightValues{lanes, read<uint64_t>(e + k), read<uint64_t>(f + k), read<uint64_t>(g + k),
+                       read<uint64_t>(h + k)};
+  };
+  const auto add_word = [](auto a, auto word) ZIVKS_INLINE_LAMBDA { return with_word(a, word); };
+  const auto low = abcd.two_words(at);
+  const auto high = words < 2 ? low : abcd.two_words(at + 16);
+  if constexpr (words > 0) hash = each(add_word, hash, words_at(low.first, 0));
+  if constexpr (words > 1) hash = each(add_word, hash, words_at(low.second, 8));
+  if constexpr (words > 2) hash = each(add_word, hash, words_at(high.first, 16));
   if constexpr (ragged) {
-    for (size_t bytes = rest & 3; bytes > 0; --bytes, last = last >> 8)
-      hash = with_byte(hash, last & UINT8_MAX);
+    const U64 last_word = words == 0   ? low.first
+                          : words == 1 ? low.second
+                          : words == 2 ? high.first
+                                       : high.second;
+    EightValues last = words_at(last_word, 8 * words);
+    if (rest & 4) {
+      hash = each([](auto a, auto word) ZIVKS_INLINE_LAMBDA { return with_half_word(a, word & UINT32_MAX); },
+                  hash, last);
+      last = each([](auto word) ZIVKS_INLINE_LAMBDA { return word >> 32; }, last);
+    }
+    for (size_t bytes = rest & 3; bytes > 0; --bytes) {
+      hash = each([](auto a, auto word) ZIVKS_INLINE_LAMBDA { return with_byte(a, word & UINT8_MAX); }, hash,
+                  last);
+      last = each([](auto word) ZIVKS_INLINE_LAMBDA { return word >> 8; }, last);
+    }
   }
-  return avalanche(hash);
-}
-template <size_t words, bool ragged>
-ZIVKS_INLINE uint64_t add_end(uint64_t hash, const uint8_t* text, size_t rest) {
-  if constexpr (words > 0) {
-    return add_end<words - 1, ragged>(with_word(hash, read<uint64_t>(text)), text + 8, rest);
-  } else {
-    return ragged ? add_end(hash, text, rest % 8) : avalanche(hash);
-  }
+  return each([](auto a) ZIVKS_INLINE_LAMBDA { return avalanche(a); }, hash);
 }
 
 // The hashes of two texts after their stripes, which go through the integer unit side by side.
@@ -108,36 +120,29 @@ template <size_t words, bool ragged, bool striped>
     prefetch_ahead<256>(src + begins[0]);
     const FourTexts texts = {src, begins}, others = {src, begins + kLanes};
     const int8_t* const flags = nulls == nullptr || is_clean(nulls + i) ? nullptr : nulls + i;
-    U64 hash = broadcast(kPrime5 + size);
-    uint64_t e = kPrime5 + size, f = e, g = e, h = e;
+    EightValues hash = {broadcast(kPrime5 + size), kPrime5 + size, kPrime5 + size, kPrime5 + size,
+                        kPrime5 + size};
     if constexpr (striped) {
       FourStripedTexts lanes;
-      StripedText first, second;
+      StripedText e, f;
       for (size_t stripe = 0; stripe < at; stripe += kStripe) {
         lanes.add(texts, stripe);
-        first.add(others[0] + stripe);
-        second.add(others[1] + stripe);
+        e.add(others[0] + stripe);
+        f.add(others[1] + stripe);
       }
-      e = first.merged() + size;
-      f = second.merged() + size;
-      std::tie(g, h) = add_stripes(others[2], others[3], stripes);
-      g += size;
-      h += size;
-      hash = lanes.merged() + uint64_t{size};
+      const auto [g, h] = add_stripes(others[2], others[3], stripes);
+      hash = each([size](auto a) ZIVKS_INLINE_LAMBDA { return a + uint64_t{size}; },
+                  EightValues{lanes.merged(), e.merged(), f.merged(), g, h});
     }
-    hash = add_end<words, ragged>(hash, texts, at, rest);
-    e = add_end<words, ragged>(e, others[0] + at, rest);
-    f = add_end<words, ragged>(f, others[1] + at, rest);
-    g = add_end<words, ragged>(g, others[2] + at, rest);
-    h = add_end<words, ragged>(h, others[3] + at, rest);
-    store_values(hash, flags, dst + i);
+    hash = add_end<words, ragged>(hash, texts, others, at, rest);
+    store_values(hash.lanes, flags, dst + i);
     if (flags == nullptr) {
-      dst[i + 4] = e, dst[i + 5] = f, dst[i + 6] = g, dst[i + 7] = h;
+      dst[i + 4] = hash.e, dst[i + 5] = hash.f, dst[i + 6] = hash.g, dst[i + 7] = hash.h;
     } else {
-      store_value(e, flags + 4, dst + i + 4);
-      store_value(f, flags + 5, dst + i + 5);
-      store_value(g, flags + 6, dst + i + 6);
-      store_value(h, flags + 7, dst + i + 7);
+      store_value(hash.e, flags + 4, dst + i + 4);
+      store_value(hash.f, flags + 5, dst + i + 5);
+      store_value(hash.g, flags + 6, dst + i + 6);
+      store_value(hash.h, flags + 7, dst + i + 7);
     }
   }
   leave_registers();

@@ -139,7 +139,8 @@ void fill_texts(const Arrays& arrays, int32_t len) {
   offsets[0] = 0;
   for (int32_t i = 0; i < len; ++i) {
     offsets[i + 1] = offsets[i] + least + static_cast<int32_t>(generator() % (most - least + 1));
-    for (int32_t k = offsets[i]; k < offsets[i + 1]; ++k) bytes[k] = static_cast<uint8_t>('a' + generator() % 26);
+    for (int32_t k = offsets[i]; k < offsets[i + 1]; ++k)
+      bytes[k] = static_cast<uint8_t>('a' + generator() % 26);
   }
 }
 template <int least, int most, int one_in>
@@ -149,7 +150,9 @@ void fill_texts_with_nulls(const Arrays& arrays, int32_t len) {
 }
 
 // Bytes that are all true.
-void fill_true(const Arrays& arrays, int32_t len) { std::memset(arrays.array(0), 1, static_cast<std::size_t>(len)); }
+void fill_true(const Arrays& arrays, int32_t len) {
+  std::memset(arrays.array(0), 1, static_cast<std::size_t>(len));
+}
 template <int one_in>
 void fill_true_with_nulls(const Arrays& arrays, int32_t len) {
   fill_true(arrays, len);
@@ -161,30 +164,31 @@ inline constexpr Flags<one_in> kOneNullIn;
 
 }  // namespace
 
-#define HASH(function, requirement, hash)                                                     \
-  ROW(function, requirement, HashRows<hash>, kSrc, kLen, kNull, kDst),                        \
-      ROW(function, requirement, HashRows<hash>, kSrc, kLen, kOneNullIn<100>, kDst)           \
-          .with("1 in 100 null"),                                                             \
+#define HASH(function, requirement, hash)                                                                  \
+  ROW(function, requirement, HashRows<hash>, kSrc, kLen, kNull, kDst),                                     \
+      ROW(function, requirement, HashRows<hash>, kSrc, kLen, kOneNullIn<100>, kDst).with("1 in 100 null"), \
       ROW(function, requirement, HashRows<hash>, kSrc, kLen, kOneNullIn<2>, kDst).with("half null")
-#define HASH_TEXTS(least, most, flags, length) \
-  ROW(ZIVKS_Hash_varchar, kTextHash, HashTexts, kSrc, kWork, kLen, flags, kDst).filled_by(fill_texts<least, most>).at(length)
-#define AGGREGATE(function, requirement, largest)                                             \
-  ROW(function, requirement, Extreme<largest>, kSrc, kLen, kNull, kResult),                   \
-      ROW(function, requirement, Extreme<largest>, kSrc, kLen, kOneNullIn<100>, kResult)      \
-          .with("1 in 100 null"),                                                             \
+#define HASH_TEXTS(least, most, flags, length)                                  \
+  ROW(ZIVKS_Hash_varchar, kTextHash, HashTexts, kSrc, kWork, kLen, flags, kDst) \
+      .filled_by(fill_texts<least, most>)                                       \
+      .at(length)
+#define AGGREGATE(function, requirement, largest)                                        \
+  ROW(function, requirement, Extreme<largest>, kSrc, kLen, kNull, kResult),              \
+      ROW(function, requirement, Extreme<largest>, kSrc, kLen, kOneNullIn<100>, kResult) \
+          .with("1 in 100 null"),                                                        \
       ROW(function, requirement, Extreme<largest>, kSrc, kLen, kOneNullIn<2>, kResult).with("half null")
-#define AGGREGATE_BOOLS(function, largest)                                                    \
-  ROW(function, kColumn, Extreme<largest>, kSrc, kLen, kNull, kResult).filled_by(fill_true),  \
-      ROW(function, kColumn, Extreme<largest>, kSrc, kLen, kOneNullIn<100>, kResult)          \
-          .filled_by(fill_true_with_nulls<100>)                                               \
-          .with("1 in 100 null"),                                                             \
-      ROW(function, kColumn, Extreme<largest>, kSrc, kLen, kOneNullIn<2>, kResult)            \
-          .filled_by(fill_true_with_nulls<2>)                                                 \
+#define AGGREGATE_BOOLS(function, largest)                                                   \
+  ROW(function, kColumn, Extreme<largest>, kSrc, kLen, kNull, kResult).filled_by(fill_true), \
+      ROW(function, kColumn, Extreme<largest>, kSrc, kLen, kOneNullIn<100>, kResult)         \
+          .filled_by(fill_true_with_nulls<100>)                                              \
+          .with("1 in 100 null"),                                                            \
+      ROW(function, kColumn, Extreme<largest>, kSrc, kLen, kOneNullIn<2>, kResult)           \
+          .filled_by(fill_true_with_nulls<2>)                                                \
           .with("half null")
-#define AGGREGATE_TEXTS(function, largest)                                                    \
-  ROW(function, kTextAggregate, ExtremeText<largest>, kSrc, kWork, kLen, kDst, kResult)       \
-      .with("1 to 20 bytes")                                                                  \
-      .filled_by(fill_texts<1, 20>)                                                           \
+#define AGGREGATE_TEXTS(function, largest)                                              \
+  ROW(function, kTextAggregate, ExtremeText<largest>, kSrc, kWork, kLen, kDst, kResult) \
+      .with("1 to 20 bytes")                                                            \
+      .filled_by(fill_texts<1, 20>)                                                     \
       .at(kCacheResident)
 
 std::vector<Row> columnar_rows() {
