@@ -26,18 +26,20 @@ struct HashedBlock {
   U64 first;  // of kVectorRows rows
   uint64_t rest[kBlockRows - kVectorRows];
 
-  ZIVKS_INLINE static HashedBlock of(const Hash& hash, size_t i) {
-    return of(hash, i, std::make_index_sequence<kBlockRows - kVectorRows>());
-  }
+  ZIVKS_INLINE static HashedBlock of(const Hash& hash, size_t i) { return of(hash, i, kRest); }
   // Where rows are not null. `nulls` is null if none is.
   ZIVKS_INLINE void store(const int8_t* nulls, uint64_t* dst) const {
     if constexpr (kVectorRows > 0) store_values(first, nulls, dst);
-    for (size_t k = kVectorRows; k < kBlockRows; ++k) {
-      store_value(rest[k - kVectorRows], nulls == nullptr ? nullptr : nulls + k, dst + k);
-    }
+    store_rest(nulls, dst, kRest);
   }
 
  private:
+  static constexpr auto kRest = std::make_index_sequence<kBlockRows - kVectorRows>();
+
+  template <size_t... K>
+  ZIVKS_INLINE void store_rest(const int8_t* nulls, uint64_t* dst, std::index_sequence<K...>) const {
+    (store_value(rest[K], nulls == nullptr ? nullptr : nulls + kVectorRows + K, dst + kVectorRows + K), ...);
+  }
   template <size_t... K>
   ZIVKS_INLINE static HashedBlock of(const Hash& hash, size_t i, std::index_sequence<K...>) {
     U64 first = {};
@@ -145,10 +147,11 @@ ZIVKS_INLINE ZIVKStatus map_values(Source src, size_t len, const int8_t* nulls, 
       src, nulls, const_cast<const uint64_t*>(dst));
 }
 
-// 1237 for false, 1231 for true.
+// 1237 for false, 1231 for true, which differ in their lower bytes.
 inline constexpr auto hash_bool = [](auto rows) ZIVKS_INLINE_LAMBDA {
-  const auto is_false = lift<int8_t>([](U8 row) { return I8(row == 0); }, rows);
-  return lift<uint64_t>([](I64 mask) { return U64((mask & 6) + 1231); }, widen<int64_t>(is_false));
+  constexpr int kTrue = 1231, kUpper = kTrue & ~0xFF, kLower = kTrue & 0xFF;
+  const auto lower = lift<uint8_t>([](U8 row) { return (U8(row == 0) & 6) + uint8_t{kLower}; }, rows);
+  return lift<uint64_t>([](U64 row) { return row + uint64_t{kUpper}; }, widen<uint64_t>(lower));
 };
 
 }  // namespace

@@ -26,8 +26,11 @@ ZIVKS_INLINE const int8_t* from_row(const int8_t* nulls, size_t k) {
 // Rows one by one.
 ZIVKS_INLINE void hash_rows(const uint8_t* src, const int32_t* offsets, size_t rows, const int8_t* nulls,
                             uint64_t* dst) {
+  int32_t begin = offsets[0];
   for (size_t i = 0; i < rows; ++i) {
-    if (nulls == nullptr || nulls[i] == 0) dst[i] = hash_text(src + offsets[i], offsets[i + 1] - offsets[i]);
+    const int32_t end = offsets[i + 1];
+    if (nulls == nullptr || nulls[i] == 0) dst[i] = hash_text(src + begin, end - begin);
+    begin = end;
   }
 }
 

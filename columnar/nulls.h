@@ -27,7 +27,8 @@ ZIVKS_INLINE Lanes<T, N> value_or(Lanes<int8_t, N> nulls, Lanes<T, N> value, Lan
                  other);
 }
 ZIVKS_INLINE uint64_t value_or(int8_t null, uint64_t value, uint64_t other) {
-  return other ^ ((value ^ other) & (uint64_t{null != 0} - 1));
+  value = kept_in_integer_unit(value);  // without which the compiler would branch around what makes it
+  return null == 0 ? value : other;
 }
 
 // Stores the value of a row, or of as many as a register has, unless it is null. No row is if `nulls` is null.

@@ -115,11 +115,16 @@ ZIVKS_INLINE uint64_t add_end(uint64_t hash, const uint8_t* text, size_t bytes) 
   return avalanche(hash);
 }
 
+// A text of less than no bytes, where offsets fall, is not read.
 ZIVKS_INLINE uint64_t hash_text(const uint8_t* text, int32_t length) {
-  const auto bytes = static_cast<size_t>(std::max(length, 0));
-  const size_t stripes = bytes / kStripe;
-  return add_end(add_stripes(text, stripes) + static_cast<uint64_t>(int64_t{length}),
-                 text + stripes * kStripe, bytes % kStripe);
+  uint64_t hash = kPrime5;
+  auto bytes = static_cast<size_t>(std::max(length, 0));
+  if (bytes >= kStripe) {
+    hash = add_stripes(text, bytes / kStripe);
+    text += bytes / kStripe * kStripe;
+    bytes %= kStripe;
+  }
+  return add_end(hash + static_cast<uint64_t>(int64_t{length}), text, bytes);
 }
 
 }  // namespace zivks::xxh64

@@ -328,7 +328,7 @@ void expect_conversion() {
 }
 
 TEST(VectorLayer, Widths) {
-  expect_widening<uint8_t, uint16_t, int16_t, uint32_t, int32_t>();
+  expect_widening<uint8_t, uint16_t, int16_t, uint32_t, int32_t, uint64_t>();
   expect_widening<int8_t, int16_t, int32_t, int64_t>();
   expect_widening<uint16_t, uint32_t, int32_t, uint64_t>();
   expect_widening<int16_t, int32_t, int64_t>();

@@ -164,27 +164,27 @@ inline constexpr Flags<one_in> kOneNullIn;
 
 }  // namespace
 
-#define HASH(function, requirement, hash)                                                                  \
-  ROW(function, requirement, HashRows<hash>, kSrc, kLen, kNull, kDst),                                     \
-      ROW(function, requirement, HashRows<hash>, kSrc, kLen, kOneNullIn<100>, kDst).with("1 in 100 null"), \
-      ROW(function, requirement, HashRows<hash>, kSrc, kLen, kOneNullIn<2>, kDst).with("half null")
+// Without nulls, with few of them, and with many.
+#define NULLABLE(function, requirement, half_null, plain, result)                                   \
+  ROW(function, requirement, plain, kSrc, kLen, kNull, result),                                     \
+      ROW(function, requirement, plain, kSrc, kLen, kOneNullIn<100>, result).with("1 in 100 null"), \
+      ROW(function, half_null, plain, kSrc, kLen, kOneNullIn<2>, result).with("half null")
+#define HASH(function, hash) NULLABLE(function, kHash, kHalfNull, HashRows<hash>, kDst)
 #define HASH_TEXTS(least, most, flags, length)                                  \
   ROW(ZIVKS_Hash_varchar, kTextHash, HashTexts, kSrc, kWork, kLen, flags, kDst) \
       .filled_by(fill_texts<least, most>)                                       \
       .at(length)
-#define AGGREGATE(function, requirement, largest)                                        \
-  ROW(function, requirement, Extreme<largest>, kSrc, kLen, kNull, kResult),              \
-      ROW(function, requirement, Extreme<largest>, kSrc, kLen, kOneNullIn<100>, kResult) \
-          .with("1 in 100 null"),                                                        \
-      ROW(function, requirement, Extreme<largest>, kSrc, kLen, kOneNullIn<2>, kResult).with("half null")
+#define AGGREGATE(function, largest) NULLABLE(function, kColumn, kHalfNull, Extreme<largest>, kResult)
 #define AGGREGATE_BOOLS(function, largest)                                                   \
   ROW(function, kColumn, Extreme<largest>, kSrc, kLen, kNull, kResult).filled_by(fill_true), \
       ROW(function, kColumn, Extreme<largest>, kSrc, kLen, kOneNullIn<100>, kResult)         \
+          .with("1 in 100 null")                                                             \
           .filled_by(fill_true_with_nulls<100>)                                              \
-          .with("1 in 100 null"),                                                            \
-      ROW(function, kColumn, Extreme<largest>, kSrc, kLen, kOneNullIn<2>, kResult)           \
+          .at(4000),                                                                         \
+      ROW(function, kHalfNull, Extreme<largest>, kSrc, kLen, kOneNullIn<2>, kResult)         \
+          .with("half null")                                                                 \
           .filled_by(fill_true_with_nulls<2>)                                                \
-          .with("half null")
+          .at(4000)
 #define AGGREGATE_TEXTS(function, largest)                                              \
   ROW(function, kTextAggregate, ExtremeText<largest>, kSrc, kWork, kLen, kDst, kResult) \
       .with("1 to 20 bytes")                                                            \
@@ -193,13 +193,13 @@ inline constexpr Flags<one_in> kOneNullIn;
 
 std::vector<Row> columnar_rows() {
   return {
-      HASH(ZIVKS_Hash_16s, kHash, HashOfRow),
-      HASH(ZIVKS_Hash_32s, kHash, HashOfRow),
-      HASH(ZIVKS_Hash_64s, kHash, HashOfRow),
-      HASH(ZIVKS_Hash_64f, kHash, HashOfRow),
-      HASH(ZIVKS_Hash_bool, kColumn, HashOfBool),
-      HASH(ZIVKS_Hash_decimal64, kColumn, Bits),
-      HASH(ZIVKS_Hash_decimal128, kHash, HashOfRow),
+      HASH(ZIVKS_Hash_16s, HashOfRow),
+      HASH(ZIVKS_Hash_32s, HashOfRow),
+      HASH(ZIVKS_Hash_64s, HashOfRow),
+      HASH(ZIVKS_Hash_64f, HashOfRow),
+      NULLABLE(ZIVKS_Hash_bool, kColumn, kHalfNull, HashRows<HashOfBool>, kDst),
+      NULLABLE(ZIVKS_Hash_decimal64, kColumn, kHalfNull, HashRows<Bits>, kDst),
+      NULLABLE(ZIVKS_Hash_decimal128, kDecimals, kNullDecimals, HashRows<HashOfRow>, kDst),
       ROW(ZIVKS_CombineHash, kPlain, CombineHashes, kSrc1, kSrc2, kLen, kDst),
 
       HASH_TEXTS(8, 8, kNull, kCacheResident).with("8 bytes"),
@@ -213,16 +213,16 @@ std::vector<Row> columnar_rows() {
           .with("up to 30 bytes, half null")
           .filled_by(fill_texts_with_nulls<0, 30, 2>),
 
-      AGGREGATE(ZIVKS_AggMax_16s, kColumn, true),
-      AGGREGATE(ZIVKS_AggMin_16s, kColumn, false),
-      AGGREGATE(ZIVKS_AggMax_32s, kColumn, true),
-      AGGREGATE(ZIVKS_AggMin_32s, kColumn, false),
-      AGGREGATE(ZIVKS_AggMax_64s, kColumn, true),
-      AGGREGATE(ZIVKS_AggMin_64s, kColumn, false),
-      AGGREGATE(ZIVKS_AggMax_64f, kColumn, true),
-      AGGREGATE(ZIVKS_AggMin_64f, kColumn, false),
-      AGGREGATE(ZIVKS_AggMax_decimal128, kColumn, true),
-      AGGREGATE(ZIVKS_AggMin_decimal128, kColumn, false),
+      AGGREGATE(ZIVKS_AggMax_16s, true),
+      AGGREGATE(ZIVKS_AggMin_16s, false),
+      AGGREGATE(ZIVKS_AggMax_32s, true),
+      AGGREGATE(ZIVKS_AggMin_32s, false),
+      AGGREGATE(ZIVKS_AggMax_64s, true),
+      AGGREGATE(ZIVKS_AggMin_64s, false),
+      AGGREGATE(ZIVKS_AggMax_64f, true),
+      AGGREGATE(ZIVKS_AggMin_64f, false),
+      NULLABLE(ZIVKS_AggMax_decimal128, kDecimals, kNullDecimals, Extreme<true>, kResult),
+      NULLABLE(ZIVKS_AggMin_decimal128, kDecimals, kNullDecimals, Extreme<false>, kResult),
       AGGREGATE_BOOLS(ZIVKS_AggMax_bool, true),
       AGGREGATE_BOOLS(ZIVKS_AggMin_bool, false),
       AGGREGATE_TEXTS(ZIVKS_AggMax_varchar, true),

@@ -256,6 +256,11 @@ ZIVKS_INLINE Register<To> widen_part(U8 a) {
     constexpr uint8x16_t index = {b, z, z, z, b + 1, z, z, z, b + 2, z, z, z, b + 3, z, z, z};
     return Register<To>(vqtbl1q_u8(a, index));
   }
+  if constexpr (sizeof(To) == 8) {
+    constexpr uint8_t b = 2 * K, z = 255;
+    constexpr uint8x16_t index = {b, z, z, z, z, z, z, z, b + 1, z, z, z, z, z, z, z};
+    return Register<To>(vqtbl1q_u8(a, index));
+  }
 }
 
 template <class To, size_t K>

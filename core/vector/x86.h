@@ -339,6 +339,7 @@ ZIVKS_INLINE Register<To> widen_part(U8 a) {
   const __m128i part = low_part<kRegisterElements<To>, K>(Int256(a));
   if constexpr (sizeof(To) == 2) return Register<To>(_mm256_cvtepu8_epi16(part));
   if constexpr (sizeof(To) == 4) return Register<To>(_mm256_cvtepu8_epi32(part));
+  if constexpr (sizeof(To) == 8) return Register<To>(_mm256_cvtepu8_epi64(part));
 }
 template <class To, size_t K>
 ZIVKS_INLINE Register<To> widen_part(I8 a) {
