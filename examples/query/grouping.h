@@ -1,0 +1,45 @@
+// Rows put into groups by their keys.
+#ifndef ZIVKS_EXAMPLES_QUERY_GROUPING_H
+#define ZIVKS_EXAMPLES_QUERY_GROUPING_H
+
+#include <cstdint>
+#include <vector>
+
+#include "column.h"
+
+// Groups are numbered in the order in which they appear. Two rows are in one group if their keys are equal in every
+// column, where null equals null. Keys are found by their hashes, and compared.
+class Grouping {
+ public:
+  explicit Grouping(const std::vector<Type>& key_types);
+
+  // Finds the group of each row; `keys` are columns of the types that were announced.
+  const std::vector<int32_t>& find_groups(const std::vector<const Column*>& keys);
+
+  int32_t count() const { return static_cast<int32_t>(hashes_.size()); }
+  const std::vector<Column>& keys() const { return keys_; }  // one row a group
+
+ private:
+  struct Slot {
+    int32_t group = kFree;
+    uint32_t tag = 0;  // of the hash: most other groups are told apart by it, without a look at their keys
+  };
+  static constexpr int32_t kFree = -1;
+
+  void hash(const std::vector<const Column*>& keys);
+  std::size_t slot_of(uint64_t hash) const;
+  bool is_group_of(int32_t group, const std::vector<const Column*>& keys, std::size_t row) const;
+  int32_t add_group(const std::vector<const Column*>& keys, std::size_t row);
+  void grow();
+
+  std::vector<Column> keys_;
+  std::vector<uint64_t> hashes_;  // of the groups
+  std::vector<Slot> slots_;       // a power of two of them, at most half of which are taken
+  int slot_bits_;
+
+  // Of the rows.
+  std::vector<uint64_t> row_hashes_, column_hashes_;
+  std::vector<int32_t> groups_;
+};
+
+#endif
