@@ -29,12 +29,15 @@ class Texts {
     return {reinterpret_cast<const char*>(bytes_.data()) + begin,
             static_cast<std::size_t>(offsets_[row + 1]) - begin};
   }
-  // Throws std::length_error if offsets of 32 bits do not suffice.
   void push_back(std::string_view text);
-  void reserve(std::size_t rows) { offsets_.reserve(rows + 1); }
+  void append(const Texts& others);
+  void append(const Texts& others, const std::vector<int32_t>& positions);
   void clear();
 
  private:
+  // Throws std::length_error if offsets of 32 bits do not suffice.
+  void make_room(std::size_t bytes);
+
   std::vector<uint8_t> bytes_;
   std::vector<int32_t> offsets_ = {0};
 };
@@ -51,8 +54,8 @@ struct Column {
   // For calls of the library, which are faster when they know that there are no nulls.
   const int8_t* null_flags() const { return null_count == 0 ? nullptr : nulls.data(); }
 
-  void append(const Column& other, std::size_t row);
   void append(const Column& other, const std::vector<int32_t>& positions);
+  void append(const Column& other);  // all rows
 
   Values values;              // of a null row 0, or an empty text
   std::vector<int8_t> nulls;  // 1 for a null row, otherwise 0
@@ -92,7 +95,11 @@ struct Table {
   std::size_t rows() const { return columns.empty() ? 0 : columns.front().rows(); }
 };
 
-// The rows at some positions, in that order.
-Table gather(const Table& table, const std::vector<int32_t>& positions);
+// What a question is answered with: rows of a table, in an order. They stay where they are in the table until they are
+// printed.
+struct Answer {
+  Table table;
+  std::vector<int32_t> positions;
+};
 
 #endif

@@ -46,6 +46,7 @@ const std::vector<int32_t>& Grouping::find_groups(const std::vector<const Column
   hash(keys);
   const std::size_t rows = row_hashes_.size();
   groups_.resize(rows);
+  new_rows_.clear();
   for (std::size_t row = 0; row < rows; ++row) {
     if (row + kLookAhead < rows) __builtin_prefetch(&slots_[slot_of(row_hashes_[row + kLookAhead])]);
     const uint64_t hash = row_hashes_[row];
@@ -54,7 +55,7 @@ const std::vector<int32_t>& Grouping::find_groups(const std::vector<const Column
     for (;; place = (place + 1) & mask) {
       const Slot slot = slots_[place];
       if (slot.group == kFree) {
-        groups_[row] = add_group(keys, row);
+        groups_[row] = add_group(row);
         slots_[place] = {groups_[row], static_cast<uint32_t>(hash)};
         if (2 * hashes_.size() > slots_.size()) grow();
         break;
@@ -65,6 +66,7 @@ const std::vector<int32_t>& Grouping::find_groups(const std::vector<const Column
       }
     }
   }
+  for (std::size_t i = 0; i < keys.size(); ++i) keys_[i].append(*keys[i], new_rows_);
   return groups_;
 }
 
@@ -84,16 +86,20 @@ std::size_t Grouping::slot_of(uint64_t hash) const {
 }
 
 bool Grouping::is_group_of(int32_t group, const std::vector<const Column*>& keys, std::size_t row) const {
+  auto row_of_group = static_cast<std::size_t>(group);
+  const std::size_t groups_before = keys_.front().rows();
+  const bool is_new = row_of_group >= groups_before;
+  if (is_new) row_of_group = static_cast<std::size_t>(new_rows_[row_of_group - groups_before]);
   for (std::size_t i = 0; i < keys.size(); ++i) {
-    if (!equal(keys_[i], static_cast<std::size_t>(group), *keys[i], row)) return false;
+    if (!equal(is_new ? *keys[i] : keys_[i], row_of_group, *keys[i], row)) return false;
   }
   return true;
 }
 
-int32_t Grouping::add_group(const std::vector<const Column*>& keys, std::size_t row) {
+int32_t Grouping::add_group(std::size_t row) {
   const int32_t group = count();
   if (group == std::numeric_limits<int32_t>::max()) throw std::length_error("more groups than 2^31 - 1");
-  for (std::size_t i = 0; i < keys.size(); ++i) keys_[i].append(*keys[i], row);
+  new_rows_.push_back(static_cast<int32_t>(row));
   hashes_.push_back(row_hashes_[row]);
   return group;
 }

@@ -3,6 +3,7 @@
 #define ZIVKS_EXAMPLES_QUERY_GROUPING_H
 
 #include <cstdint>
+#include <utility>
 #include <vector>
 
 #include "column.h"
@@ -17,7 +18,7 @@ class Grouping {
   const std::vector<int32_t>& find_groups(const std::vector<const Column*>& keys);
 
   int32_t count() const { return static_cast<int32_t>(hashes_.size()); }
-  const std::vector<Column>& keys() const { return keys_; }  // one row a group
+  std::vector<Column> take_keys() { return std::move(keys_); }  // one row a group
 
  private:
   struct Slot {
@@ -29,7 +30,7 @@ class Grouping {
   void hash(const std::vector<const Column*>& keys);
   std::size_t slot_of(uint64_t hash) const;
   bool is_group_of(int32_t group, const std::vector<const Column*>& keys, std::size_t row) const;
-  int32_t add_group(const std::vector<const Column*>& keys, std::size_t row);
+  int32_t add_group(std::size_t row);
   void grow();
 
   std::vector<Column> keys_;
@@ -37,9 +38,10 @@ class Grouping {
   std::vector<Slot> slots_;       // a power of two of them, at most half of which are taken
   int slot_bits_;
 
-  // Of the rows.
+  // Of the rows of the batch.
   std::vector<uint64_t> row_hashes_, column_hashes_;
   std::vector<int32_t> groups_;
+  std::vector<int32_t> new_rows_;  // the first ones of new groups, whose keys are in the batch until its end
 };
 
 #endif

@@ -51,7 +51,7 @@ void print_rate(const char* work, uint64_t rows, double seconds) {
 
 void run(const Options& options) {
   Work reading, answering;
-  CsvFile file(options.file.empty() ? QUERY_DEFAULT_FILE : options.file, options.delimiter);
+  CsvFile file(options.file, options.delimiter);
   const std::vector<SelectedColumn> selection = select_columns(options.question, file.column_names());
   std::vector<std::string> names;
   for (const SelectedColumn& column : selection) names.push_back(file.column_names()[column.place]);
@@ -79,7 +79,7 @@ void run(const Options& options) {
       progress.show(file.bytes_read(), rows);
     }
   }
-  const Table answer = [&] {
+  const Answer answer = [&] {
     const Watch watch(answering);
     return query->finish();
   }();

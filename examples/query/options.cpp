@@ -122,5 +122,6 @@ Options parse_options(int argc, char** argv) {
     }
   }
   if (!options.help && question.is_empty()) throw std::runtime_error("nothing is asked; see --help");
+  if (options.file.empty()) options.file = QUERY_DEFAULT_FILE;
   return options;
 }

@@ -7,7 +7,7 @@
 
 struct Options {
   bool help = false;
-  std::filesystem::path file;  // empty: the default
+  std::filesystem::path file;
   char delimiter = ',';
   Question question;
 };

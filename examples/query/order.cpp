@@ -50,8 +50,7 @@ Positions sorted(const Decimals& decimals, Direction direction) {
   return positions;
 }
 
-// The first bytes as a number, which is in the order of the texts. What is missing counts as 0, a byte that no
-// text has.
+// The first bytes as a number, which is in the order of the texts. What is missing counts as 0, a byte that no text has.
 template <class Key>
 Key prefix(std::string_view text) {
   Key key = 0;
@@ -61,22 +60,42 @@ Key prefix(std::string_view text) {
   return key;
 }
 
-// By prefixes; where these are equal, by comparison.
-Positions sorted(const Texts& texts, Direction direction) {
-  std::vector<uint64_t> keys;
-  for (std::size_t row = 0; row < texts.size(); ++row) keys.push_back(prefix<uint64_t>(texts[row]));
-  Positions positions = positions_by(keys, direction);
-  const auto text = [&](int32_t position) { return texts[static_cast<std::size_t>(position)]; };
-  const auto comes_before = [&](int32_t a, int32_t b) {
-    return direction == Direction::kAscending ? text(a) < text(b) : text(b) < text(a);
+// Brings positions of texts that have their first `skipped` bytes in common into order: many by the bytes that follow,
+// and then those where these are equal likewise; few by comparison.
+void sort_texts(const Texts& texts, Direction direction, int32_t* first, int32_t* last, std::size_t skipped) {
+  constexpr std::ptrdiff_t kFew = 64;
+  constexpr std::size_t kDeepest = 64;  // where the rest of long texts is left to comparison
+  const auto rest_of = [&](int32_t position) {
+    return texts[static_cast<std::size_t>(position)].substr(skipped);
   };
-  for (auto first = positions.begin(); first != positions.end();) {
-    const uint64_t key = keys.data()[*first];
-    const auto last =
-        std::find_if(first + 1, positions.end(), [&](int32_t p) { return keys.data()[p] != key; });
-    if (last - first > 1) std::stable_sort(first, last, comes_before);
-    first = last;
+  if (last - first < kFew || skipped >= kDeepest) {
+    std::stable_sort(first, last, [&](int32_t a, int32_t b) {
+      return direction == Direction::kAscending ? rest_of(a) < rest_of(b) : rest_of(b) < rest_of(a);
+    });
+    return;
   }
+  std::vector<uint64_t> keys;
+  keys.reserve(static_cast<std::size_t>(last - first));
+  for (const int32_t* position = first; position != last; ++position) {
+    keys.push_back(prefix<uint64_t>(rest_of(*position)));
+  }
+  const Positions order = positions_by(keys, direction);
+  const Positions before(first, last);
+  for (std::size_t i = 0; i < order.size(); ++i) first[i] = before.data()[order[i]];
+  for (std::size_t run = 0, end; run < order.size(); run = end) {
+    const uint64_t key = keys.data()[order[run]];
+    for (end = run + 1; end < order.size() && keys.data()[order[end]] == key; ++end) continue;
+    // A key that ends in 0 has the end of its text in it.
+    if (end - run > 1 && (key & 0xFF) != 0) {
+      sort_texts(texts, direction, first + run, first + end, skipped + sizeof key);
+    }
+  }
+}
+
+Positions sorted(const Texts& texts, Direction direction) {
+  Positions positions(texts.size());
+  std::iota(positions.begin(), positions.end(), 0);
+  sort_texts(texts, direction, positions.data(), positions.data() + positions.size(), 0);
   return positions;
 }
 

@@ -89,7 +89,7 @@ class GroupQuery : public Query {
 
  protected:
   Table collect() override {
-    Table answer = {question_.group_by, grouping_.keys()};
+    Table answer = {question_.group_by, grouping_.take_keys()};
     const std::size_t groups = key_places_.empty() ? 1 : answer.rows();
     for (const auto& computed : question_.computed) answer.names.push_back(computed.name());
     for (const auto& aggregate : aggregates_) answer.columns.push_back(aggregate->finish(groups));
@@ -122,24 +122,23 @@ class RowQuery : public Query {
 
   void add(const Batch& batch) override {
     if (!question_.top) {
-      append(batch, all_positions(batch.rows));
+      for (std::size_t i = 0; i < batch.columns.size(); ++i) rows_.columns[i].append(batch.columns[i]);
       return;
     }
     const std::size_t place = find_column(rows_.names, question_.top->column);
-    append(batch, top_rows(batch.columns[place], question_.top->count));
+    const auto best_of_batch = top_rows(batch.columns[place], question_.top->count);
+    for (std::size_t i = 0; i < batch.columns.size(); ++i) {
+      rows_.columns[i].append(batch.columns[i], best_of_batch);
+    }
     // Of equal rows the ones of earlier batches come first, and so they stay.
-    rows_ = gather(rows_, top_rows(rows_.columns[place], question_.top->count));
+    const auto best = top_rows(rows_.columns[place], question_.top->count);
+    for (Column& column : rows_.columns) column = gather(column, best);
   }
 
  protected:
   Table collect() override { return std::move(rows_); }
 
  private:
-  void append(const Batch& batch, const std::vector<int32_t>& positions) {
-    for (std::size_t i = 0; i < batch.columns.size(); ++i)
-      rows_.columns[i].append(batch.columns[i], positions);
-  }
-
   Table rows_;
 };
 
@@ -154,12 +153,11 @@ std::string Question::Computed::name() const {
   return "count";
 }
 
-Table Query::finish() {
+Answer Query::finish() {
   Table answer = collect();
   const auto place_of = [&](const std::string& name) {
     return question_.asks_for_rows() ? find_column(answer.names, name) : find_in_answer(question_, name);
   };
-  if (!question_.top && question_.order_by.empty()) return answer;
   std::vector<int32_t> positions =
       question_.top ? top_rows(answer.columns[place_of(question_.top->column)], question_.top->count)
                     : all_positions(answer.rows());
@@ -169,7 +167,7 @@ Table Query::finish() {
     for (int32_t& position : reordered) position = positions[static_cast<std::size_t>(position)];
     positions = std::move(reordered);
   }
-  return gather(answer, positions);
+  return {std::move(answer), std::move(positions)};
 }
 
 std::vector<std::size_t> columns_of_interest(const Question& question,

@@ -15,7 +15,7 @@ class Query {
  public:
   virtual ~Query() = default;
   virtual void add(const Batch& batch) = 0;
-  Table finish();
+  Answer finish();
 
  protected:
   Query(const Question& question) : question_(question) {}

@@ -52,14 +52,15 @@ void append_cell(std::string& line, const std::string& text, std::size_t column_
 
 }  // namespace
 
-void print_table(const Table& table) {
+void print_table(const Answer& answer) {
+  const Table& table = answer.table;
   std::vector<std::string> names;
   std::vector<std::size_t> widths;
   for (std::size_t i = 0; i < table.columns.size(); ++i) {
     names.push_back(printable(table.names[i]));
     widths.push_back(width(names[i]));
-    for (std::size_t row = 0; row < table.rows(); ++row) {
-      widths[i] = std::max(widths[i], width(cell(table.columns[i], row)));
+    for (const int32_t row : answer.positions) {
+      widths[i] = std::max(widths[i], width(cell(table.columns[i], static_cast<std::size_t>(row))));
     }
   }
   const auto print_line = [&](const auto& text_of_column) {
@@ -74,7 +75,7 @@ void print_table(const Table& table) {
   };
   print_line([&](std::size_t i) { return names[i]; });
   print_line([&](std::size_t i) { return std::string(widths[i], '-'); });
-  for (std::size_t row = 0; row < table.rows(); ++row) {
-    print_line([&](std::size_t i) { return cell(table.columns[i], row); });
+  for (const int32_t row : answer.positions) {
+    print_line([&](std::size_t i) { return cell(table.columns[i], static_cast<std::size_t>(row)); });
   }
 }

@@ -5,6 +5,6 @@
 
 // Prints aligned columns: a line of names, a line of dashes, and the rows, numbers flushed to the right. Null is blank,
 // and a control character within a text is shown as in C.
-void print_table(const Table& table);
+void print_table(const Answer& answer);
 
 #endif
