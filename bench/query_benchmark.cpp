@@ -41,8 +41,10 @@ const QueryRow kRows[] = {
      {"--count", "--max", "installed_size", "--min", "installed_size", "--max", "download_size"},
      "SELECT count(*), max(installed_size), min(installed_size), max(download_size) FROM t"},
     {"groups by section, in order",
-     {"--group-by", "section", "--count", "--max", "installed_size", "--min", "download_size", "--order-by", "section"},
-     "SELECT section, count(*), max(installed_size), min(download_size) FROM t GROUP BY section ORDER BY section"},
+     {"--group-by", "section", "--count", "--max", "installed_size", "--min", "download_size", "--order-by",
+      "section"},
+     "SELECT section, count(*), max(installed_size), min(download_size) FROM t GROUP BY section ORDER BY "
+     "section"},
     {"groups by section and priority",
      {"--group-by", "section", "--group-by", "priority", "--max", "installed_size"},
      "SELECT section, priority, max(installed_size) FROM t GROUP BY section, priority"},
@@ -51,7 +53,8 @@ const QueryRow kRows[] = {
      "SELECT section, max(version) FROM t GROUP BY section"},
     {"top 10 groups by maintainer",
      {"--group-by", "maintainer", "--count", "--top", "10", "installed_size"},
-     "SELECT maintainer, count(*), max(installed_size) m FROM t GROUP BY maintainer ORDER BY m DESC LIMIT 10"},
+     "SELECT maintainer, count(*), max(installed_size) m FROM t GROUP BY maintainer ORDER BY m DESC LIMIT "
+     "10"},
     {"groups by installed_size",
      {"--group-by", "installed_size", "--count"},
      "SELECT installed_size, count(*) FROM t GROUP BY installed_size"},
@@ -100,7 +103,8 @@ Column changed(const Column& column, int copy) {
   if (copy == 0) return column;
   if (column.type() == Type::kInteger) {
     Integers integers = std::get<Integers>(column.values);
-    for (std::size_t row = 0; row < integers.size(); ++row) integers[row] += column.nulls[row] == 0 ? copy : 0;
+    for (std::size_t row = 0; row < integers.size(); ++row)
+      integers[row] += column.nulls[row] == 0 ? copy : 0;
     return Column(std::move(integers), column.nulls);
   }
   const Texts& texts = std::get<Texts>(column.values);
@@ -146,11 +150,13 @@ std::string_view text_of(const Column& column, std::size_t row, std::string& num
   return number = std::to_string(std::get<Integers>(column.values)[row]);
 }
 
-Digest digest(const Table& answer) {
+Digest digest(const Answer& answer) {
   Digest result;
   std::string number;
-  for (std::size_t row = 0; row < answer.rows(); ++row) {
-    for (const Column& column : answer.columns) result.add_cell(text_of(column, row, number));
+  for (const int32_t row : answer.positions) {
+    for (const Column& column : answer.table.columns) {
+      result.add_cell(text_of(column, static_cast<std::size_t>(row), number));
+    }
     result.end_row();
   }
   return result;
@@ -165,7 +171,8 @@ class Database {
     execute("PRAGMA cache_size = -8000000");
     std::string columns, places;
     for (std::size_t i = 0; i < table.names.size(); ++i) {
-      columns += (i == 0 ? "" : ", ") + table.names[i] + (table.types[i] == Type::kText ? " TEXT" : " INTEGER");
+      columns +=
+          (i == 0 ? "" : ", ") + table.names[i] + (table.types[i] == Type::kText ? " TEXT" : " INTEGER");
       places += i == 0 ? "?" : ", ?";
     }
     execute("CREATE TABLE t(" + columns + ")");
@@ -213,7 +220,8 @@ class Database {
           check(sqlite3_bind_null(insertion, parameter));
         } else if (column.type() == Type::kText) {
           const std::string_view text = std::get<Texts>(column.values)[row];
-          check(sqlite3_bind_text(insertion, parameter, text.data(), static_cast<int>(text.size()), SQLITE_STATIC));
+          check(sqlite3_bind_text(insertion, parameter, text.data(), static_cast<int>(text.size()),
+                                  SQLITE_STATIC));
         } else {
           check(sqlite3_bind_int64(insertion, parameter, std::get<Integers>(column.values)[row]));
         }
@@ -246,7 +254,7 @@ Question question_of(const QueryRow& row) {
   return parse_options(static_cast<int>(pointers.size()), pointers.data()).question;
 }
 
-Table answer(const LoadedTable& table, const Question& question) {
+Answer answer(const LoadedTable& table, const Question& question) {
   const auto query = make_query(question, table.names, table.types);
   for (const Batch& batch : table.batches) query->add(batch);
   return query->finish();
@@ -276,8 +284,8 @@ void print_rows(const LoadedTable& table, int turns) {
       library = std::min(library, seconds([&] { answer(table, question); }));
       sqlite = std::min(sqlite, seconds([&] { database.answer(statement.get(), [](sqlite3_stmt*) {}); }));
     }
-    std::printf("%s\t%zu\t%zu\t%.2f\t%.2f\t%g\n", row.name, table.rows(), expected.rows(), library * nanoseconds_a_row,
-                sqlite * nanoseconds_a_row, kRequiredSpeedup);
+    std::printf("%s\t%zu\t%zu\t%.2f\t%.2f\t%g\n", row.name, table.rows(), expected.rows(),
+                library * nanoseconds_a_row, sqlite * nanoseconds_a_row, kRequiredSpeedup);
     std::fflush(stdout);
   }
 }
