@@ -48,19 +48,19 @@ const std::vector<int32_t>& Grouping::find_groups(const std::vector<const Column
   groups_.resize(rows);
   new_rows_.clear();
   for (std::size_t row = 0; row < rows; ++row) {
-    if (row + kLookAhead < rows) __builtin_prefetch(&slots_[slot_of(row_hashes_[row + kLookAhead])]);
-    const uint64_t hash = row_hashes_[row];
+    if (row + kLookAhead < rows) __builtin_prefetch(&slots_[slot_of(tag_of(row_hashes_[row + kLookAhead]))]);
+    const uint32_t tag = tag_of(row_hashes_[row]);
     const std::size_t mask = slots_.size() - 1;
-    std::size_t place = slot_of(hash);
+    std::size_t place = slot_of(tag);
     for (;; place = (place + 1) & mask) {
       const Slot slot = slots_[place];
       if (slot.group == kFree) {
         groups_[row] = add_group(row);
-        slots_[place] = {groups_[row], static_cast<uint32_t>(hash)};
-        if (2 * hashes_.size() > slots_.size()) grow();
+        slots_[place] = {groups_[row], tag};
+        if (2 * static_cast<std::size_t>(count_) > slots_.size()) grow();
         break;
       }
-      if (slot.tag == static_cast<uint32_t>(hash) && is_group_of(slot.group, keys, row)) {
+      if (slot.tag == tag && is_group_of(slot.group, keys, row)) {
         groups_[row] = slot.group;
         break;
       }
@@ -80,9 +80,9 @@ void Grouping::hash(const std::vector<const Column*>& keys) {
 }
 
 // Hashes of small numbers differ in few bits; the upper bits of a product depend on all of them.
-std::size_t Grouping::slot_of(uint64_t hash) const {
+uint32_t Grouping::tag_of(uint64_t hash) {
   constexpr uint64_t kGoldenRatio = 0x9E3779B97F4A7C15;
-  return hash * kGoldenRatio >> (64 - slot_bits_);
+  return static_cast<uint32_t>(hash * kGoldenRatio >> 32);
 }
 
 bool Grouping::is_group_of(int32_t group, const std::vector<const Column*>& keys, std::size_t row) const {
@@ -97,19 +97,19 @@ bool Grouping::is_group_of(int32_t group, const std::vector<const Column*>& keys
 }
 
 int32_t Grouping::add_group(std::size_t row) {
-  const int32_t group = count();
-  if (group == std::numeric_limits<int32_t>::max()) throw std::length_error("more groups than 2^31 - 1");
+  if (count_ == std::numeric_limits<int32_t>::max()) throw std::length_error("more groups than 2^31 - 1");
   new_rows_.push_back(static_cast<int32_t>(row));
-  hashes_.push_back(row_hashes_[row]);
-  return group;
+  return count_++;
 }
 
+// Both tables are in the order of tags, so that memory is walked through and not jumped about in.
 void Grouping::grow() {
+  const std::vector<Slot> before = std::exchange(slots_, std::vector<Slot>(2 * slots_.size()));
   ++slot_bits_;
-  slots_.assign(std::size_t{1} << slot_bits_, Slot());
-  for (std::size_t group = 0; group < hashes_.size(); ++group) {
-    std::size_t place = slot_of(hashes_[group]);
+  for (const Slot& slot : before) {
+    if (slot.group == kFree) continue;
+    std::size_t place = slot_of(slot.tag);
     while (slots_[place].group != kFree) place = (place + 1) & (slots_.size() - 1);
-    slots_[place] = {static_cast<int32_t>(group), static_cast<uint32_t>(hashes_[group])};
+    slots_[place] = slot;
   }
 }

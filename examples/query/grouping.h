@@ -17,25 +17,28 @@ class Grouping {
   // Finds the group of each row; `keys` are columns of the types that were announced.
   const std::vector<int32_t>& find_groups(const std::vector<const Column*>& keys);
 
-  int32_t count() const { return static_cast<int32_t>(hashes_.size()); }
+  int32_t count() const { return count_; }
   std::vector<Column> take_keys() { return std::move(keys_); }  // one row a group
 
  private:
   struct Slot {
     int32_t group = kFree;
-    uint32_t tag = 0;  // of the hash: most other groups are told apart by it, without a look at their keys
+    uint32_t tag = 0;
   };
   static constexpr int32_t kFree = -1;
 
   void hash(const std::vector<const Column*>& keys);
-  std::size_t slot_of(uint64_t hash) const;
+  static uint32_t tag_of(uint64_t hash);
+  std::size_t slot_of(uint32_t tag) const { return tag >> (32 - slot_bits_); }
   bool is_group_of(int32_t group, const std::vector<const Column*>& keys, std::size_t row) const;
   int32_t add_group(std::size_t row);
   void grow();
 
   std::vector<Column> keys_;
-  std::vector<uint64_t> hashes_;  // of the groups
-  std::vector<Slot> slots_;       // a power of two of them, at most half of which are taken
+  int32_t count_ = 0;
+  // A power of two of them, at most half of which are taken. The upper bits of a tag tell where its group belongs, or
+  // else in the next free slot; the others tell most groups apart without a look at their keys.
+  std::vector<Slot> slots_;
   int slot_bits_;
 
   // Of the rows of the batch.

@@ -84,7 +84,7 @@ void run(const Options& options) {
     return query->finish();
   }();
   print_table(answer);
-  std::printf("\n%" PRIu64 " rows: ", rows);
+  std::printf("\n%" PRIu64 " row%s: ", rows, rows == 1 ? "" : "s");
   print_rate("read", rows, reading.seconds);
   std::printf("; ");
   print_rate("answered", rows, answering.seconds);

@@ -8,8 +8,10 @@
 
 const char kUsage[] =
     "usage: query [OPTION]... [FILE]\n"
-    "Answers a question about the CSV file FILE (default: " QUERY_DEFAULT_FILE
-    ";\n- reads standard input). Its first record names the columns; an empty field is null.\n"
+    "Answers a question about a table, the CSV file FILE; - reads standard input, and the default is\n"
+    "" QUERY_DEFAULT_FILE
+    ".\n"
+    "Its first record names the columns; an empty field is null.\n"
     "\n"
     "One row for each group:\n"
     "  --group-by COLUMN  equal values make a group; several such options, equal values of all\n"
