@@ -12,6 +12,7 @@ namespace {
 constexpr std::size_t kBlockBytes = std::size_t{1} << 18;
 constexpr std::size_t kRecordsAtOnce = std::size_t{1} << 16;
 constexpr std::size_t kBytesAtOnce = std::size_t{1} << 24;
+constexpr std::size_t kFieldGrowth = std::size_t{1} << 16;  // a long field is moved each time
 constexpr std::size_t kLongestField = std::size_t{1} << 24;
 
 // Spaces belong to the field that they stand in.
@@ -38,13 +39,12 @@ CsvFile::CsvFile(const std::filesystem::path& path, char delimiter)
   select({});
 }
 
-CsvFile::~CsvFile() { csv_free(&parser_); }
-
 void CsvFile::read_header() {
   csv_free(&parser_);
   if (csv_init(&parser_, CSV_STRICT | CSV_STRICT_FINI) != 0) throw std::bad_alloc();
   csv_set_delim(&parser_, static_cast<unsigned char>(delimiter_));
   csv_set_space_func(&parser_, is_no_space);
+  csv_set_blk_size(&parser_, kFieldGrowth);
   records_ = nullptr;
   column_names_.clear();
   while (column_names_.empty() || is_in_record_) {

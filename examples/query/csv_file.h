@@ -29,7 +29,6 @@ class CsvFile {
 
   // "-" is standard input. Throws std::runtime_error, with a message for the user, if there is no header.
   CsvFile(const std::filesystem::path& path, char delimiter);
-  ~CsvFile();
   CsvFile(const CsvFile&) = delete;
   CsvFile& operator=(const CsvFile&) = delete;
 
@@ -77,7 +76,11 @@ class CsvFile {
   std::string_view rest_;  // of the block: what has not been parsed yet
   bool is_at_end_ = false;
 
-  csv_parser parser_ = {};
+  struct Parser : csv_parser {
+    Parser() : csv_parser{} {}
+    ~Parser() { csv_free(this); }
+  };
+  Parser parser_;
   std::exception_ptr callback_failure_;  // which must not pass through the parser
 
   std::vector<std::string> column_names_;
