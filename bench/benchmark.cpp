@@ -9,7 +9,6 @@
 #include <chrono>
 #include <cstdio>
 #include <cstring>
-#include <fstream>
 #include <limits>
 #include <map>
 #include <regex>
@@ -17,6 +16,7 @@
 #include <vector>
 
 #include "bench/peers/peers.h"
+#include "bench/processor_name.h"
 #include "bench/row.h"
 #include "bench/row_checks.h"
 
@@ -181,14 +181,6 @@ void print_row(const Arrays& arrays, const Row& row) {
               at_16.other, memory_len, memory.zivks, memory.other, memory.copy,
               short_call.nanoseconds_above_cheapest, short_call.len, row.remark);
   std::fflush(stdout);
-}
-
-std::string processor_name() {
-  std::ifstream description("/proc/cpuinfo");
-  for (std::string line; std::getline(description, line);) {
-    if (line.rfind("model name", 0) == 0) return line.substr(line.find(':') + 2);
-  }
-  return "an unnamed processor";
 }
 
 void print_table(const std::vector<Row>& rows) {

@@ -227,6 +227,24 @@ def peer_table(measured):
     return table([*heads, "this library is slower in"], rows)
 
 
+def query_table(measured):
+    """A line for each question, with the figures of every table that was measured. A required speed-up that is missed
+    stands behind."""
+    heads, lines = ["question"], collections.defaultdict(list)
+    for processor, rows in measured.items():
+        for length in sorted({row["rows"] for row in rows}):
+            heads += [f"{processor}, {length:,.0f} rows: ns a row", "sqlite3", "times as fast"]
+        for row in sorted(rows, key=lambda row: row["rows"]):
+            lines[row["question"]] += query_cells(row)
+    return table(heads, [[question, *cells] for question, cells in lines.items()])
+
+
+def query_cells(row):
+    times = at_least(row["sqlite_ns"] / row["library_ns"], row["required_speedup"])
+    return [f"{row['library_ns']:.1f}", f"{row['sqlite_ns']:.0f}",
+            f"{times.value:.1f}" + ("" if times.is_met else f" ({times.required:g})")]
+
+
 def draw(measured):
     """Each family is a line from the worst to the best row with a mark at the median."""
     timed = {processor: rows for processor, rows in measured.items() if processor != ARM and rows}
@@ -268,12 +286,14 @@ def machines():
 def write_page():
     timed = {processor: read_file(kind)[1] for kind, processor in PROCESSORS.items()}
     peers = {processor: read_file("peers-" + kind)[1] for kind, processor in PROCESSORS.items()}
+    queries = {processor: read_file("query-" + kind)[1] for kind, processor in PROCESSORS.items()}
     measured = {**timed, ARM: read_file("arm64")[1]}
     draw(measured)
     page = PAGE.read_text()
     for section, lines in {"machines": machines(), "families": family_table(measured),
                            "classes": class_table(measured), "misses": miss_table(measured),
-                           "peers": peer_table(peers)}.items():
+                           "peers": peer_table(peers),
+                           "query": query_table(queries)}.items():
         begin, end = f"<!-- {section}: written by scripts/benchmark -->\n", f"<!-- end of {section} -->\n"
         before, _, rest = page.partition(begin)
         _, found, after = rest.partition(end)

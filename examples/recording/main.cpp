@@ -3,12 +3,10 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
-#include <exception>
 #include <filesystem>
-#include <new>
-#include <stdexcept>
 #include <vector>
 
+#include "examples/program.h"
 #include "measures.h"
 #include "picture.h"
 #include "recording.h"
@@ -65,31 +63,21 @@ void run(const Arguments& arguments) {
   std::printf("\nPicture: %s\n", std::filesystem::absolute(picture).lexically_normal().c_str());
 }
 
-// What was printed may have waited in a buffer until now.
-void finish_output() {
-  const bool failed_before = std::ferror(stdout) != 0;
-  if (std::fflush(stdout) != 0 || failed_before) throw std::runtime_error("cannot write to standard output");
-}
-
 }  // namespace
 
-int main(int argc, char** argv) try {
+int main(int argc, char** argv) {
   const auto asks_for_help = [](const char* argument) { return std::strcmp(argument, "--help") == 0; };
-  if (std::any_of(argv + 1, argv + argc, asks_for_help)) {
-    std::printf(kUsage, kDefaultFile, kDefaultFolder);
-  } else if (Arguments arguments; parse(argc, argv, arguments)) {
-    run(arguments);
-  } else {
+  const bool helps = std::any_of(argv + 1, argv + argc, asks_for_help);
+  Arguments arguments;
+  if (!helps && !parse(argc, argv, arguments)) {
     std::fprintf(stderr, kUsage, kDefaultFile, kDefaultFolder);
     return EXIT_FAILURE;
   }
-  finish_output();
-  return EXIT_SUCCESS;
-} catch (const std::bad_alloc&) {
-  std::fprintf(stderr, "recording: not enough memory for this recording\n");
-  return EXIT_FAILURE;
-} catch (const std::exception& error) {
-  std::fflush(stdout);
-  std::fprintf(stderr, "recording: %s\n", error.what());
-  return EXIT_FAILURE;
+  return run_program("recording", "recording", [&] {
+    if (helps) {
+      std::printf(kUsage, kDefaultFile, kDefaultFolder);
+    } else {
+      run(arguments);
+    }
+  });
 }

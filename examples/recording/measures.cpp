@@ -6,7 +6,7 @@
 #include <cfloat>
 #include <cmath>
 
-#include "array.h"
+#include "examples/array.h"
 
 double Measures::level_db() const { return 10 * std::log10(power); }
 double Measures::peak_db() const { return 20 * std::log10(peak); }

@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-#include "array.h"
+#include "examples/array.h"
 
 struct Recording {
   std::string name;  // of the file, without its folder

@@ -1,11 +1,8 @@
 // Runs the program as a user does: on sound files whose measures are known, and on files that it must refuse.
-#include <gtest/gtest.h>
 #include <sndfile.h>
-#include <sys/wait.h>
 
 #include <climits>
 #include <cmath>
-#include <cstdio>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -14,6 +11,8 @@
 #include <string>
 #include <vector>
 
+#include "examples/program_test.h"
+
 namespace {
 
 namespace fs = std::filesystem;
@@ -21,11 +20,6 @@ namespace fs = std::filesystem;
 constexpr int kSampleRate = 8000;
 constexpr int kLength = 8123;  // no whole number of frames
 constexpr std::size_t kDataLengthAt = 40, kHeader = 44;
-
-struct Result {
-  int exit_status;
-  std::string output;  // of both streams
-};
 
 struct Summary {
   double offset, level, peak, crossings;
@@ -48,29 +42,8 @@ std::vector<Summary> summaries(const std::string& output) {
 
 double decibels(double amplitude) { return 20 * std::log10(amplitude); }
 
-class RecordingTest : public testing::Test {
+class RecordingTest : public ProgramTest {
  protected:
-  void SetUp() override {
-    std::string pattern = (fs::temp_directory_path() / "recording-test-XXXXXX").string();
-    ASSERT_NE(mkdtemp(pattern.data()), nullptr);
-    fs::current_path(folder_ = pattern);
-  }
-  void TearDown() override { fs::remove_all(folder_); }
-
-  // A shell command, in which $recording is the program.
-  static Result run(const std::string& command) {
-    FILE* const pipe = popen(("exec 2>&1; recording='" RECORDING_PROGRAM "'; " + command).c_str(), "r");
-    std::string output;
-    for (int c; (c = std::fgetc(pipe)) != EOF;) output += static_cast<char>(c);
-    const int status = pclose(pipe);
-    return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, output};
-  }
-  static void expect_failure(const std::string& command, const std::string& message) {
-    const Result result = run(command);
-    EXPECT_EQ(result.exit_status, 1) << command;
-    EXPECT_NE(result.output.find(message), std::string::npos) << command << ": " << result.output;
-  }
-
   static void write(const std::string& file, int format, int channels, const std::vector<int>& samples) {
     SF_INFO info = {0, kSampleRate, channels, format, 0, 0};
     SNDFILE* const sound = sf_open(file.c_str(), SFM_WRITE, &info);
@@ -91,16 +64,6 @@ class RecordingTest : public testing::Test {
     }
     write(file, format, channels, samples);
   }
-
-  static std::string read_bytes(const fs::path& file) {
-    std::ifstream stream(file, std::ios::binary);
-    return {std::istreambuf_iterator<char>(stream), {}};
-  }
-  static void write_bytes(const fs::path& file, const std::string& bytes) {
-    std::ofstream(file, std::ios::binary) << bytes;
-  }
-
-  fs::path folder_;
 };
 
 TEST_F(RecordingTest, MeasuresAndDrawsEveryChannel) {
@@ -108,7 +71,7 @@ TEST_F(RecordingTest, MeasuresAndDrawsEveryChannel) {
                          SF_FORMAT_WAVEX | SF_FORMAT_PCM_24, SF_FORMAT_WAVEX | SF_FORMAT_PCM_16};
   for (int channels = 1; channels <= 4; ++channels) {
     write_sines("it's a test.wav", formats[channels - 1], channels);
-    const Result result = run("$recording --output pictures \"it's a test.wav\"");
+    const Result result = run("$program --output pictures \"it's a test.wav\"");
     EXPECT_EQ(result.exit_status, 0) << result.output;
     const auto measured = summaries(result.output);
     ASSERT_EQ(measured.size(), static_cast<std::size_t>(channels)) << result.output;
@@ -143,7 +106,7 @@ TEST_F(RecordingTest, MeasuresAndDrawsEveryChannel) {
 
 TEST_F(RecordingTest, SilenceHasNoLevelAndNoPeak) {
   write("silence.wav", SF_FORMAT_WAV | SF_FORMAT_PCM_24, 1, std::vector<int>(kLength));
-  const auto measured = summaries(run("$recording silence.wav").output);
+  const auto measured = summaries(run("$program silence.wav").output);
   ASSERT_EQ(measured.size(), 1u);
   EXPECT_EQ(measured[0].offset, 0);
   EXPECT_EQ(measured[0].level, -INFINITY);
@@ -169,7 +132,7 @@ TEST_F(RecordingTest, CopiesSamplesBitForBit) {
     samples.front() = INT_MIN;
     samples.back() = INT_MAX >> unused_bits << unused_bits;
     write("sound.wav", format, channels, samples);
-    const Result result = run("$recording --copy copy.wav sound.wav");
+    const Result result = run("$program --copy copy.wav sound.wav");
     ASSERT_EQ(result.exit_status, 0) << result.output;
 
     SF_INFO info = {};
@@ -189,22 +152,22 @@ TEST_F(RecordingTest, ReplacesFilesAsAWholeAndNeverItsInput) {
   fs::create_symlink("sound.png", "link.wav");
   fs::create_hard_link("sound.png", "second-name.wav");
   for (const std::string copy : {"sound.png", "./sound.png", "link.wav", "second-name.wav"}) {
-    expect_failure("$recording --copy " + copy + " sound.png", "would overwrite the recording itself");
-    expect_failure("$recording --copy " + copy + " - < sound.png", "would overwrite the recording itself");
+    expect_failure("$program --copy " + copy + " sound.png", "would overwrite the recording itself");
+    expect_failure("$program --copy " + copy + " - < sound.png", "would overwrite the recording itself");
   }
-  expect_failure("$recording --output . sound.png", "would overwrite the recording itself");
+  expect_failure("$program --output . sound.png", "would overwrite the recording itself");
   EXPECT_EQ(read_bytes("sound.png"), before);
 
   write_bytes("old.wav", "what stood there");
   fs::create_symlink("old.wav", "link-to-old.wav");
   // Files may not grow beyond eight blocks, as on a disk that is full.
-  expect_failure("trap '' XFSZ; ulimit -f 8; $recording --copy old.wav sound.png", "cannot be written");
+  expect_failure("trap '' XFSZ; ulimit -f 8; $program --copy old.wav sound.png", "cannot be written");
   EXPECT_EQ(read_bytes("old.wav"), "what stood there");
   for (const auto& entry : fs::directory_iterator(".")) EXPECT_NE(entry.path().extension(), ".tmp");
   fs::create_directory("folder");
-  expect_failure("$recording --copy folder sound.png", "not a regular file");
-  expect_failure("$recording --copy missing/copy.wav sound.png", "cannot be written: No such file");
-  EXPECT_EQ(run("$recording --copy link-to-old.wav sound.png").exit_status, 0);
+  expect_failure("$program --copy folder sound.png", "not a regular file");
+  expect_failure("$program --copy missing/copy.wav sound.png", "cannot be written: No such file");
+  EXPECT_EQ(run("$program --copy link-to-old.wav sound.png").exit_status, 0);
   EXPECT_TRUE(fs::is_symlink("link-to-old.wav"));
   EXPECT_EQ(read_bytes("old.wav").size(), kHeader + 3 * kLength + 1);  // chunks are of even length
 }
@@ -213,14 +176,13 @@ TEST_F(RecordingTest, ReadsPipesAndHeadersWithoutALength) {
   const auto table_of = [](const std::string& command) {  // without the name of the input
     return run(command + " | sed 1d | grep -v ^Picture").output;
   };
-  const char* const commands[] = {"$recording stream.wav", "cat stream.wav | $recording -",
-                                  "cat stream.wav > pipe.wav & $recording pipe.wav",
-                                  "$recording - < stream.wav"};
+  const char* const commands[] = {"$program stream.wav", "cat stream.wav | $program -",
+                                  "cat stream.wav > pipe.wav & $program pipe.wav", "$program - < stream.wav"};
   std::size_t turn = 0;
   run("mkfifo pipe.wav");
   for (const unsigned frame_bytes : {4U, 6U}) {
     write_sines("whole.wav", SF_FORMAT_WAV | (frame_bytes == 4 ? SF_FORMAT_PCM_16 : SF_FORMAT_PCM_24), 2);
-    const std::string expected = table_of("$recording whole.wav");
+    const std::string expected = table_of("$program whole.wav");
     ASSERT_EQ(summaries(expected).size(), 2u) << expected;
     std::string bytes = read_bytes("whole.wav");
     for (const unsigned length :
@@ -246,36 +208,38 @@ TEST_F(RecordingTest, RefusesWhatIsNoWholeSoundFileOfItsFormats) {
               {whole.substr(0, whole.size() / 2), "the file is truncated"}};
   for (const auto& [bytes, message] : rows) {
     write_bytes("bytes.wav", bytes);
-    expect_failure("$recording bytes.wav", message);
-    expect_failure("cat bytes.wav | $recording -", message);
+    expect_failure("$program bytes.wav", message);
+    expect_failure("cat bytes.wav | $program -", message);
   }
   for (const int format : {SF_FORMAT_WAV | SF_FORMAT_PCM_32, SF_FORMAT_WAV | SF_FORMAT_FLOAT,
                            SF_FORMAT_AIFF | SF_FORMAT_PCM_16, SF_FORMAT_FLAC | SF_FORMAT_PCM_16}) {
     write_sines("other.wav", format, 1);
-    expect_failure("$recording other.wav", "only WAV files of 16 or 24 bits");
+    expect_failure("$program other.wav", "only WAV files of 16 or 24 bits");
   }
   write("none.wav", SF_FORMAT_WAV | SF_FORMAT_PCM_16, 1, {});
-  expect_failure("$recording none.wav", "holds no samples");
-  expect_failure("$recording missing.wav", "No such file");
-  expect_failure("$recording .", "neither a file nor a pipe");
-  expect_failure("$recording /dev/zero", "neither a file nor a pipe");
+  expect_failure("$program none.wav", "holds no samples");
+  expect_failure("$program missing.wav", "No such file");
+  expect_failure("$program .", "neither a file nor a pipe");
+  expect_failure("$program /dev/zero", "neither a file nor a pipe");
 }
 
 TEST_F(RecordingTest, TellsWhatElseWentWrong) {
   write_sines("sound.wav", SF_FORMAT_WAV | SF_FORMAT_PCM_16, 1);
-  expect_failure("$recording sound.wav > /dev/full", "cannot write to standard output");
-  expect_failure("$recording --help > /dev/full", "cannot write to standard output");
+  expect_failure("$program sound.wav > /dev/full", "cannot write to standard output");
+  expect_failure("$program --help > /dev/full", "cannot write to standard output");
   fs::create_directory("programs");
-  expect_failure("PATH=programs $recording sound.wav", "gnuplot cannot be started");
+  expect_failure("PATH=programs $program sound.wav", "gnuplot cannot be started");
   write_bytes("programs/gnuplot", "#!/bin/sh\nexit 3\n");
   fs::permissions("programs/gnuplot", fs::perms::owner_all);
-  expect_failure("PATH=programs $recording sound.wav", "gnuplot failed");
+  expect_failure("PATH=programs $program sound.wav", "gnuplot failed");
   // The folder is looked at first, before an input that may take long to read.
-  expect_failure("$recording --output sound.wav/pictures missing.wav", "sound.wav/pictures: ");
+  expect_failure("$program --output sound.wav/pictures missing.wav", "sound.wav/pictures: ");
+#ifndef __SANITIZE_ADDRESS__  // which takes far more memory itself
   // Half a gigabyte of samples, in half a gigabyte of memory.
   fs::resize_file("sound.wav", 1 << 29);
   std::fstream(folder_ / "sound.wav").seekp(kDataLengthAt).write("\xFF\xFF\xFF\xFF", 4);
-  expect_failure("ulimit -v 500000; $recording sound.wav", "not enough memory");
+  expect_failure("ulimit -v 500000; $program sound.wav", "not enough memory");
+#endif
 }
 
 }  // namespace

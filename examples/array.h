@@ -1,6 +1,6 @@
 // Arrays of the library's allocators, with an owner.
-#ifndef ZIVKS_EXAMPLES_RECORDING_ARRAY_H
-#define ZIVKS_EXAMPLES_RECORDING_ARRAY_H
+#ifndef ZIVKS_EXAMPLES_ARRAY_H
+#define ZIVKS_EXAMPLES_ARRAY_H
 
 #include <zivks.h>
 

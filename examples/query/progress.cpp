@@ -1,0 +1,31 @@
+#include "progress.h"
+
+#include <unistd.h>
+
+#include <algorithm>
+#include <cinttypes>
+#include <cstdio>
+#include <string>
+
+Progress::Progress(uint64_t size)
+    : size_(size), is_wanted_(isatty(STDERR_FILENO) == 1), next_(Clock::now() + std::chrono::seconds(1)) {}
+
+Progress::~Progress() {
+  constexpr char kEraseLine[] = "\r\x1B[K";
+  if (is_shown_) std::fputs(kEraseLine, stderr);
+}
+
+void Progress::show(uint64_t bytes, uint64_t rows) {
+  if (!is_wanted_ || Clock::now() < next_) return;
+  next_ = Clock::now() + std::chrono::milliseconds(100);
+  is_shown_ = true;
+  if (size_ == 0) {
+    std::fprintf(stderr, "\r%" PRIu64 " rows", rows);
+    return;
+  }
+  constexpr std::size_t kWidth = 40;
+  const double share = std::min(static_cast<double>(bytes) / static_cast<double>(size_), 1.0);
+  std::string bar(static_cast<std::size_t>(share * kWidth), '#');
+  bar.resize(kWidth, '.');
+  std::fprintf(stderr, "\r[%s] %3.0f %%, %" PRIu64 " rows", bar.c_str(), 100 * share, rows);
+}
