@@ -1,10 +1,10 @@
-// Whether one row of a column is true, or all of them are. Bytes other than 0 are true; which of them count as 1, and
-// where the order of rows matters, the members tell apart.
+// Whether one row of a column is true, or all of them are. The two
+// functions differ in which bytes count as true and in whether the order of rows matters.
 #include <zivks/columnar.h>
 
 #include <algorithm>
 
-#include "columnar/nulls.h"
+#include "columnar/column.h"
 #include "core/checks.h"
 #include "core/reduce.h"
 
@@ -14,7 +14,7 @@ namespace {
 
 inline constexpr size_t kBytes = kRegisterElements<uint8_t>;
 
-// The bytes of a column of at least one row, all over a register, or combined by `operation` into one.
+// The bytes of a column of at least one row: spread over a register, or combined by `operation` into a register.
 template <class Operation>
 ZIVKS_INLINE U8 combine_rows(const uint8_t* src, size_t rows, Operation operation) {
   if (rows < kBytes) return load_repeatedly<kBytes / 2>(src, rows);
@@ -56,7 +56,7 @@ ZIVKS_INLINE uint8_t min_of_values(const uint8_t* src, size_t rows, const int8_t
 }
 
 // A block without nulls replaces what was found before, so that the last such block and the rows behind it decide.
-// They are looked for from the end.
+// They are looked for from the end, mostly not far, so that there are no hints at what comes.
 ZIVKS_INLINE uint8_t max_of_values(const uint8_t* src, size_t rows, const int8_t* nulls) {
   uint8_t found = 0;
   const auto add_rows = [&](size_t first, size_t last) ZIVKS_INLINE_LAMBDA {
@@ -66,7 +66,7 @@ ZIVKS_INLINE uint8_t max_of_values(const uint8_t* src, size_t rows, const int8_t
   };
   size_t end = rows & ~(kBlockRows - 1);
   add_rows(end, rows);
-  // Registers of blocks that all have a null.
+  // Registers in which every block has a null.
   U8 values = {};
   for (; end >= kBytes; end -= kBytes) {
     const int8_t* const flags = nulls + end - kBytes;

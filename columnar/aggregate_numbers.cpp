@@ -8,7 +8,7 @@
 #include <algorithm>
 #include <limits>
 
-#include "columnar/nulls.h"
+#include "columnar/column.h"
 #include "core/checks.h"
 #include "core/reduce.h"
 
@@ -16,7 +16,8 @@ using namespace zivks;
 
 namespace {
 
-// Which end of the column is asked for. A search begins with start<T>(). Nothing loses against least<T>().
+// Which end of the column is asked for. A search begins with start<T>(). A null row stands for least<T>(), which beats
+// nothing.
 struct Largest {
   template <class T>
   static constexpr T start() {
@@ -71,7 +72,7 @@ inline constexpr auto combine = [](auto a, auto b) ZIVKS_INLINE_LAMBDA { return 
 
 // --- Rows in registers -----------------------------------------------------------------
 
-// Rows whose flags are looked at together. Where none is null, they are not looked at one by one.
+// Rows of a turn, for which one branch asks whether there are nulls.
 inline constexpr size_t kTurnRows = 4 * kRegisterElements<int8_t>;
 
 ZIVKS_INLINE bool any_null(const int8_t* nulls) {
@@ -146,7 +147,7 @@ template <class Order, class T>
   constexpr size_t N = kRegisterElements<T>;
   const auto rows = static_cast<size_t>(len);
   *dst = Order::reduce(rows < N ? load_repeatedly<N / 2>(src, rows)
-                                : reduce_array(src, rows, load(src), combine<Order>, combine<Order>));
+                                : reduce_array<2048>(src, rows, load(src), combine<Order>, combine<Order>));
   leave_registers();
   return ZIVK_STS_NO_ERR;
 }
@@ -166,7 +167,7 @@ ZIVKS_INLINE double extreme_of_block(const double* src) {
   F64 extreme = load(src);
   for (size_t k = N; k < kBlockRows; k += N) extreme = Order::of(extreme, load(src + k));
   const double value = Order::reduce(extreme);
-  return value == value ? value : std::numeric_limits<double>::quiet_NaN();  // the same on all processors
+  return value == value ? value : std::numeric_limits<double>::quiet_NaN();  // on all processors
 }
 
 // What is found after the rows from `first` up to `last`, a multiple of a block if there are rows behind: rows are
@@ -179,7 +180,8 @@ template <class Order>
       found = fold<Order>(found, extreme_of_block<Order>(src + i));
       i += kBlockRows;
     } else {
-      for (const size_t end = std::min(i + kBlockRows, last); i < end; ++i) {
+      const size_t end = std::min(i + kBlockRows, last);
+      for (; i < end; ++i) {
         if (nulls[i] == 0) found = fold<Order>(found, src[i]);
       }
     }
@@ -203,8 +205,8 @@ template <class Order, size_t distance>
     if (found == 0 && stretch_with_zero < rows) {
       const size_t last = std::min(stretch_with_zero + kStretch, rows);
       found = fold_rows<Order>(kStart, src, nulls, stretch_with_zero, last);
-      stretch_with_zero = rows;
     }
+    stretch_with_zero = rows;
   };
   for (size_t first = 0; first < rows; first += kStretch) {
     const size_t last = std::min(first + kStretch, rows);
@@ -229,7 +231,8 @@ template <class Order, size_t distance>
 // --- Decimals --------------------------------------------------------------------------
 
 // A decimal, or as many as a register has, as two signed integers that are ordered as the decimals are, the upper one
-// first. Those of a negative number have all bits but the sign turned. Zero comes behind negative zero.
+// first. Those of a negative number have all bits but the sign turned. Negative zero comes just below zero; to_decimal()
+// makes a zero of both.
 template <class Value>
 struct OrderedDecimal {
   Value hi, lo;

@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <cstring>
 
+#include "columnar/column.h"
 #include "core/checks.h"
 
 using namespace zivks;
@@ -32,18 +33,18 @@ struct Largest {
   static bool beats(Text row, Text best) {
     return row.length > 0 && (best.length <= 0 || compare(row, best) > 0);
   }
-  static bool is_last(Text) { return false; }
+  static bool only_falling_offsets_beat(Text) { return false; }
 };
 struct Smallest {
   static bool may_beat(uint64_t prefix, uint64_t best) { return prefix <= best; }
-  static bool beats(Text row, Text best) {  // which has bytes
+  static bool beats(Text row, Text best) {  // `best` has bytes
     return row.length <= 0 || compare(row, best) < 0;
   }
   // Whether no text with bytes beats this one.
-  static bool is_last(Text best) { return best.length <= 0; }
+  static bool only_falling_offsets_beat(Text best) { return best.length <= 0; }
 };
 
-// By the number of bytes, those at the top of a word.
+// kTopBytes[n] keeps the upper n bytes of a word.
 constexpr uint64_t kTopBytes[] = {0,
                                   0xFF00000000000000,
                                   0xFFFF000000000000,
@@ -69,14 +70,14 @@ template <class Order>
 Text best_text(const uint8_t* src, const int32_t* offsets, size_t rows) {
   const int64_t last_word = int64_t{offsets[rows]} - int64_t{sizeof(uint64_t)};
   const auto text_at = [=](size_t i) ZIVKS_INLINE_LAMBDA {
-    return Text{src + offsets[i], offsets[i + 1] - offsets[i]};
+    return Text{src + offsets[i], text_length(offsets + i)};
   };
   const auto prefix_at = [=](size_t i)
                              ZIVKS_INLINE_LAMBDA { return prefix_of(text_at(i), offsets[i] <= last_word); };
   Text best = text_at(0);
   uint64_t best_prefix = prefix_at(0);
   size_t i = 1;
-  for (; i < rows && !Order::is_last(best); ++i) {
+  for (; i < rows && !Order::only_falling_offsets_beat(best); ++i) {
     prefetch_ahead<16>(src + offsets[i]);
     const uint64_t prefix = prefix_at(i);
     if (Order::may_beat(prefix, best_prefix) && Order::beats(text_at(i), best)) {
@@ -91,7 +92,7 @@ Text best_text(const uint8_t* src, const int32_t* offsets, size_t rows) {
   return best;
 }
 
-// A text without bytes is not copied: ZIVKS_Copy_8u() refuses it.
+// ZIVKS_Copy_8u() refuses a text without bytes; its status is not passed on.
 template <class Order>
 ZIVKStatus find_text(const uint8_t* src, const int32_t* offsets, int32_t len, uint8_t* dst, int32_t* dstLen) {
   if (ZIVKStatus status = check_arrays(len, src, offsets, dst, dstLen)) return status;

@@ -2,7 +2,7 @@
 #include <zivks/columnar.h>
 #include <zivks/movement.h>
 
-#include "columnar/nulls.h"
+#include "columnar/column.h"
 #include "columnar/xxh64.h"
 #include "core/checks.h"
 
@@ -12,12 +12,12 @@ namespace {
 
 // --- Hashes that multiply --------------------------------------------------------------
 
-// Such a hash is a class with a pointer to its column. at<Value>(i) is the hash of row i, and with a register for
-// Value those of as many rows from row i on as it has lanes.
+// Such a hash is a class with a pointer to its column. at<uint64_t>(i) is the hash of row i; at<U64>(i) are the hashes
+// of rows i, i + 1 and so on, one in each lane.
 //
 // Two multiplications of 64 bits take two cycles a row. Where the vector unit multiplies beside the integer unit, it
-// takes half of the rows: on x86-64, which has no such vector instruction, that is .33 ns a row, against .41 for
-// vectors and .51 for integers alone. On Arm integers alone are fastest.
+// takes half of the rows. x86-64 has no such vector instruction before AVX-512, and still vectors take .8 of the time
+// of integers, and both together .6. On Arm integers alone are fastest.
 inline constexpr size_t kVectorRows = kMultipliesBesideIntegers ? kRegisterElements<uint64_t> : 0;
 
 // The hashes of a block of rows. A block is loaded before any of its hashes is stored.
@@ -27,7 +27,7 @@ struct HashedBlock {
   uint64_t rest[kBlockRows - kVectorRows];
 
   ZIVKS_INLINE static HashedBlock of(const Hash& hash, size_t i) { return of(hash, i, kRest); }
-  // Where rows are not null. `nulls` is null if none is.
+  // Stores the hashes of rows that are not null; a null pointer: of all.
   ZIVKS_INLINE void store(const int8_t* nulls, uint64_t* dst) const {
     if constexpr (kVectorRows > 0) store_values(first, nulls, dst);
     store_rest(nulls, dst, kRest);
@@ -38,7 +38,7 @@ struct HashedBlock {
 
   template <size_t... K>
   ZIVKS_INLINE void store_rest(const int8_t* nulls, uint64_t* dst, std::index_sequence<K...>) const {
-    (store_value(rest[K], nulls == nullptr ? nullptr : nulls + kVectorRows + K, dst + kVectorRows + K), ...);
+    (store_value(rest[K], flags_from(nulls, kVectorRows + K), dst + kVectorRows + K), ...);
   }
   template <size_t... K>
   ZIVKS_INLINE static HashedBlock of(const Hash& hash, size_t i, std::index_sequence<K...>) {
@@ -58,16 +58,17 @@ ZIVKS_INLINE ZIVKStatus hash_rows(Hash hash, size_t len, const int8_t* nulls, ui
     for (size_t i = 0; i < blocks; i += kBlockRows) {
       prefetch_ahead<distance>(hash.src + i);
       const auto block = HashedBlock<Hash>::of(hash, i);
-      if (is_clean(nulls + i)) {
-        block.store(nullptr, dst + i);
+      if (const int8_t* const flags = flags_unless_clean(nulls + i)) {
+        block.store(flags, dst + i);
       } else {
-        block.store(nulls + i, dst + i);
+        block.store(nullptr, dst + i);
       }
     }
     for (size_t i = blocks; i < len; ++i) {
       store_value(hash.template at<uint64_t>(i), nulls + i, dst + i);
     }
   }
+  leave_registers();
   return ZIVK_STS_NO_ERR;
 }
 
@@ -78,7 +79,7 @@ struct RoundOfNumber {
 
   template <class Value>
   ZIVKS_INLINE Value at(size_t i) const {
-    return xxh64::round(key<Value>(i));
+    return xxh64::one_round(key<Value>(i));
   }
 
  private:
@@ -94,19 +95,20 @@ struct RoundOfNumber {
   }
 };
 
-// The same on the bits of a number, and of one and the same NaN for all of them.
+// One round of XXH64 on the bits of the number. All NaNs count as 0x7FF8000000000000.
 struct RoundOfBits {
   const double* src;
 
   template <class Value>
   ZIVKS_INLINE Value at(size_t i) const {
-    constexpr uint64_t kNan = 0x7FF8000000000000, kTwiceInfinity = 0xFFE0000000000000;
+    constexpr uint64_t kNan = 0x7FF8000000000000,
+                       kTwiceInfinity = 0xFFE0000000000000;  // doubled, bits have lost their sign
     if constexpr (std::is_same_v<Value, uint64_t>) {
       const auto bits = kept_in_integer_unit(read<uint64_t>(src + i));
-      return xxh64::round(2 * bits > kTwiceInfinity ? kNan : bits);
+      return xxh64::one_round(2 * bits > kTwiceInfinity ? kNan : bits);
     } else {
       const F64 x = load(src + i);
-      return xxh64::round(select(I64(x == x), U64(x), broadcast(kNan)));
+      return xxh64::one_round(select(I64(x == x), U64(x), broadcast(kNan)));
     }
   }
 };
@@ -134,7 +136,7 @@ ZIVKS_INLINE ZIVKStatus hash_column(const T* src, int32_t len, const int8_t* nul
   return hash_rows<distance>(Hash{src}, static_cast<size_t>(len), nulls, dst);
 }
 
-// --- Hashes that do not ----------------------------------------------------------------
+// --- Hashes without multiplication ----------------------------------------------------------------
 
 // What `kernel` makes of the rows that are not null.
 template <class Source, class Kernel>

@@ -9,62 +9,31 @@
 // The last rows of a column, behind which there is nothing to read, and all rows elsewhere go one by one.
 #include <zivks/columnar.h>
 
-#include "columnar/nulls.h"
+#include "columnar/column.h"
 #include "columnar/text_lanes.h"
 #include "core/checks.h"
 
 using namespace zivks;
-using namespace zivks::xxh64;
 
 namespace {
-
-// The flags of the rows from number k on, if there are any.
-ZIVKS_INLINE const int8_t* from_row(const int8_t* nulls, size_t k) {
-  return nulls == nullptr ? nullptr : nulls + k;
-}
 
 // Rows one by one.
 ZIVKS_INLINE void hash_rows(const uint8_t* src, const int32_t* offsets, size_t rows, const int8_t* nulls,
                             uint64_t* dst) {
-  int32_t begin = offsets[0];
   for (size_t i = 0; i < rows; ++i) {
-    const int32_t end = offsets[i + 1];
-    if (nulls == nullptr || nulls[i] == 0) dst[i] = hash_text(src + begin, end - begin);
-    begin = end;
+    if (nulls == nullptr || nulls[i] == 0)
+      dst[i] = xxh64::hash_text(src + offsets[i], text_length(offsets + i));
   }
 }
 
-// Hashes rows of one length, at least a block. Returns the number of rows that have been hashed.
-size_t hash_uniform_rows(const uint8_t* src, const int32_t* offsets, int32_t end, size_t rows,
-                         const int8_t* nulls, uint64_t* dst) {
-  const auto size = static_cast<size_t>(offsets[1] - offsets[0]);
-  constexpr decltype(&hash_rows_of_size<0, false, false>) kOfWords[2][2][4] = {
-      {{hash_rows_of_size<0, false, false>, hash_rows_of_size<1, false, false>,
-        hash_rows_of_size<2, false, false>, hash_rows_of_size<3, false, false>},
-       {hash_rows_of_size<0, true, false>, hash_rows_of_size<1, true, false>,
-        hash_rows_of_size<2, true, false>, hash_rows_of_size<3, true, false>}},
-      {{hash_rows_of_size<0, false, true>, hash_rows_of_size<1, false, true>,
-        hash_rows_of_size<2, false, true>, hash_rows_of_size<3, false, true>},
-       {hash_rows_of_size<0, true, true>, hash_rows_of_size<1, true, true>, hash_rows_of_size<2, true, true>,
-        hash_rows_of_size<3, true, true>}}};
-  return kOfWords[size >= kStripe][size % 8 != 0][size % kStripe / 8](size, src, offsets, end, rows, nulls,
-                                                                      dst);
-}
-
-[[gnu::noinline]] void hash_mixed_block(BlockOfTexts texts, const int8_t* nulls, uint64_t* dst) {
-  const auto [first, second] = texts.hash();
-  store_values(first, nulls, dst);
-  store_values(second, from_row(nulls, kLanes), dst + kLanes);
-}
-
-// Hashes at least a block of rows, in lanes if it can be. Returns the number of rows that have been hashed.
+// At least a block of rows of a column whose bytes end at byte `end`. Returns the number of rows that have been hashed.
 ZIVKS_INLINE size_t hash_next(const uint8_t* src, const int32_t* offsets, int32_t end, size_t rows,
                               const int8_t* nulls, uint64_t* dst) {
-  if constexpr (kHashesTextsInLanes) {
-    const BlockOfTexts texts = {src, offsets, end};
+  if constexpr (xxh64::kHashesTextsInLanes) {
+    const xxh64::BlockOfTexts texts = {src, offsets, end};
     if (texts.has_room()) {
-      if (texts.is_uniform()) return hash_uniform_rows(src, offsets, end, rows, nulls, dst);
-      hash_mixed_block(texts, nulls == nullptr || is_clean(nulls) ? nullptr : nulls, dst);
+      if (texts.has_one_length()) return xxh64::hash_rows_of_one_size(src, offsets, end, rows, nulls, dst);
+      xxh64::hash_block(texts, nulls, dst);
       return kBlockRows;
     }
   }
@@ -82,9 +51,9 @@ ZIVKStatus ZIVKS_Hash_varchar(const uint8_t* src, const int32_t* offsets, int32_
   size_t i = 0;
   while (i + kBlockRows <= rows) {
     prefetch_ahead<256>(src + offsets[i]);
-    i += hash_next(src, offsets + i, end, rows - i, from_row(nulls, i), dst + i);
+    i += hash_next(src, offsets + i, end, rows - i, flags_from(nulls, i), dst + i);
   }
-  hash_rows(src, offsets + i, rows - i, from_row(nulls, i), dst + i);
+  hash_rows(src, offsets + i, rows - i, flags_from(nulls, i), dst + i);
   leave_registers();
   return ZIVK_STS_NO_ERR;
 }

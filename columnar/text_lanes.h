@@ -1,9 +1,9 @@
-// XXH64 of several texts at a time, in the lanes of registers: for registers of four 64-bit integers, where the
-// vector unit multiplies these.
+// XXH64 of several texts at a time, in the lanes of registers: for registers of four 64-bit integers, where the vector
+// unit multiplies these. For others nothing here is called.
 #ifndef ZIVKS_COLUMNAR_TEXT_LANES_H
 #define ZIVKS_COLUMNAR_TEXT_LANES_H
 
-#include "columnar/nulls.h"
+#include "columnar/column.h"
 #include "columnar/xxh64.h"
 
 namespace zivks::xxh64 {
@@ -51,16 +51,16 @@ struct EightValues {
   U64 lanes;
   uint64_t e, f, g, h;
 };
-// `step` of each of the values. What the processor has in view is never one text alone then.
+// `step` of each of the values, so that eight chains of multiplications overlap.
 template <class Step, class... Eight>
 ZIVKS_INLINE EightValues each(Step step, Eight... eight) {
   return {step(eight.lanes...), step(eight.e...), step(eight.f...), step(eight.g...), step(eight.h...)};
 }
 
-// The end of texts that all have `rest` bytes left: `words` whole words of eight bytes, and more if they are `ragged`.
-// A stripe of each is read.
-template <size_t words, bool ragged>
-ZIVKS_INLINE EightValues add_end(EightValues hash, FourTexts abcd, FourTexts efgh, size_t at, size_t rest) {
+// The hashes of texts that have `rest` bytes left at byte `at`: `words` whole words of eight bytes and, if they have
+// odd bytes, up to seven more. A stripe of each is read.
+template <size_t words, bool has_odd_bytes>
+ZIVKS_INLINE EightValues finish(EightValues hash, FourTexts abcd, FourTexts efgh, size_t at, size_t rest) {
   const uint8_t *const e = efgh[0] + at, *const f = efgh[1] + at, *const g = efgh[2] + at,
                        *const h = efgh[3] + at;
   const auto words_at = [=](U64 lanes, size_t k) ZIVKS_INLINE_LAMBDA {
@@ -73,7 +73,7 @@ ZIVKS_INLINE EightValues add_end(EightValues hash, FourTexts abcd, FourTexts efg
   if constexpr (words > 0) hash = each(add_word, hash, words_at(low.first, 0));
   if constexpr (words > 1) hash = each(add_word, hash, words_at(low.second, 8));
   if constexpr (words > 2) hash = each(add_word, hash, words_at(high.first, 16));
-  if constexpr (ragged) {
+  if constexpr (has_odd_bytes) {
     const U64 last_word = words == 0   ? low.first
                           : words == 1 ? low.second
                           : words == 2 ? high.first
@@ -93,48 +93,43 @@ ZIVKS_INLINE EightValues add_end(EightValues hash, FourTexts abcd, FourTexts efg
   return each([](auto a) ZIVKS_INLINE_LAMBDA { return avalanche(a); }, hash);
 }
 
-// The hashes of two texts after their stripes, which go through the integer unit side by side.
-ZIVKS_INLINE std::pair<uint64_t, uint64_t> add_stripes(const uint8_t* first, const uint8_t* second,
-                                                       size_t stripes) {
-  StripedText a, b;
-  for (size_t i = 0; i < stripes; ++i) {
-    a.add(first + i * kStripe);
-    b.add(second + i * kStripe);
+// The hashes of the stripes of texts, of which each has at least one.
+ZIVKS_INLINE EightValues hash_stripes(FourTexts abcd, FourTexts efgh, size_t stripes) {
+  FourStripedTexts lanes;
+  StripedText e, f, g, h;  // in pairs, for which there are registers
+  for (size_t at = 0; at < stripes * kStripe; at += kStripe) {
+    lanes.add(abcd, at);
+    e.add(efgh[0] + at);
+    f.add(efgh[1] + at);
   }
-  return {a.merged(), b.merged()};
+  const uint8_t *const text_g = efgh[2], *const text_h = efgh[3];
+  for (size_t at = 0; at < stripes * kStripe; at += kStripe) {
+    g.add(text_g + at);
+    h.add(text_h + at);
+  }
+  return {lanes.merged(), e.merged(), f.merged(), g.merged(), h.merged()};
 }
 
-// Hashes rows of `size` bytes each, block by block as long as there are such, and as long as a stripe may be read
-// behind their stripes, which is up to byte `end`. Half of a block goes in lanes, the others through the integer unit
+// Hashes blocks of rows of `size` bytes, until a block has a row of another size, or until fewer than 32 bytes lie
+// between the stripes of a text and byte `end`. Half of a block goes in lanes, the other half through the integer unit
 // beside them. Returns the number of rows that have been hashed.
-template <size_t words, bool ragged, bool striped>
+template <size_t words, bool has_odd_bytes, bool has_stripes>
 [[gnu::noinline]] size_t hash_rows_of_size(size_t size, const uint8_t* src, const int32_t* offsets,
                                            int32_t end, size_t rows, const int8_t* nulls, uint64_t* dst) {
-  const size_t stripes = striped ? size / kStripe : 0, at = stripes * kStripe, rest = size % kStripe;
+  const size_t stripes = has_stripes ? size / kStripe : 0;
+  const size_t at = stripes * kStripe, rest = size % kStripe;
   const auto last_begin = static_cast<int64_t>(end) - static_cast<int64_t>(at + kStripe);
-  const I32 same = broadcast(static_cast<int32_t>(size));
+  const I32 size_of_all = broadcast(static_cast<int32_t>(size));
   size_t i = 0;
   for (; i + kBlockRows <= rows; i += kBlockRows) {
     const int32_t* const begins = offsets + i;
-    if (any_true(load(begins + 1) - load(begins) != same) || begins[kBlockRows - 1] > last_begin) break;
-    prefetch_ahead<256>(src + begins[0]);
-    const FourTexts texts = {src, begins}, others = {src, begins + kLanes};
-    const int8_t* const flags = nulls == nullptr || is_clean(nulls + i) ? nullptr : nulls + i;
-    EightValues hash = {broadcast(kPrime5 + size), kPrime5 + size, kPrime5 + size, kPrime5 + size,
-                        kPrime5 + size};
-    if constexpr (striped) {
-      FourStripedTexts lanes;
-      StripedText e, f;
-      for (size_t stripe = 0; stripe < at; stripe += kStripe) {
-        lanes.add(texts, stripe);
-        e.add(others[0] + stripe);
-        f.add(others[1] + stripe);
-      }
-      const auto [g, h] = add_stripes(others[2], others[3], stripes);
-      hash = each([size](auto a) ZIVKS_INLINE_LAMBDA { return a + uint64_t{size}; },
-                  EightValues{lanes.merged(), e.merged(), f.merged(), g, h});
-    }
-    hash = add_end<words, ragged>(hash, texts, others, at, rest);
+    if (any_true(text_lengths(begins) != size_of_all) || begins[kBlockRows - 1] > last_begin) break;
+    const FourTexts abcd = {src, begins}, efgh = {src, begins + kLanes};
+    EightValues hash = {broadcast(kPrime5), kPrime5, kPrime5, kPrime5, kPrime5};
+    if constexpr (has_stripes) hash = hash_stripes(abcd, efgh, stripes);
+    hash = each([size](auto a) ZIVKS_INLINE_LAMBDA { return a + uint64_t{size}; }, hash);
+    hash = finish<words, has_odd_bytes>(hash, abcd, efgh, at, rest);
+    const int8_t* const flags = flags_unless_clean(flags_from(nulls, i));
     store_values(hash.lanes, flags, dst + i);
     if (flags == nullptr) {
       dst[i + 4] = hash.e, dst[i + 5] = hash.f, dst[i + 6] = hash.g, dst[i + 7] = hash.h;
@@ -149,11 +144,32 @@ template <size_t words, bool ragged, bool striped>
   return i;
 }
 
+// The same for rows as long as the first one, of which there is at least a block.
+inline size_t hash_rows_of_one_size(const uint8_t* src, const int32_t* offsets, int32_t end, size_t rows,
+                                    const int8_t* nulls, uint64_t* dst) {
+  const auto size = static_cast<size_t>(text_length(offsets));
+  const auto hash_rows = [=](auto words) ZIVKS_INLINE_LAMBDA {
+    const auto of_kind = [=](auto has_odd_bytes, auto has_stripes) ZIVKS_INLINE_LAMBDA {
+      return hash_rows_of_size<words, has_odd_bytes, has_stripes>(size, src, offsets, end, rows, nulls, dst);
+    };
+    constexpr std::true_type kYes;
+    constexpr std::false_type kNo;
+    if (size >= kStripe) return size % 8 != 0 ? of_kind(kYes, kYes) : of_kind(kNo, kYes);
+    return size % 8 != 0 ? of_kind(kYes, kNo) : of_kind(kNo, kNo);
+  };
+  switch (size % kStripe / 8) {
+    case 0: return hash_rows(std::integral_constant<size_t, 0>());
+    case 1: return hash_rows(std::integral_constant<size_t, 1>());
+    case 2: return hash_rows(std::integral_constant<size_t, 2>());
+    default: return hash_rows(std::integral_constant<size_t, 3>());
+  }
+}
+
 // --- Texts of several lengths --------------------------------------------------------------
 
-// The end of texts of which `rest` bytes are left, `most` at most. Each keeps its hash in the steps that it does not
+// The hashes of texts that have `rest` bytes left, `most` at most. Each keeps its hash in the steps that it does not
 // take. A stripe of each is read.
-ZIVKS_INLINE U64 add_ends(U64 hash, FourTexts texts, I64 rest, int32_t most) {
+ZIVKS_INLINE U64 finish(U64 hash, FourTexts texts, I64 rest, int32_t most) {
   RegisterPair<U64> words = texts.two_words(0);
   U64 last = words.first;  // the word that a text ends in
   const auto add_word = [&](int64_t bytes, U64 word, U64 next) ZIVKS_INLINE_LAMBDA {
@@ -180,49 +196,60 @@ ZIVKS_INLINE U64 add_ends(U64 hash, FourTexts texts, I64 rest, int32_t most) {
   return avalanche(hash);
 }
 
-// Consecutive rows of a column that ends at byte `end`.
+// A block of rows of a column whose bytes end at byte `end`.
 struct BlockOfTexts {
   const uint8_t* bytes;
   const int32_t* offsets;
   int32_t end;
 
-  ZIVKS_INLINE I32 lengths() const { return load(offsets + 1) - load(offsets); }
-  ZIVKS_INLINE int32_t length(size_t k) const { return offsets[k + 1] - offsets[k]; }
   // Whether a stripe may be read behind the stripes of each text.
   ZIVKS_INLINE bool has_room() const {
     constexpr size_t kLast = kBlockRows - 1;
     constexpr auto kBytes = static_cast<int32_t>(kStripe);
-    return int64_t{offsets[kLast]} + (length(kLast) & -kBytes) + kBytes <= end && !any_true(lengths() < 0);
+    const int32_t in_stripes = text_length(offsets + kLast) & -kBytes;
+    return int64_t{offsets[kLast]} + in_stripes + kBytes <= end && !any_true(text_lengths(offsets) < 0);
   }
-  ZIVKS_INLINE bool is_uniform() const { return !any_true(lengths() != length(0)); }
+  ZIVKS_INLINE bool has_one_length() const {
+    return !any_true(text_lengths(offsets) != text_length(offsets));
+  }
 
   // The hashes of the first half and of the second.
   ZIVKS_INLINE RegisterPair<U64> hash() const {
     constexpr auto kInStripe = static_cast<int32_t>(kStripe - 1);
-    const I32 length = lengths(), rest = length & kInStripe;
+    const I32 length = text_lengths(offsets), rest = length & kInStripe;
     RegisterPair<U64> hash = {broadcast(kPrime5), broadcast(kPrime5)};
-    if (any_true(length > kInStripe)) hash = {hash_stripes<0>(), hash_stripes<kLanes>()};
+    if (any_true(length > kInStripe)) hash = {hash_stripes_of<0>(), hash_stripes_of<kLanes>()};
     int32_t begins[kBlockRows];
     store(begins, load(offsets) + (length - rest));
     const int32_t most = reduce_maximum(rest);
-    const auto add_ends_of = [&](U64 hashes, auto half) ZIVKS_INLINE_LAMBDA {
-      return add_ends(hashes + U64(widen_part<int64_t, half>(length)), {bytes, begins + half * kLanes},
-                      widen_part<int64_t, half>(rest), most);
+    const auto finish_half = [&](U64 hashes, auto half) ZIVKS_INLINE_LAMBDA {
+      return finish(hashes + U64(widen_part<int64_t, half>(length)), {bytes, begins + half * kLanes},
+                    widen_part<int64_t, half>(rest), most);
     };
-    return {add_ends_of(hash.first, std::integral_constant<size_t, 0>()),
-            add_ends_of(hash.second, std::integral_constant<size_t, 1>())};
+    return {finish_half(hash.first, std::integral_constant<size_t, 0>()),
+            finish_half(hash.second, std::integral_constant<size_t, 1>())};
   }
 
  private:
-  template <size_t from>
-  ZIVKS_INLINE U64 hash_stripes() const {
+  // Of the rows from number `first` on.
+  template <size_t first>
+  ZIVKS_INLINE U64 hash_stripes_of() const {
     uint64_t hash[kLanes];
-    for (size_t k = from; k < from + kLanes; ++k) {
-      hash[k - from] = add_stripes(bytes + offsets[k], static_cast<size_t>(length(k)) / kStripe);
+    for (size_t k = 0; k < kLanes; ++k) {
+      const int32_t* const begin = offsets + first + k;
+      hash[k] = hash_stripes(bytes + *begin, static_cast<size_t>(text_length(begin)) / kStripe);
     }
     return load(hash);
   }
 };
+
+[[gnu::noinline]] inline void hash_block(BlockOfTexts texts, const int8_t* nulls, uint64_t* dst) {
+  const auto [first, second] = texts.hash();
+  const int8_t* const flags = flags_unless_clean(nulls);
+  store_values(first, flags, dst);
+  store_values(second, flags_from(flags, kLanes), dst + kLanes);
+  leave_registers();
+}
 
 }  // namespace zivks::xxh64
 

@@ -3,7 +3,6 @@
 #define ZIVKS_COLUMNAR_XXH64_H
 
 #include <algorithm>
-#include <tuple>
 
 #include "core/vector/register.h"
 
@@ -40,12 +39,12 @@ ZIVKS_INLINE Value accumulate(Value accumulator, Value word) {
 }
 // The same with an accumulator of 0.
 template <class Value>
-ZIVKS_INLINE Value round(Value word) {
+ZIVKS_INLINE Value one_round(Value word) {
   return times(rotate_left(times(word, kPrime2), 31), kPrime1);
 }
 template <class Value>
 ZIVKS_INLINE Value merge(Value hash, Value accumulator) {
-  return times(hash ^ round(accumulator), kPrime1) + kPrime4;
+  return times(hash ^ one_round(accumulator), kPrime1) + kPrime4;
 }
 template <class Value>
 ZIVKS_INLINE Value merge_accumulators(Value a, Value b, Value c, Value d) {
@@ -56,7 +55,7 @@ ZIVKS_INLINE Value merge_accumulators(Value a, Value b, Value c, Value d) {
 // What is left of a text behind its stripes: words of eight bytes, one of four bytes, bytes.
 template <class Value>
 ZIVKS_INLINE Value with_word(Value hash, Value word) {
-  return times(rotate_left(hash ^ round(word), 27), kPrime1) + kPrime4;
+  return times(rotate_left(hash ^ one_round(word), 27), kPrime1) + kPrime4;
 }
 template <class Value>
 ZIVKS_INLINE Value with_half_word(Value hash, Value half_word) {
@@ -95,16 +94,16 @@ struct StripedText {
   ZIVKS_INLINE uint64_t merged() const { return merge_accumulators(a, b, c, d); }
 };
 
-// What a text of so many stripes begins with.
-ZIVKS_INLINE uint64_t add_stripes(const uint8_t* text, size_t stripes) {
+// The hash of a text's stripes; its length is added to it. Without stripes it is a constant.
+ZIVKS_INLINE uint64_t hash_stripes(const uint8_t* text, size_t stripes) {
   if (stripes == 0) return kPrime5;
   StripedText striped;
   for (size_t i = 0; i < stripes; ++i) striped.add(text + i * kStripe);
   return striped.merged();
 }
 
-// The end of a text: what is left behind the stripes.
-ZIVKS_INLINE uint64_t add_end(uint64_t hash, const uint8_t* text, size_t bytes) {
+// The hash of a text from that of its stripes and its length, and from what is left behind the stripes.
+ZIVKS_INLINE uint64_t finish(uint64_t hash, const uint8_t* text, size_t bytes) {
   for (; bytes >= 8; bytes -= 8, text += 8) hash = with_word(hash, read<uint64_t>(text));
   if (bytes >= 4) {
     hash = with_half_word(hash, uint64_t{read<uint32_t>(text)});
@@ -120,11 +119,11 @@ ZIVKS_INLINE uint64_t hash_text(const uint8_t* text, int32_t length) {
   uint64_t hash = kPrime5;
   auto bytes = static_cast<size_t>(std::max(length, 0));
   if (bytes >= kStripe) {
-    hash = add_stripes(text, bytes / kStripe);
+    hash = hash_stripes(text, bytes / kStripe);
     text += bytes / kStripe * kStripe;
     bytes %= kStripe;
   }
-  return add_end(hash + static_cast<uint64_t>(int64_t{length}), text, bytes);
+  return finish(hash + static_cast<uint64_t>(int64_t{length}), text, bytes);
 }
 
 }  // namespace zivks::xxh64

@@ -1,8 +1,12 @@
 // What columns of random rows do not show.
 #include <gtest/gtest.h>
+#include <xxhash.h>
 #include <zivks.h>
 
 #include <algorithm>
+#include <cstring>
+#include <iterator>
+#include <limits>
 #include <string>
 #include <vector>
 
@@ -11,42 +15,53 @@
 namespace zivks_test {
 namespace {
 
-class AggregateOfFloats : public AgainstReference {};
+class AggregateOfFloats : public AgainstReference {
+ protected:
+  std::string difference_on(Operands operands, const std::vector<double>& rows) const {
+    std::memcpy(operands.arrays[0].data(), rows.data(), operands.arrays[0].size());
+    return difference_from_reference(operands);
+  }
+};
 
-// A column of these has many ties between zeros, and often NaN.
+// Columns have many ties between zeros, and often NaN. Which values they are made of changes on the way.
 TEST_P(AggregateOfFloats, AgreesOnColumnsOfZerosAndNans) {
+  constexpr double kInfinity = std::numeric_limits<double>::infinity();
   const double nan = nan_with_payload<double>(false, true);
-  const std::vector<double> columns[] = {{0.0, -0.0},
-                                         {0.0, -0.0, -1.0, 1.0},
-                                         {-0.0, -1.0, -INFINITY},
-                                         {0.0, 1.0, INFINITY},
-                                         {nan, 0.0, -0.0, 1.0, -1.0},
-                                         {-INFINITY},
-                                         {INFINITY}};
+  const std::vector<double> values[] = {{0.0, -0.0},      {-1.0},       {1.0},      {nan}, {-0.0},
+                                        {nan, 0.0, -0.0}, {-0.0, -1.0}, {0.0},      {5.0}, {-5.0},
+                                        {0.0, 1.0, -1.0}, {-kInfinity}, {kInfinity}};
   Random random(1);
-  for (const std::vector<double>& values : columns) {
-    for (int32_t length : {1, 3, 7, 8, 9, 20, 100, 1023, 1024, 1030, 3000}) {
-      for (size_t variant = 0; variant < count_variants(function()); ++variant) {
-        for (uint64_t one_in :
-             {uint64_t{1}, uint64_t{100}}) {  // how often a row is any of the values, and not the last one
-          Operands operands = random_operands(function(), length, variant);
-          for (size_t i = 0; i < static_cast<size_t>(length); ++i) {
-            const double row =
-                random.below(one_in) == 0 ? values[random.below(values.size())] : values.back();
-            std::memcpy(&operands.arrays[0][i * sizeof row], &row, sizeof row);
+  for (int32_t length : {1, 3, 7, 8, 9, 20, 100, 1023, 1024, 1030, 3000, 5000}) {
+    for (size_t variant = 0; variant < count_variants(function()); ++variant) {
+      for (int repetition = 0; repetition < 20; ++repetition) {
+        std::vector<double> rows;
+        while (rows.size() < static_cast<size_t>(length)) {
+          const std::vector<double>& set = values[random.below(std::size(values))];
+          for (uint64_t count = 1 + random.below(repetition < 10 ? 1200 : 12); count > 0; --count) {
+            rows.push_back(set[random.below(set.size())]);
           }
-          ASSERT_EQ(difference_from_reference(operands), "")
-              << "length " << length << ", variant " << variant << ", first value " << values[0];
         }
+        ASSERT_EQ(difference_on(random_operands(function(), length, variant), rows), "")
+            << "length " << length << ", variant " << variant << ", repetition " << repetition;
       }
     }
+  }
+}
+
+// A zero that has been overtaken has no say about the sign of a later one.
+TEST_P(AggregateOfFloats, ForgetsAZeroThatWasOvertaken) {
+  for (double sign : {1.0, -1.0}) {
+    std::vector<double> rows(2050, -sign);
+    rows[0] = sign * 0.0, rows[1024] = sign * 5, rows[2048] = nan_with_payload<double>(true, false);
+    rows[2049] = sign * -0.0;
+    EXPECT_EQ(difference_on(random_operands(function(), 2050, static_cast<size_t>(Nulls::kNone)), rows), "");
   }
 }
 
 ZIVKS_FOR_FUNCTIONS(AggregateOfFloats, (std::vector<const Function*>{find_function("ZIVKS_AggMax_64f"),
                                                                      find_function("ZIVKS_AggMin_64f")}));
 
-// Long texts of one length next to each other, and others between them.
+// Runs of texts of one length, and others between them, to their end at the end of the column.
 TEST(HashOfTexts, DoesNotDependOnTheirNeighbours) {
   Random random(2);
   for (size_t size = 0; size < 300; ++size) {
@@ -57,25 +72,65 @@ TEST(HashOfTexts, DoesNotDependOnTheirNeighbours) {
     }
     std::vector<uint8_t> bytes(static_cast<size_t>(offsets.back()));
     for (uint8_t& byte : bytes) byte = static_cast<uint8_t>(random.next());
-    std::vector<uint64_t> hashes(offsets.size() - 1);
-    ASSERT_EQ(ZIVKS_Hash_varchar(bytes.data(), offsets.data(), 41, nullptr, hashes.data()), ZIVK_STS_NO_ERR);
-    for (size_t row = 0; row < hashes.size(); ++row) {
-      const int32_t own[] = {offsets[row], offsets[row + 1]};
-      uint64_t alone;
-      ASSERT_EQ(ZIVKS_Hash_varchar(bytes.data(), own, 1, nullptr, &alone), ZIVK_STS_NO_ERR);
-      ASSERT_EQ(hashes[row], alone) << "size " << size << ", row " << row;
+    std::vector<int8_t> nulls(offsets.size() - 1);
+    for (int8_t& null : nulls) null = random.below(10) == 0 ? -1 : 0;
+    for (const int8_t* flags :
+         {static_cast<const int8_t*>(nullptr), static_cast<const int8_t*>(nulls.data())}) {
+      std::vector<uint64_t> hashes(nulls.size(), 1);
+      ASSERT_EQ(ZIVKS_Hash_varchar(bytes.data(), offsets.data(), 41, flags, hashes.data()), ZIVK_STS_NO_ERR);
+      for (size_t row = 0; row < hashes.size(); ++row) {
+        const auto length = static_cast<size_t>(offsets[row + 1] - offsets[row]);
+        const bool is_null = flags != nullptr && flags[row] != 0;
+        ASSERT_EQ(hashes[row], is_null ? 1 : XXH64(bytes.data() + offsets[row], length, 0))
+            << "size " << size << ", row " << row;
+      }
     }
   }
 }
 
-TEST(HashOfTexts, KnowsPublishedValues) {
-  const std::string text = "abc";
-  const int32_t offsets[] = {0, 0, 3};
-  uint64_t hashes[2];
-  ASSERT_EQ(ZIVKS_Hash_varchar(reinterpret_cast<const uint8_t*>(text.data()), offsets, 2, nullptr, hashes),
-            0);
-  EXPECT_EQ(hashes[0], 0xEF46DB3751D8E999);
-  EXPECT_EQ(hashes[1], 0x44BC2CF5AD770999);
+// Offsets count from `src`, also backwards.
+TEST(HashOfTexts, TakesOffsetsOfEitherSign) {
+  const std::string text = "abcabc";
+  const auto* const bytes = reinterpret_cast<const uint8_t*>(text.data());
+  const int32_t offsets[] = {-3, 0, 0, 3};
+  uint64_t hashes[3];
+  ASSERT_EQ(ZIVKS_Hash_varchar(bytes + 3, offsets, 3, nullptr, hashes), ZIVK_STS_NO_ERR);
+  EXPECT_EQ(hashes[0], 0x44BC2CF5AD770999);
+  EXPECT_EQ(hashes[1], 0xEF46DB3751D8E999);
+  EXPECT_EQ(hashes[2], hashes[0]);
+}
+
+TEST(HashOfNumbers, TellsZerosApartButNotNans) {
+  const double rows[] = {0.0, -0.0, nan_with_payload<double>(true, true),
+                         nan_with_payload<double>(false, false)};
+  uint64_t hashes[4];
+  ASSERT_EQ(ZIVKS_Hash_64f(rows, 4, nullptr, hashes), ZIVK_STS_NO_ERR);
+  EXPECT_EQ(hashes[0], 0);
+  EXPECT_EQ(hashes[1], 0x617AF2A1C0000000);
+  EXPECT_EQ(hashes[2], 0xA7551CC48D5C0000);
+  EXPECT_EQ(hashes[3], hashes[2]);
+}
+
+// With nulls a search begins with the bounds, which only a decimal beyond the one asked for beats.
+TEST(AggregateOfDecimals, BeginsWithTheBoundsIfThereMayBeNulls) {
+  constexpr uint64_t kSign = uint64_t{1} << 63, kUpper = 0x4B3B4CA85A86C47A, kLower = 0x098A223FFFFFFFFF;
+  const int8_t no_nulls[16] = {};
+  const int8_t* const both[] = {nullptr, no_nulls};
+  for (uint64_t sign : {uint64_t{0}, kSign}) {
+    for (uint64_t lower : {kLower - 1, kLower, kLower + 1}) {
+      const std::vector<ZIVKDecimal128> rows(16, {lower, kUpper | sign});
+      for (const int8_t* nulls : both) {
+        const bool may_be_null = nulls != nullptr, is_beyond = lower > kLower;
+        ZIVKDecimal128 most, least;
+        ASSERT_EQ(ZIVKS_AggMax_decimal128(rows.data(), 16, nulls, &most), ZIVK_STS_NO_ERR);
+        ASSERT_EQ(ZIVKS_AggMin_decimal128(rows.data(), 16, nulls, &least), ZIVK_STS_NO_ERR);
+        EXPECT_EQ(most.lo, may_be_null && is_beyond && sign != 0 ? kLower : lower);
+        EXPECT_EQ(least.lo, may_be_null && is_beyond && sign == 0 ? kLower : lower);
+        EXPECT_EQ(most.hi, kUpper | sign);
+        EXPECT_EQ(least.hi, kUpper | sign);
+      }
+    }
+  }
 }
 
 struct BestText {

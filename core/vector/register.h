@@ -75,8 +75,8 @@
 //   load_bottom_half, load_halves, store_halves, repeat_bottom_half
 //                                         half a register, from, to and between memory
 //   kept_in_register                      the value, of which the compiler no longer knows where it came from
-//   kept_in_integer_unit                  the same of an integer, which the compiler does not put into a register
-//                                         of the vector unit then
+//   kept_in_integer_unit                  an integer that the compiler keeps out of the vector unit, and of which it no
+//                                         longer knows where it came from
 //   leave_registers()                     makes the vector unit ready for code of narrower registers
 //   stream                                a store past the caches, to memory aligned to registers; other
 //                                         stores may overtake it until order_streams()
@@ -97,7 +97,7 @@
 //   kRoundsFasterInCurrentMode            asking for the processor's rounding mode once a call pays
 //   kHasStreams                           streams() can be true
 //   kMultipliesBesideIntegers             products of 64-bit integers in registers are worth while as long as the
-//                                         integer unit makes as many beside them
+//                                         integer unit makes others at the same time
 //   kRoundsInShifts<T>                    shift_right_half_up and subtract_saturating of T are there and cheap
 #ifndef ZIVKS_CORE_VECTOR_REGISTER_H
 #define ZIVKS_CORE_VECTOR_REGISTER_H

@@ -141,8 +141,8 @@ ZIVKS_INLINE I64 lowest_bits(I64 a, int n) {
   return I64((U64(a) ^ broadcast(uint64_t{1} << 63)) & broadcast((uint64_t{1} << n) - 1));
 }
 
-// There is no such instruction at this level. A shuffle moves the upper halves down, since there are products and
-// shifts enough; those of a constant the compiler moves beforehand.
+// There is no such instruction at this level: three products of 32 bits. A shuffle moves the upper halves of `a` down,
+// since products and shifts compete for the same units; those of a constant the compiler moves beforehand.
 ZIVKS_INLINE U64 multiply(U64 a, U64 b) {
   const U64 crosswise = U64(_mm256_mul_epu32(_mm256_shuffle_epi32(Int256(a), 0xF5), Int256(b))) +
                         U64(_mm256_mul_epu32(Int256(a), Int256(b >> 32)));

@@ -19,7 +19,7 @@ extern "C" {
  * | Column       | Row                                                                                        |
  * |--------------|--------------------------------------------------------------------------------------------|
  * | `bool`       | a byte; any value but 0 is true                                                            |
- * | `decimal64`  | an `int64_t`: the number without its point                                                 |
+ * | `decimal64`  | an `int64_t`: the digits as an integer                                                     |
  * | `decimal128` | a #ZIVKDecimal128: sign and magnitude                                                      |
  * | `varchar`    | bytes `src[offsets[i]]` up to `src[offsets[i + 1]]`, the latter not included: a text      |
  *
@@ -27,7 +27,7 @@ extern "C" {
  * one before. So the rows "ab", "" and "c" are `src` = "abc" and `offsets` = {0, 2, 2, 3}.
  *
  * `nulls` has one byte for each row, 0 for a row that has a value and anything else for a null. A null pointer
- * means that all rows have one.
+ * means that no row is null.
  */
 
 /**
@@ -37,17 +37,18 @@ extern "C" {
  * One 64-bit hash for each row. **The entry of a null row stays as it was**, so the caller presets it with what
  * null shall hash to. Hashes of several columns are folded into one by ZIVKS_CombineHash().
  *
- * The types have three kinds of hash, of which only the last is spread over all bits of the result:
+ * Only the hashes of `varchar` and `decimal128` are spread over all bits of the result:
  *
  * | Type                               | Hash                                                            |
  * |------------------------------------|-----------------------------------------------------------------|
  * | `bool`                             | 1231 for true, 1237 for false                                   |
  * | `decimal64`                        | the value itself                                                |
- * | `16s` `32s` `64s` `64f`            | one round of XXH64, see ZIVKS_Hash_16s(); 0 for a row of 0      |
+ * | `16s` `32s` `64s` `64f`            | one round of XXH64, see ZIVKS_Hash_16s(); 0 for +0              |
  * | `varchar`                          | XXH64 of the bytes, seed 0                                      |
  * | `decimal128`                       | XXH64 of each of the words, seed 0, joined by exclusive or      |
  *
- * No sources of a call may overlap `dst`, but that `dst` may be exactly a source of 64-bit elements.
+ * No array that a call reads may overlap `dst`, except that `dst` may be a source of 64-bit elements itself. The bytes of
+ * null texts have to be readable, as those of all others.
  *
  * @{
  */
@@ -174,7 +175,8 @@ ZIVKS_API ZIVKStatus ZIVKS_CombineHash(const uint64_t* src1, const uint64_t* src
  * several batches folds their results.
  *
  * With `nulls`, even if no row is null, the search begins with the value below, which is the result where all rows
- * are null. It is finite: an infinity of the losing sign, or a decimal beyond these bounds, is not found then.
+ * are null. It is finite, so that AggMax does not find what is below it, an infinity or a decimal, nor AggMin what is
+ * above it.
  *
  * | Type         | AggMax begins with        | AggMin begins with       |
  * |--------------|---------------------------|--------------------------|
@@ -227,8 +229,7 @@ ZIVKS_API ZIVKStatus ZIVKS_AggMax_64s(const int64_t* src, int32_t len, const int
 ZIVKS_API ZIVKStatus ZIVKS_AggMax_64f(const double* src, int32_t len, const int8_t* nulls, double* dst);
 
 /**
- * Largest value of the rows that are not null, never a negative zero. Of a column without `nulls` the value may lie
- * beyond 10^38 - 1.
+ * Largest value of the rows that are not null, never a negative zero. Without `nulls` it may lie below -(10^38 - 1).
  *
  * @param src    column
  * @param len    number of rows
@@ -302,8 +303,7 @@ ZIVKS_API ZIVKStatus ZIVKS_AggMin_64s(const int64_t* src, int32_t len, const int
 ZIVKS_API ZIVKStatus ZIVKS_AggMin_64f(const double* src, int32_t len, const int8_t* nulls, double* dst);
 
 /**
- * Smallest value of the rows that are not null, never a negative zero. Of a column without `nulls` the value may lie
- * beyond -(10^38 - 1).
+ * Smallest value of the rows that are not null, never a negative zero. Without `nulls` it may lie above 10^38 - 1.
  *
  * @param src    column
  * @param len    number of rows

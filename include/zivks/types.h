@@ -112,7 +112,8 @@ typedef struct {
 } ZIVK64fc;
 
 /**
- * Decimal number of 128 bits without its point: sign and magnitude. A magnitude of 0 with the sign set is a zero
+ * Decimal number of 128 bits: the digits as an integer, by sign and magnitude. Where the point stands is the caller's
+ * business. A magnitude of 0 with the sign set is a zero
  * like the other.
  */
 typedef struct {
