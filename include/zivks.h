@@ -25,10 +25,11 @@
  * | `32f`, `64f`                   | `float`, `double`                                        |
  * | `8sc`, `16sc`, `32sc`, `64sc`  | #ZIVK8sc, #ZIVK16sc, #ZIVK32sc, #ZIVK64sc                |
  * | `32fc`, `64fc`                 | #ZIVK32fc, #ZIVK64fc                                     |
+ * | `bool`, `decimal64` ...        | rows of a column; see @ref columns                       |
  *
  * Arguments come in this order: source arrays, `val`, destination, `len`, results that are single values,
  * then the parameters of the family, `scale` last. Only `ZIVKS_FindNearest_*` has its table, a source, behind
- * the results. An array that is both read and written is `srcDst`. `len` counts elements; a complex number is
+ * the results, and functions on columns have their null vector and their destination behind `len`. An array that is both read and written is `srcDst`. `len` counts elements; a complex number is
  * one element.
  *
  * @section checks Checks and statuses
