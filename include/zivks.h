@@ -29,8 +29,8 @@
  *
  * Arguments come in this order: source arrays, `val`, destination, `len`, results that are single values,
  * then the parameters of the family, `scale` last. Only `ZIVKS_FindNearest_*` has its table, a source, behind
- * the results, and functions on columns have their null vector and their destination behind `len`. An array that is both read and written is `srcDst`. `len` counts elements; a complex number is
- * one element.
+ * the results, and functions on columns have null vector and destination behind `len`. An array that is both
+ * read and written is `srcDst`. `len` counts elements; a complex number is one element.
  *
  * @section checks Checks and statuses
  *
