@@ -50,7 +50,7 @@ inline constexpr Requirement kHalfNull    = {"half null",    1.05, 1.1, 14, 1.3,
 // Two words a row.
 inline constexpr Requirement kDecimals    = {"decimals",     1.2, 1.1,  45, 1.0,  540};
 inline constexpr Requirement kNullDecimals = {"half null, decimals", 0.95, 1.1, 45, 1.4, 600};
-inline constexpr Requirement kTextHash    = {"text hash",    1.1, 0,     0, 1.2,    0};  // beside the inlined libxxhash
+inline constexpr Requirement kTextHash    = {"text hash",    1.1, 0,     0, 1.25,   0};  // beside the inlined libxxhash
 inline constexpr Requirement kTextAggregate = {"text aggregate", 2.0, 0, 0, 0.7,    0};  // beside memcmp
 inline constexpr Requirement kPeer        = {"peer",         1.0, 1.1,   0, 0,      0};
 // clang-format on

@@ -200,7 +200,7 @@ std::vector<Row> columnar_rows() {
       NULLABLE(ZIVKS_Hash_bool, kColumn, kHalfNull, HashRows<HashOfBool>, kDst),
       NULLABLE(ZIVKS_Hash_decimal64, kColumn, kHalfNull, HashRows<Bits>, kDst),
       NULLABLE(ZIVKS_Hash_decimal128, kDecimals, kNullDecimals, HashRows<HashOfRow>, kDst),
-      ROW(ZIVKS_CombineHash, kPlain, CombineHashes, kSrc1, kSrc2, kLen, kDst),
+      ROW(ZIVKS_CombineHash, kColumn, CombineHashes, kSrc1, kSrc2, kLen, kDst),
 
       HASH_TEXTS(8, 8, kNull, kCacheResident).with("8 bytes"),
       HASH_TEXTS(24, 24, kNull, kCacheResident).with("24 bytes"),

@@ -33,7 +33,8 @@ struct Column {
         const size_t offsets = index_of(Role::kOffsets, function);
         const auto begin = input_element<int32_t>(function, operands, offsets, i),
                    end = input_element<int32_t>(function, operands, offsets, i + 1);
-        rows.emplace_back(operands.arrays[0].data() + begin, operands.arrays[0].data() + end);
+        const auto bytes = operands.arrays[0].begin();
+        rows.emplace_back(bytes + begin, bytes + end);
       } else {
         rows.push_back(input_element<T>(function, operands, 0, i));
       }
