@@ -42,14 +42,14 @@ inline constexpr Requirement kLongIndex64 = {"long radix index sort, 64 bits", 2
 inline constexpr Requirement kSort        = {"sorting",      1.0, 1.1,   0, 1.0,    0};
 inline constexpr Requirement kLibrarySort = {"library sort", 0.9, 1.1,   0, 1.1,    0};  // steps are prescribed
 inline constexpr Requirement kSelection   = {"selection",    1.0, 1.1,   0, 1.0,    0};
-inline constexpr Requirement kHash        = {"hash",         1.05, 1.1, 10, 1.0,  240};  // bound by multiplications
-inline constexpr Requirement kColumn      = {"column",       1.0, 1.1,  10, 1.0,  200};
+inline constexpr Requirement kHash        = {"hash",         1.05, 2.0, 10, 1.0,  240};  // bound by multiplications
+inline constexpr Requirement kColumn      = {"column",       1.0, 1.5,  10, 1.0,  200};
 // Half of the rows are null. The library takes more instructions than a loop that branches on each row, but no mistaken
 // branches.
-inline constexpr Requirement kHalfNull    = {"half null",    1.05, 1.1, 14, 1.3,  300};
+inline constexpr Requirement kHalfNull    = {"half null",    1.05, 2.5, 14, 1.3,  300};
 // Two words a row.
-inline constexpr Requirement kDecimals    = {"decimals",     1.2, 1.1,  45, 1.0,  540};
-inline constexpr Requirement kNullDecimals = {"half null, decimals", 0.95, 1.1, 45, 1.4, 600};
+inline constexpr Requirement kDecimals    = {"decimals",     1.2, 1.6,  45, 1.0,  540};
+inline constexpr Requirement kNullDecimals = {"half null, decimals", 0.95, 1.6, 45, 1.4, 600};
 inline constexpr Requirement kTextHash    = {"text hash",    1.1, 0,     0, 1.25,   0};  // beside the inlined libxxhash
 inline constexpr Requirement kTextAggregate = {"text aggregate", 2.0, 0, 0, 0.7,    0};  // beside memcmp
 inline constexpr Requirement kPeer        = {"peer",         1.0, 1.1,   0, 0,      0};

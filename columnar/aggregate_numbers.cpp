@@ -89,9 +89,10 @@ ZIVKS_INLINE Register<T> load_values(const T* src, const int8_t* nulls) {
   return value_or(Array<const int8_t>{nulls}.template load<N>(0), rows, least).part[0];
 }
 
-// The extreme of the rows that are not null, of at least a register. Rows may be met twice.
+// The extreme of the rows that are not null, of at least a register. Rows may be met twice. `is_long` says that they
+// are of an array that the caches do not hold.
 template <class Order, size_t distance, class T>
-ZIVKS_INLINE T extreme_of_values(const T* src, size_t len, const int8_t* nulls) {
+ZIVKS_INLINE T extreme_of_values(const T* src, size_t len, const int8_t* nulls, bool is_long) {
   constexpr size_t N = kRegisterElements<T>;
   const auto add = [&](Register<T>& state, Register<T> rows)
                        ZIVKS_INLINE_LAMBDA { state = Order::of(state, rows); };
@@ -100,6 +101,7 @@ ZIVKS_INLINE T extreme_of_values(const T* src, size_t len, const int8_t* nulls) 
   size_t i = 0;
   for (; i + kTurnRows <= len; i += kTurnRows) {
     prefetch_ahead<distance, kTurnRows * sizeof(T)>(src + i);
+    if (is_long) read_ahead<kTurnRows * sizeof(T)>(src + i);
     if (any_null(nulls + i)) {
       for (size_t k = i; k < i + kTurnRows; k += 4 * N) {
         add(states.first, load_values<Order>(src + k, nulls + k));
@@ -130,7 +132,7 @@ template <class Order, size_t distance, class T>
   const auto rows = static_cast<size_t>(len);
   T found = Order::template start<T>();
   if (rows >= N) {
-    found = extreme_of_values<Order, distance>(src, rows, nulls);
+    found = extreme_of_values<Order, distance>(src, rows, nulls, reads_ahead(rows * sizeof(T)));
   } else {
     for (size_t i = 0; i < rows; ++i) {
       if (nulls[i] == 0 && Order::beats(src[i], found)) found = src[i];
@@ -198,6 +200,7 @@ template <class Order, size_t distance>
   if (ZIVKStatus status = check_arrays(len, src, dst)) return status;
   constexpr size_t kStretch = 1024;
   const auto rows = static_cast<size_t>(len);
+  const bool is_long = reads_ahead(rows * sizeof(double));
   constexpr double kStart = Order::template start<double>();
   double found = kStart;
   size_t stretch_with_zero = rows;
@@ -212,7 +215,7 @@ template <class Order, size_t distance>
     const size_t last = std::min(first + kStretch, rows);
     double extreme = std::numeric_limits<double>::quiet_NaN();
     if (found == found && last - first >= kRegisterElements<double>) {
-      extreme = extreme_of_values<Order, distance>(src + first, last - first, nulls + first);
+      extreme = extreme_of_values<Order, distance>(src + first, last - first, nulls + first, is_long);
     }
     if (extreme == extreme) {
       found = fold<Order>(found, extreme);
@@ -291,9 +294,11 @@ template <class Order>
         wins &= has_value<int64_t>(Array<const int8_t>{nulls + i}.template load<N>(0)).part[0];
       best = {select(wins, row.hi, best.hi), select(wins, row.lo, best.lo)};
     };
+    const bool is_long = reads_ahead(rows * sizeof *src);
     size_t i = 0;
     for (; i + kBlockRows <= rows; i += kBlockRows) {
       prefetch_ahead<2048, kBlockRows * sizeof *src>(src + i);
+      if (is_long) read_ahead<kBlockRows * sizeof *src>(src + i);
       for (size_t k = i; k < i + kBlockRows; k += 2 * N) {
         add_rows(even, k);
         add_rows(odd, k + N);

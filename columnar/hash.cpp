@@ -55,8 +55,10 @@ ZIVKS_INLINE ZIVKStatus hash_rows(Hash hash, size_t len, const int8_t* nulls, ui
     for (size_t i = 0; i < blocks; i += kBlockRows) HashedBlock<Hash>::of(hash, i).store(nullptr, dst + i);
     for (size_t i = blocks; i < len; ++i) dst[i] = hash.template at<uint64_t>(i);
   } else {
+    const bool is_long = reads_ahead(len * sizeof *dst);  // what null rows keep is read
     for (size_t i = 0; i < blocks; i += kBlockRows) {
       prefetch_ahead<distance>(hash.src + i);
+      if (is_long) read_ahead<kBlockRows * sizeof *dst>(dst + i);
       const auto block = HashedBlock<Hash>::of(hash, i);
       if (const int8_t* const flags = flags_unless_clean(nulls + i)) {
         block.store(flags, dst + i);
