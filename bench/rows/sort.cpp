@@ -41,6 +41,33 @@ struct CountingSort {
   }
 };
 
+// Brings keys, with their positions, into the order of a random one of them: first those before it, then those that
+// equal it, which stand from `equal` up to `behind`, then the others.
+struct Partition {
+  int32_t equal, behind;
+};
+template <bool ascending, class T>
+Partition partition_at_random_key(T* keys, int32_t* positions, int32_t low, int32_t high) {
+  const auto exchange = [&](int32_t i, int32_t j) {
+    std::swap(keys[i], keys[j]);
+    std::swap(positions[i], positions[j]);
+  };
+  exchange(low, low + std::rand() % (high - low));
+  const T pivot = keys[low];
+  int32_t equal = low, next = low + 1, behind = high + 1;
+  while (next < behind) {
+    if (ascending ? keys[next] < pivot : keys[next] > pivot) {
+      exchange(++equal, next++);
+    } else if (ascending ? keys[next] > pivot : keys[next] < pivot) {
+      exchange(next, --behind);
+    } else {
+      ++next;
+    }
+  }
+  exchange(low, equal);
+  return {equal, behind};
+}
+
 template <bool ascending>
 struct QuicksortWithPositions {
   template <class T>
@@ -52,25 +79,9 @@ struct QuicksortWithPositions {
   template <class T>
   static void sort(T* keys, int32_t* positions, int32_t low, int32_t high) {
     while (low < high) {
-      const auto exchange = [&](int32_t i, int32_t j) {
-        std::swap(keys[i], keys[j]);
-        std::swap(positions[i], positions[j]);
-      };
-      exchange(low, low + std::rand() % (high - low));
-      const T pivot = keys[low];
-      int32_t equal = low, next = low + 1, behind = high + 1;
-      while (next < behind) {
-        if (ascending ? keys[next] < pivot : keys[next] > pivot) {
-          exchange(++equal, next++);
-        } else if (ascending ? keys[next] > pivot : keys[next] < pivot) {
-          exchange(next, --behind);
-        } else {
-          ++next;
-        }
-      }
-      exchange(low, equal);
-      sort(keys, positions, low, equal);
-      low = behind;
+      const Partition parts = partition_at_random_key<ascending>(keys, positions, low, high);
+      sort(keys, positions, low, parts.equal);
+      low = parts.behind;
     }
   }
 };
@@ -108,30 +119,14 @@ struct QuickSelection {
   template <class T>
   static void select(T* keys, int32_t* positions, int32_t low, int32_t high, int32_t target) {
     while (low < high) {
-      const auto exchange = [&](int32_t i, int32_t j) {
-        std::swap(keys[i], keys[j]);
-        std::swap(positions[i], positions[j]);
-      };
-      exchange(low, low + std::rand() % (high - low));
-      const T pivot = keys[low];
-      int32_t equal = low, next = low + 1, behind = high + 1;
-      while (next < behind) {
-        if (keys[next] > pivot) {
-          exchange(++equal, next++);
-        } else if (keys[next] < pivot) {
-          exchange(next, --behind);
-        } else {
-          ++next;
-        }
-      }
-      exchange(low, equal);
-      if (equal >= target) {
-        high = equal;
-      } else if (target < behind) {
+      const Partition parts = partition_at_random_key<false>(keys, positions, low, high);
+      if (parts.equal >= target) {
+        high = parts.equal;
+      } else if (target < parts.behind) {
         return;
       } else {
-        select(keys, positions, low, equal, target);
-        low = behind;
+        select(keys, positions, low, parts.equal, target);
+        low = parts.behind;
       }
     }
   }
