@@ -32,7 +32,7 @@ inline constexpr Requirement kSearch      = {"search",       2.0, 1.1, 250, 1.0,
 // the textbook form a walk over the outer cache in each pass, twice for the copy: that can be won, and no more. The
 // share is largest for 64 bits, of which there are twice as many passes, and smallest for floats of 32, whose common
 // exponents make two splits necessary. Comparison sorts that notice sorted keys are peers, and not a limit.
-inline constexpr Requirement kCountedSort = {"counted sort", 0.95, 0,    0, 1.0,    0};  // a count for each key: same stores
+inline constexpr Requirement kCountedSort = {"counted sort", 1.0, 0,     0, 1.0,    0};  // a count for each key: same stores
 inline constexpr Requirement kRadixSort   = {"radix sort",   1.05, 0,    0, 1.0,    0};  // up to 64 Ki keys
 inline constexpr Requirement kLongRadix32 = {"long radix sort, 32 bits", 1.4, 0, 0, 1.0, 0};
 inline constexpr Requirement kLongRadix64 = {"long radix sort, 64 bits", 2.2, 0, 0, 1.0, 0};
