@@ -1,5 +1,5 @@
-// Whether one row of a column is true, or all of them are. The two
-// functions differ in which bytes count as true and in whether the order of rows matters.
+// Whether one row of a column is true, or all of them are. The two functions differ in which bytes count as true and in
+// whether the order of rows matters.
 #include <zivks/columnar.h>
 
 #include <algorithm>

@@ -94,32 +94,32 @@ ZIVKS_INLINE Register<T> load_values(const T* src, const int8_t* nulls) {
 template <class Order, size_t distance, class T>
 ZIVKS_INLINE T extreme_of_values(const T* src, size_t len, const int8_t* nulls, bool is_long) {
   constexpr size_t N = kRegisterElements<T>;
-  const auto add = [&](Register<T>& state, Register<T> rows)
-                       ZIVKS_INLINE_LAMBDA { state = Order::of(state, rows); };
   const Register<T> least = broadcast(Order::template least<T>());
   FourStates<Register<T>> states = {least, least, least, least};
+  const auto add = [](Register<T>& state, Register<T> rows)
+                       ZIVKS_INLINE_LAMBDA { state = Order::of(state, rows); };
+  const auto add_turn = [&](size_t first, auto rows_at) ZIVKS_INLINE_LAMBDA {
+    for (size_t k = first; k < first + kTurnRows; k += 4 * N) {
+      add(states.first, rows_at(k));
+      add(states.second, rows_at(k + N));
+      add(states.third, rows_at(k + 2 * N));
+      add(states.fourth, rows_at(k + 3 * N));
+    }
+  };
+  const auto values_at = [=](size_t k) ZIVKS_INLINE_LAMBDA { return load_values<Order>(src + k, nulls + k); };
+  const auto rows_at = [=](size_t k) ZIVKS_INLINE_LAMBDA { return load(src + k); };
   size_t i = 0;
   for (; i + kTurnRows <= len; i += kTurnRows) {
     prefetch_ahead<distance, kTurnRows * sizeof(T)>(src + i);
     if (is_long) read_ahead<kTurnRows * sizeof(T)>(src + i);
     if (any_null(nulls + i)) {
-      for (size_t k = i; k < i + kTurnRows; k += 4 * N) {
-        add(states.first, load_values<Order>(src + k, nulls + k));
-        add(states.second, load_values<Order>(src + k + N, nulls + k + N));
-        add(states.third, load_values<Order>(src + k + 2 * N, nulls + k + 2 * N));
-        add(states.fourth, load_values<Order>(src + k + 3 * N, nulls + k + 3 * N));
-      }
+      add_turn(i, values_at);
     } else {
-      for (size_t k = i; k < i + kTurnRows; k += 4 * N) {
-        add(states.first, load(src + k));
-        add(states.second, load(src + k + N));
-        add(states.third, load(src + k + 2 * N));
-        add(states.fourth, load(src + k + 3 * N));
-      }
+      add_turn(i, rows_at);
     }
   }
-  for (; i + N <= len; i += N) add(states.first, load_values<Order>(src + i, nulls + i));
-  if (i < len) add(states.second, load_values<Order>(src + len - N, nulls + len - N));
+  for (; i + N <= len; i += N) add(states.first, values_at(i));
+  if (i < len) add(states.second, values_at(len - N));
   return Order::reduce(states.combined(combine<Order>));
 }
 
@@ -169,7 +169,8 @@ ZIVKS_INLINE double extreme_of_block(const double* src) {
   F64 extreme = load(src);
   for (size_t k = N; k < kBlockRows; k += N) extreme = Order::of(extreme, load(src + k));
   const double value = Order::reduce(extreme);
-  return value == value ? value : std::numeric_limits<double>::quiet_NaN();  // on all processors
+  // Which NaN the processor makes of one differs.
+  return value == value ? value : std::numeric_limits<double>::quiet_NaN();
 }
 
 // What is found after the rows from `first` up to `last`, a multiple of a block if there are rows behind: rows are

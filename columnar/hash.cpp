@@ -63,7 +63,7 @@ ZIVKS_INLINE ZIVKStatus hash_rows(Hash hash, size_t len, const int8_t* nulls, ui
       if (const int8_t* const flags = flags_unless_clean(nulls + i)) {
         block.store(flags, dst + i);
       } else {
-        block.store(nullptr, dst + i);
+        block.store(nullptr, dst + i);  // of which the compiler knows that no row needs a test
       }
     }
     for (size_t i = blocks; i < len; ++i) {

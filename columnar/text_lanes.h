@@ -131,7 +131,7 @@ template <size_t words, bool has_odd_bytes, bool has_stripes>
     hash = finish<words, has_odd_bytes>(hash, abcd, efgh, at, rest);
     const int8_t* const flags = flags_unless_clean(flags_from(nulls, i));
     store_values(hash.lanes, flags, dst + i);
-    if (flags == nullptr) {
+    if (flags == nullptr) {  // one branch for all four
       dst[i + 4] = hash.e, dst[i + 5] = hash.f, dst[i + 6] = hash.g, dst[i + 7] = hash.h;
     } else {
       store_value(hash.e, flags + 4, dst + i + 4);
