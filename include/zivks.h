@@ -74,8 +74,12 @@
  * @section threads Threads and memory
  *
  * The library has no state of its own. Calls on disjoint arrays are independent of each other, on whatever
- * threads. One thing is shared by the whole process: the functions whose description says that pivots are drawn
- * from the C library's `rand` seed it, so that other users of `rand` see another sequence afterwards.
+ * threads. Two things are shared by the whole process:
+ *
+ * - The functions whose description says that pivots are drawn from the C library's `rand` seed it, so that other
+ *   users of `rand` see another sequence afterwards.
+ * - The `ZIVKS_RandUniform_*` seed the C library's `drand48` and draw from it. Of these functions one may run at
+ *   a time.
  *
  * Memory, version and status texts come from the four services of zivk_core.h, which libzivk_core.so or the
  * application supplies. A function allocates only where its description says so.
@@ -85,6 +89,8 @@
 #include <zivks/columnar.h>
 #include <zivks/convert.h>
 #include <zivks/core.h>
+#include <zivks/filters.h>
+#include <zivks/generators.h>
 #include <zivks/logic.h>
 #include <zivks/movement.h>
 #include <zivks/sort.h>

@@ -121,6 +121,37 @@ typedef struct {
   uint64_t hi; /**< bit 63: set if the number is negative; below it, upper 63 bits of the magnitude */
 } ZIVKDecimal128;
 
+/** Working memory of a median filter. Nothing in it has a meaning between calls. */
+typedef struct ZIVKFilterMedianPolicy ZIVKFilterMedianPolicy;
+
+/** Bounds and seed of uniform noise of uint8_t. Nothing changes in it after it was made. */
+typedef struct {
+  uint8_t low;   /**< one bound */
+  uint8_t high;  /**< the other bound, which may be the lower one */
+  uint32_t seed; /**< where every call starts its draws */
+} ZIVKRandUniformState_8u;
+
+/** Bounds and seed of uniform noise of int16_t. Nothing changes in it after it was made. */
+typedef struct {
+  int16_t low;   /**< one bound */
+  int16_t high;  /**< the other bound, which may be the lower one */
+  uint32_t seed; /**< where every call starts its draws */
+} ZIVKRandUniformState_16s;
+
+/** Bounds and seed of uniform noise of float. Nothing changes in it after it was made. */
+typedef struct {
+  float low;     /**< one bound */
+  float high;    /**< the other bound, which may be the lower one */
+  uint32_t seed; /**< where every call starts its draws */
+} ZIVKRandUniformState_32f;
+
+/** Bounds and seed of uniform noise of double. Nothing changes in it after it was made. */
+typedef struct {
+  double low;    /**< one bound */
+  double high;   /**< the other bound, which may be the lower one */
+  uint32_t seed; /**< where every call starts its draws */
+} ZIVKRandUniformState_64f;
+
 /** Version of the library, in the form major.minor.patch. */
 typedef struct {
   int32_t major;    /**< incompatible changes */
