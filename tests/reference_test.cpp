@@ -99,13 +99,14 @@ TEST_P(AllCombinations, OfDecisiveValuesAgree) {
   }
 }
 
-// An element of a sort or of a selection meets no other input, and texts have no decisive values.
+// An element of a sort, of a selection or of a signal that is sampled meets no other input, and texts have no
+// decisive values.
 std::vector<const Function*> functions_that_combine() {
   std::vector<const Function*> list = without_twins(array_functions());
   list.erase(std::remove_if(list.begin(), list.end(),
                             [](const Function* function) {
                               return function->has(Role::kHandle) || function->has(Role::kNewHandle) ||
-                                     function->has(Role::kOffsets);
+                                     function->has(Role::kOffsets) || function->has(Role::kPhase);
                             }),
              list.end());
   return list;

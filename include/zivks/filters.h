@@ -113,11 +113,21 @@ ZIVKS_API ZIVKStatus ZIVKS_FilterMedianRelease(ZIVKFilterMedianPolicy* policy);
  * @return #ZIVK_STS_NO_ERR; #ZIVK_STS_EVEN_MASK_WARN if the work was done with `maskLen` - 1;
  * #ZIVK_STS_NULL_PTR_ERR; #ZIVK_STS_SIZE_ERR; or #ZIVK_STS_MASK_SIZE_ERR
  */
-ZIVKS_API ZIVKStatus ZIVKS_FilterMedian_8u(const uint8_t* src, uint8_t* dst, int32_t len, int32_t maskLen, const uint8_t* dlySrc, uint8_t* dlyDst, ZIVKFilterMedianPolicy* policy);
-ZIVKS_API ZIVKStatus ZIVKS_FilterMedian_16s(const int16_t* src, int16_t* dst, int32_t len, int32_t maskLen, const int16_t* dlySrc, int16_t* dlyDst, ZIVKFilterMedianPolicy* policy);
-ZIVKS_API ZIVKStatus ZIVKS_FilterMedian_32s(const int32_t* src, int32_t* dst, int32_t len, int32_t maskLen, const int32_t* dlySrc, int32_t* dlyDst, ZIVKFilterMedianPolicy* policy);
-ZIVKS_API ZIVKStatus ZIVKS_FilterMedian_32f(const float* src, float* dst, int32_t len, int32_t maskLen, const float* dlySrc, float* dlyDst, ZIVKFilterMedianPolicy* policy);
-ZIVKS_API ZIVKStatus ZIVKS_FilterMedian_64f(const double* src, double* dst, int32_t len, int32_t maskLen, const double* dlySrc, double* dlyDst, ZIVKFilterMedianPolicy* policy);
+ZIVKS_API ZIVKStatus ZIVKS_FilterMedian_8u(const uint8_t* src, uint8_t* dst, int32_t len, int32_t maskLen,
+                                           const uint8_t* dlySrc, uint8_t* dlyDst,
+                                           ZIVKFilterMedianPolicy* policy);
+ZIVKS_API ZIVKStatus ZIVKS_FilterMedian_16s(const int16_t* src, int16_t* dst, int32_t len, int32_t maskLen,
+                                            const int16_t* dlySrc, int16_t* dlyDst,
+                                            ZIVKFilterMedianPolicy* policy);
+ZIVKS_API ZIVKStatus ZIVKS_FilterMedian_32s(const int32_t* src, int32_t* dst, int32_t len, int32_t maskLen,
+                                            const int32_t* dlySrc, int32_t* dlyDst,
+                                            ZIVKFilterMedianPolicy* policy);
+ZIVKS_API ZIVKStatus ZIVKS_FilterMedian_32f(const float* src, float* dst, int32_t len, int32_t maskLen,
+                                            const float* dlySrc, float* dlyDst,
+                                            ZIVKFilterMedianPolicy* policy);
+ZIVKS_API ZIVKStatus ZIVKS_FilterMedian_64f(const double* src, double* dst, int32_t len, int32_t maskLen,
+                                            const double* dlySrc, double* dlyDst,
+                                            ZIVKFilterMedianPolicy* policy);
 
 /** @} */
 
@@ -137,11 +147,21 @@ ZIVKS_API ZIVKStatus ZIVKS_FilterMedian_64f(const double* src, double* dst, int3
  * @return #ZIVK_STS_NO_ERR; #ZIVK_STS_EVEN_MASK_WARN if the work was done with `maskLen` - 1;
  * #ZIVK_STS_NULL_PTR_ERR, also if the copy could not be allocated; #ZIVK_STS_SIZE_ERR; or #ZIVK_STS_MASK_SIZE_ERR
  */
-ZIVKS_API ZIVKStatus ZIVKS_FilterMedian_8u_I(uint8_t* srcDst, int32_t len, int32_t maskLen, const uint8_t* dlySrc, uint8_t* dlyDst, ZIVKFilterMedianPolicy* policy);
-ZIVKS_API ZIVKStatus ZIVKS_FilterMedian_16s_I(int16_t* srcDst, int32_t len, int32_t maskLen, const int16_t* dlySrc, int16_t* dlyDst, ZIVKFilterMedianPolicy* policy);
-ZIVKS_API ZIVKStatus ZIVKS_FilterMedian_32s_I(int32_t* srcDst, int32_t len, int32_t maskLen, const int32_t* dlySrc, int32_t* dlyDst, ZIVKFilterMedianPolicy* policy);
-ZIVKS_API ZIVKStatus ZIVKS_FilterMedian_32f_I(float* srcDst, int32_t len, int32_t maskLen, const float* dlySrc, float* dlyDst, ZIVKFilterMedianPolicy* policy);
-ZIVKS_API ZIVKStatus ZIVKS_FilterMedian_64f_I(double* srcDst, int32_t len, int32_t maskLen, const double* dlySrc, double* dlyDst, ZIVKFilterMedianPolicy* policy);
+ZIVKS_API ZIVKStatus ZIVKS_FilterMedian_8u_I(uint8_t* srcDst, int32_t len, int32_t maskLen,
+                                             const uint8_t* dlySrc, uint8_t* dlyDst,
+                                             ZIVKFilterMedianPolicy* policy);
+ZIVKS_API ZIVKStatus ZIVKS_FilterMedian_16s_I(int16_t* srcDst, int32_t len, int32_t maskLen,
+                                              const int16_t* dlySrc, int16_t* dlyDst,
+                                              ZIVKFilterMedianPolicy* policy);
+ZIVKS_API ZIVKStatus ZIVKS_FilterMedian_32s_I(int32_t* srcDst, int32_t len, int32_t maskLen,
+                                              const int32_t* dlySrc, int32_t* dlyDst,
+                                              ZIVKFilterMedianPolicy* policy);
+ZIVKS_API ZIVKStatus ZIVKS_FilterMedian_32f_I(float* srcDst, int32_t len, int32_t maskLen,
+                                              const float* dlySrc, float* dlyDst,
+                                              ZIVKFilterMedianPolicy* policy);
+ZIVKS_API ZIVKStatus ZIVKS_FilterMedian_64f_I(double* srcDst, int32_t len, int32_t maskLen,
+                                              const double* dlySrc, double* dlyDst,
+                                              ZIVKFilterMedianPolicy* policy);
 
 /** @} */
 
@@ -177,12 +197,18 @@ ZIVKS_API ZIVKStatus ZIVKS_FilterMedian_64f_I(double* srcDst, int32_t len, int32
  * @return #ZIVK_STS_NO_ERR; #ZIVK_STS_NULL_PTR_ERR; #ZIVK_STS_SIZE_ERR; #ZIVK_STS_SAMPLE_FACTOR_ERR, also if the
  * output would be too long; or #ZIVK_STS_SAMPLE_PHASE_ERR
  */
-ZIVKS_API ZIVKStatus ZIVKS_SampleUp_16s(const int16_t* src, int32_t srcLen, int16_t* dst, int32_t* dstLen, int32_t factor, const int32_t* phase);
-ZIVKS_API ZIVKStatus ZIVKS_SampleUp_32f(const float* src, int32_t srcLen, float* dst, int32_t* dstLen, int32_t factor, const int32_t* phase);
-ZIVKS_API ZIVKStatus ZIVKS_SampleUp_64f(const double* src, int32_t srcLen, double* dst, int32_t* dstLen, int32_t factor, const int32_t* phase);
-ZIVKS_API ZIVKStatus ZIVKS_SampleUp_16sc(const ZIVK16sc* src, int32_t srcLen, ZIVK16sc* dst, int32_t* dstLen, int32_t factor, const int32_t* phase);
-ZIVKS_API ZIVKStatus ZIVKS_SampleUp_32fc(const ZIVK32fc* src, int32_t srcLen, ZIVK32fc* dst, int32_t* dstLen, int32_t factor, const int32_t* phase);
-ZIVKS_API ZIVKStatus ZIVKS_SampleUp_64fc(const ZIVK64fc* src, int32_t srcLen, ZIVK64fc* dst, int32_t* dstLen, int32_t factor, const int32_t* phase);
+ZIVKS_API ZIVKStatus ZIVKS_SampleUp_16s(const int16_t* src, int32_t srcLen, int16_t* dst, int32_t* dstLen,
+                                        int32_t factor, const int32_t* phase);
+ZIVKS_API ZIVKStatus ZIVKS_SampleUp_32f(const float* src, int32_t srcLen, float* dst, int32_t* dstLen,
+                                        int32_t factor, const int32_t* phase);
+ZIVKS_API ZIVKStatus ZIVKS_SampleUp_64f(const double* src, int32_t srcLen, double* dst, int32_t* dstLen,
+                                        int32_t factor, const int32_t* phase);
+ZIVKS_API ZIVKStatus ZIVKS_SampleUp_16sc(const ZIVK16sc* src, int32_t srcLen, ZIVK16sc* dst, int32_t* dstLen,
+                                         int32_t factor, const int32_t* phase);
+ZIVKS_API ZIVKStatus ZIVKS_SampleUp_32fc(const ZIVK32fc* src, int32_t srcLen, ZIVK32fc* dst, int32_t* dstLen,
+                                         int32_t factor, const int32_t* phase);
+ZIVKS_API ZIVKStatus ZIVKS_SampleUp_64fc(const ZIVK64fc* src, int32_t srcLen, ZIVK64fc* dst, int32_t* dstLen,
+                                         int32_t factor, const int32_t* phase);
 
 /** @} */
 
@@ -204,12 +230,18 @@ ZIVKS_API ZIVKStatus ZIVKS_SampleUp_64fc(const ZIVK64fc* src, int32_t srcLen, ZI
  * @return #ZIVK_STS_NO_ERR, #ZIVK_STS_NULL_PTR_ERR, #ZIVK_STS_SIZE_ERR, #ZIVK_STS_SAMPLE_FACTOR_ERR or
  * #ZIVK_STS_SAMPLE_PHASE_ERR
  */
-ZIVKS_API ZIVKStatus ZIVKS_SampleDown_16s(const int16_t* src, int32_t srcLen, int16_t* dst, int32_t* dstLen, int32_t factor, int32_t* phase);
-ZIVKS_API ZIVKStatus ZIVKS_SampleDown_32f(const float* src, int32_t srcLen, float* dst, int32_t* dstLen, int32_t factor, int32_t* phase);
-ZIVKS_API ZIVKStatus ZIVKS_SampleDown_64f(const double* src, int32_t srcLen, double* dst, int32_t* dstLen, int32_t factor, int32_t* phase);
-ZIVKS_API ZIVKStatus ZIVKS_SampleDown_16sc(const ZIVK16sc* src, int32_t srcLen, ZIVK16sc* dst, int32_t* dstLen, int32_t factor, int32_t* phase);
-ZIVKS_API ZIVKStatus ZIVKS_SampleDown_32fc(const ZIVK32fc* src, int32_t srcLen, ZIVK32fc* dst, int32_t* dstLen, int32_t factor, int32_t* phase);
-ZIVKS_API ZIVKStatus ZIVKS_SampleDown_64fc(const ZIVK64fc* src, int32_t srcLen, ZIVK64fc* dst, int32_t* dstLen, int32_t factor, int32_t* phase);
+ZIVKS_API ZIVKStatus ZIVKS_SampleDown_16s(const int16_t* src, int32_t srcLen, int16_t* dst, int32_t* dstLen,
+                                          int32_t factor, int32_t* phase);
+ZIVKS_API ZIVKStatus ZIVKS_SampleDown_32f(const float* src, int32_t srcLen, float* dst, int32_t* dstLen,
+                                          int32_t factor, int32_t* phase);
+ZIVKS_API ZIVKStatus ZIVKS_SampleDown_64f(const double* src, int32_t srcLen, double* dst, int32_t* dstLen,
+                                          int32_t factor, int32_t* phase);
+ZIVKS_API ZIVKStatus ZIVKS_SampleDown_16sc(const ZIVK16sc* src, int32_t srcLen, ZIVK16sc* dst,
+                                           int32_t* dstLen, int32_t factor, int32_t* phase);
+ZIVKS_API ZIVKStatus ZIVKS_SampleDown_32fc(const ZIVK32fc* src, int32_t srcLen, ZIVK32fc* dst,
+                                           int32_t* dstLen, int32_t factor, int32_t* phase);
+ZIVKS_API ZIVKStatus ZIVKS_SampleDown_64fc(const ZIVK64fc* src, int32_t srcLen, ZIVK64fc* dst,
+                                           int32_t* dstLen, int32_t factor, int32_t* phase);
 
 /** @} */
 

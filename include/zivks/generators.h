@@ -57,10 +57,14 @@ extern "C" {
  * @param seed    where every call with this record starts its draws
  * @return #ZIVK_STS_NO_ERR, #ZIVK_STS_NULL_PTR_ERR or #ZIVK_STS_MALLOC_ERR
  */
-ZIVKS_API ZIVKStatus ZIVKS_RandUniformInit_8u(ZIVKRandUniformState_8u** policy, uint8_t low, uint8_t high, uint32_t seed);
-ZIVKS_API ZIVKStatus ZIVKS_RandUniformInit_16s(ZIVKRandUniformState_16s** policy, int16_t low, int16_t high, uint32_t seed);
-ZIVKS_API ZIVKStatus ZIVKS_RandUniformInit_32f(ZIVKRandUniformState_32f** policy, float low, float high, uint32_t seed);
-ZIVKS_API ZIVKStatus ZIVKS_RandUniformInit_64f(ZIVKRandUniformState_64f** policy, double low, double high, uint32_t seed);
+ZIVKS_API ZIVKStatus ZIVKS_RandUniformInit_8u(ZIVKRandUniformState_8u** policy, uint8_t low, uint8_t high,
+                                              uint32_t seed);
+ZIVKS_API ZIVKStatus ZIVKS_RandUniformInit_16s(ZIVKRandUniformState_16s** policy, int16_t low, int16_t high,
+                                               uint32_t seed);
+ZIVKS_API ZIVKStatus ZIVKS_RandUniformInit_32f(ZIVKRandUniformState_32f** policy, float low, float high,
+                                               uint32_t seed);
+ZIVKS_API ZIVKStatus ZIVKS_RandUniformInit_64f(ZIVKRandUniformState_64f** policy, double low, double high,
+                                               uint32_t seed);
 
 /** @} */
 
@@ -146,12 +150,18 @@ ZIVKS_API ZIVKStatus ZIVKS_RandUniform_64f(double* dst, int32_t len, const ZIVKR
  *               that of the sample behind the last one
  * @return #ZIVK_STS_NO_ERR, #ZIVK_STS_NULL_PTR_ERR, #ZIVK_STS_TRIANGLE_ERR or #ZIVK_STS_SIZE_ERR
  */
-ZIVKS_API ZIVKStatus ZIVKS_Triangle_16s(int16_t* dst, int32_t len, int16_t magn, float rFreq, float asym, const float* phase);
-ZIVKS_API ZIVKStatus ZIVKS_Triangle_32f(float* dst, int32_t len, float magn, float rFreq, float asym, const float* phase);
-ZIVKS_API ZIVKStatus ZIVKS_Triangle_64f(double* dst, int32_t len, double magn, double rFreq, double asym, double* phase);
-ZIVKS_API ZIVKStatus ZIVKS_Triangle_16sc(ZIVK16sc* dst, int32_t len, int16_t magn, float rFreq, float asym, const float* phase);
-ZIVKS_API ZIVKStatus ZIVKS_Triangle_32fc(ZIVK32fc* dst, int32_t len, float magn, float rFreq, float asym, const float* phase);
-ZIVKS_API ZIVKStatus ZIVKS_Triangle_64fc(ZIVK64fc* dst, int32_t len, double magn, double rFreq, double asym, double* phase);
+ZIVKS_API ZIVKStatus ZIVKS_Triangle_16s(int16_t* dst, int32_t len, int16_t magn, float rFreq, float asym,
+                                        const float* phase);
+ZIVKS_API ZIVKStatus ZIVKS_Triangle_32f(float* dst, int32_t len, float magn, float rFreq, float asym,
+                                        const float* phase);
+ZIVKS_API ZIVKStatus ZIVKS_Triangle_64f(double* dst, int32_t len, double magn, double rFreq, double asym,
+                                        double* phase);
+ZIVKS_API ZIVKStatus ZIVKS_Triangle_16sc(ZIVK16sc* dst, int32_t len, int16_t magn, float rFreq, float asym,
+                                         const float* phase);
+ZIVKS_API ZIVKStatus ZIVKS_Triangle_32fc(ZIVK32fc* dst, int32_t len, float magn, float rFreq, float asym,
+                                         const float* phase);
+ZIVKS_API ZIVKStatus ZIVKS_Triangle_64fc(ZIVK64fc* dst, int32_t len, double magn, double rFreq, double asym,
+                                         double* phase);
 
 /** @} */
 

@@ -18,9 +18,9 @@ struct Fault {
   std::string what;
 };
 
-// TopK has checks of its own between pointers and length.
-constexpr int kPointerRank = 0, kOffsetRank = 1, kSpanStrideRank = 2, kLengthRank = 3, kParameterRank = 4,
-              kScaleRank = 5;
+// TopK and triangle waves have checks of their own between pointers and length.
+constexpr int kPointerRank = 0, kOffsetRank = 1, kTriangleRank = 1, kSpanStrideRank = 2, kLengthRank = 3,
+              kParameterRank = 4, kSecondParameterRank = 5, kSizeRank = 6;
 
 constexpr int32_t kLength = 37;
 
@@ -29,6 +29,27 @@ bool writes_unsigned(const Function& function) {
     return argument.is_written() &&
            (*argument.element->type == typeid(uint8_t) || *argument.element->type == typeid(uint16_t));
   });
+}
+
+bool samples_up(const Function& function) {
+  return std::any_of(function.arguments.begin(), function.arguments.end(),
+                     [](const Argument& argument) { return argument.up; });
+}
+
+constexpr double kPi = 3.141592653589793;
+
+// What a phase may not be, in memory that stays. The most negative and the largest value are out of range
+// whatever the factor is.
+template <class T>
+std::vector<const void*> bad_phases() {
+  static const T negative = static_cast<T>(-1), lowest = std::numeric_limits<T>::lowest(),
+                 most = std::numeric_limits<T>::max(), period = static_cast<T>(2 * kPi);
+  if constexpr (std::is_integral_v<T>) return {&negative, &lowest, &most};
+  return {&negative, &lowest, &period, &most};
+}
+std::vector<const void*> bad_phases(const ElementType& element) {
+  if (*element.type == typeid(float)) return bad_phases<float>();
+  return *element.type == typeid(double) ? bad_phases<double>() : bad_phases<int32_t>();
 }
 
 std::vector<Fault> faults_of(const Function& function) {
@@ -40,7 +61,18 @@ std::vector<Fault> faults_of(const Function& function) {
     const auto add = [&](ZIVKStatus status, int rank, auto value) {
       faults.push_back({i, status, rank, Slot::of(value), argument.name + " = " + std::to_string(value)});
     };
-    if (argument.role == Role::kNulls) continue;
+    const auto add_number = [&](ZIVKStatus status, int rank, double value) {
+      faults.push_back({i, status, rank, slot_of_type(*argument.element, value),
+                        argument.name + " = " + std::to_string(value)});
+    };
+    if (argument.role == Role::kNulls || argument.line) continue;
+    if (argument.role == Role::kPhase) {
+      const bool is_triangle = function.has(Role::kFrequency);
+      for (const void* phase : bad_phases(*argument.element)) {
+        faults.push_back({i, is_triangle ? ZIVK_STS_TRIANGLE_ERR : ZIVK_STS_SAMPLE_PHASE_ERR,
+                          is_triangle ? kTriangleRank : kSecondParameterRank, Slot::of(phase), "bad phase"});
+      }
+    }
     if (argument.is_pointer() && !argument.nullable && !argument.is_unchecked) {
       faults.push_back({i, ZIVK_STS_NULL_PTR_ERR, kPointerRank, Slot(), argument.name + " null"});
     } else if (argument.role == Role::kLength || argument.role == Role::kTableLength) {
@@ -72,11 +104,42 @@ std::vector<Fault> faults_of(const Function& function) {
       for (int32_t value : {3, -1, kMostNegative}) add(ZIVK_STS_TOPK_METHOD_ERR, kParameterRank, value);
     } else if (argument.role == Role::kDataType) {
       for (int32_t value : {0, 2, 3, 4, 6, 8, 10, 12, 14, 16, 18, 20, 21, -1, kMostNegative + 1, INT32_MAX}) {
-        add(ZIVK_STS_DATA_TYPE_ERR, kParameterRank, value);
+        add(ZIVK_STS_DATA_TYPE_ERR, kSecondParameterRank, value);
+      }
+      if (!argument.samples) continue;
+      for (int32_t value : {ZIVK_DT_16U, ZIVK_DT_32U, ZIVK_DT_64U, ZIVK_DT_64S}) {
+        add(ZIVK_STS_DATA_TYPE_ERR, kSecondParameterRank, value);
+      }
+    } else if (argument.role == Role::kMaskLength) {
+      for (int32_t value : {0, -1, kMostNegative}) add(ZIVK_STS_MASK_SIZE_ERR, kParameterRank, value);
+      if (function.has(Role::kLength)) {
+        for (int32_t value : {kLength + 1, INT32_MAX}) add(ZIVK_STS_MASK_SIZE_ERR, kParameterRank, value);
+      } else {  // a handle, of samples of one byte
+        for (int32_t value : {0x7FFFFFF0, INT32_MAX}) add(ZIVK_STS_MASK_SIZE_ERR, kSizeRank, value);
+      }
+    } else if (argument.role == Role::kFactor) {
+      for (int32_t value : {0, -1, kMostNegative}) {
+        add(ZIVK_STS_SAMPLE_FACTOR_ERR, kParameterRank, value);
+      }
+      if (!samples_up(function)) continue;
+      for (int32_t value : {INT32_MAX / kLength, INT32_MAX}) {
+        add(ZIVK_STS_SAMPLE_FACTOR_ERR, kSizeRank, value);
+      }
+    } else if (argument.role == Role::kMagnitude) {
+      for (double value : {0.0, -0.0, -1.0, -1000.0}) {
+        add_number(ZIVK_STS_TRIANGLE_ERR, kParameterRank, value);
+      }
+    } else if (argument.role == Role::kFrequency) {
+      for (double value : {-0.001, -infinity, 0.5, infinity}) {
+        add_number(ZIVK_STS_TRIANGLE_ERR, kParameterRank, value);
+      }
+    } else if (argument.role == Role::kAsymmetry) {
+      for (double value : {-3.1416, -infinity, kPi, infinity}) {
+        add_number(ZIVK_STS_TRIANGLE_ERR, kTriangleRank, value);
       }
     } else if (argument.role == Role::kScale) {
       for (double value : {0.0, -0.0, -1.0, -infinity, infinity, std::nan("")}) {
-        add(ZIVK_STS_SCALE_ERR, kScaleRank, value);
+        add(ZIVK_STS_SCALE_ERR, kSecondParameterRank, value);
       }
     }
   }

@@ -24,6 +24,12 @@ std::vector<Slot> slots_of(std::initializer_list<T> values) {
   return slots;
 }
 
+std::vector<Slot> slots_of_type(const ElementType& element, std::initializer_list<double> values) {
+  std::vector<Slot> slots;
+  for (double value : values) slots.push_back(slot_of_type(element, value));
+  return slots;
+}
+
 // The values that a parameter takes; none if the argument is no parameter.
 std::vector<Slot> parameter_values(const Function& function, const Argument& argument, int32_t length) {
   const auto turn = static_cast<size_t>(length);
@@ -39,6 +45,9 @@ std::vector<Slot> parameter_values(const Function& function, const Argument& arg
     case Role::kBound: return slots_of<int32_t>({INT32_MIN, -2, 0, 2, INT32_MAX});
     case Role::kTableLength: return slots_of<int32_t>({1, 2, 3, 17, 1000});
     case Role::kDataType:
+      if (argument.samples) {
+        return slots_of<int32_t>({ZIVK_DT_8U, ZIVK_DT_16S, ZIVK_DT_32S, ZIVK_DT_32F, ZIVK_DT_64F});
+      }
       return slots_of<int32_t>({ZIVK_DT_8U, ZIVK_DT_16U, ZIVK_DT_16S, ZIVK_DT_32U, ZIVK_DT_32S, ZIVK_DT_32F,
                                 ZIVK_DT_64U, ZIVK_DT_64S, ZIVK_DT_64F});
     case Role::kMethod: return slots_of<int32_t>({0, 1, 2});
@@ -51,11 +60,23 @@ std::vector<Slot> parameter_values(const Function& function, const Argument& arg
       return slots_of({Nulls::kAbsent, Nulls::kNone, Nulls::kFew, Nulls::kHalf, Nulls::kAll});
     case Role::kOffsets:
       return slots_of({Texts::kOfOneLength, Texts::kShort, Texts::kLong, Texts::kMostlyEmpty});
+    case Role::kMaskLength: {
+      std::vector<Slot> masks;
+      for (int32_t mask : {1, 2, 3, 5, 7, 9, 10, 11, 21}) masks.push_back(Slot::of(std::min(mask, length)));
+      return masks;
+    }
+    case Role::kFactor: return slots_of<int32_t>({1, 2, 3, 4, 5, 8, length < 1000 ? 37 : 6});
+    case Role::kFrequency:
+      return slots_of_type(*argument.element, {0, 0.0131, 0.109, 0.11, 0.1399, 0.14, 0.31, 0.4999});
     // These take turns with the length instead.
+    case Role::kMagnitude: return {slots_of_type(*argument.element, {1, 1000.7, 32767})[turn % 3]};
+    case Role::kAsymmetry: return {slots_of_type(*argument.element, {0, -2.9, 1.3, 3.1})[turn % 4]};
     case Role::kCount: return {slots_of<int32_t>({1, 3, 40, length, length + 3})[turn % 5]};
     case Role::kOffset: return {slots_of<int32_t>({0, 1000, INT32_MAX - length})[turn / 5 % 3]};
     default: break;
   }
+  if (argument.line)
+    return {Slot::of(turn % (argument.is_constant() ? 3 : 5) == 0 ? Line::kAbsent : Line::kPresent)};
   if (argument.scan != 0) return slots_of({Scan::kNone, Scan::kStopsAtOnce, Scan::kGoesOn});
   return {};
 }
@@ -112,6 +133,16 @@ std::vector<int32_t> offsets_of(const Function& function, const Operands& operan
   throw std::logic_error(function.name + " has no offsets");
 }
 
+int32_t phase_of(const Function& function, const Operands& operands) {
+  for (size_t i = 0; i < function.arguments.size(); ++i) {
+    if (function.arguments[i].role != Role::kPhase) continue;
+    int32_t phase;
+    std::memcpy(&phase, operands.arrays[i].data(), sizeof phase);
+    return phase;
+  }
+  throw std::logic_error(function.name + " has no phase");
+}
+
 // Elements that stand further apart have garbage in between; those that stand closer overlap.
 void fill_strided(Bytes& contents, const ElementType& element, int32_t stride, Random& random,
                   Flavour flavour) {
@@ -136,6 +167,16 @@ void add_scanned_words(Bytes& contents, const Argument& argument, Scan scan) {
   add(0);
 }
 
+// From 0 to `factor` - 1, or to 2 pi.
+Slot random_phase(const Argument& phase, const Function& function, const Operands& operands, Random& random) {
+  if (function.has(Role::kFactor)) {
+    const auto factor = static_cast<uint64_t>(value_of("factor", function, operands));
+    return Slot::of(static_cast<int32_t>(random.below(factor)));
+  }
+  constexpr uint64_t kSteps = 1000;
+  return slot_of_type(*phase.element, 6.283185 * static_cast<double>(random.below(kSteps + 1)) / kSteps);
+}
+
 // What the handle's Init asks for if it is called with arguments of this call. The data type is that of the keys;
 // arrays are there, but are not those of the call.
 size_t handle_bytes(const Argument& handle, const Function& function, const Operands& operands) {
@@ -154,8 +195,21 @@ size_t handle_bytes(const Argument& handle, const Function& function, const Oper
       slots.push_back(Slot::of(value_of(argument.name.c_str(), function, operands)));
     }
   }
-  if (init->call(slots).as<ZIVKStatus>() != ZIVK_STS_NO_ERR) throw std::logic_error(handle.init + " fails");
+  const auto status = init->call(slots).as<ZIVKStatus>();
+  if (status != ZIVK_STS_NO_ERR && status != ZIVK_STS_EVEN_MASK_WARN)
+    throw std::logic_error(handle.init + " fails");
   return static_cast<size_t>(services.size.value());
+}
+
+// What the handle's Init makes of random values.
+Bytes made_handle(const Argument& handle, size_t variant, Flavour flavour) {
+  const Function* const init = find_function(handle.init);
+  if (init == nullptr) throw std::logic_error("there is no " + handle.init);
+  std::vector<Slot> slots = random_operands(*init, static_cast<int32_t>(variant), 0, flavour).slots;
+  const unsigned char* made = nullptr;
+  slots[0] = Slot::of(&made);
+  if (init->call(slots).as<ZIVKStatus>() != ZIVK_STS_NO_ERR) throw std::logic_error(handle.init + " fails");
+  return Bytes(made, made + services.size.value());
 }
 
 GuardedMemory& memory_of_argument(size_t argument) {
@@ -183,6 +237,13 @@ unsigned char* place(const GuardedMemory& memory, size_t bytes, Placement placem
 
 }  // namespace
 
+Slot slot_of_type(const ElementType& element, double value) {
+  if (*element.type == typeid(double)) return Slot::of(value);
+  if (*element.type == typeid(float)) return Slot::of(static_cast<float>(value));
+  if (*element.type == typeid(int16_t)) return Slot::of(static_cast<int16_t>(value));
+  return Slot::of(static_cast<int32_t>(value));
+}
+
 int32_t value_of(const char* name, const Function& function, const Operands& operands) {
   for (size_t i = 0; i < function.arguments.size(); ++i) {
     if (function.arguments[i].name == name) return operands.slots[i].as<int32_t>();
@@ -194,6 +255,16 @@ size_t array_bytes(const Argument& argument, const Function& function, const Ope
   const size_t bytes = argument.array_element_bytes();
   auto length = static_cast<size_t>(operands.length);
   if (!argument.is_array()) return bytes;
+  if (argument.line) {
+    return bytes * static_cast<size_t>((value_of("maskLen", function, operands) - 1) / 2 * 2);
+  }
+  if (argument.up) return bytes * length * static_cast<size_t>(value_of("factor", function, operands));
+  if (argument.down) {
+    const auto factor = static_cast<size_t>(value_of("factor", function, operands));
+    const auto phase = static_cast<size_t>(phase_of(function, operands));
+    return bytes * (phase < length ? (length - phase + factor - 1) / factor : 0);
+  }
+  if (argument.pairs_in_fours) return bytes * std::max(length, (length / 2 * 2 + 3) / 4 * 4);
   if (argument.text) {
     const std::vector<int32_t> offsets = offsets_of(function, operands);
     int32_t longest = 0;
@@ -206,6 +277,11 @@ size_t array_bytes(const Argument& argument, const Function& function, const Ope
   const auto stride = static_cast<size_t>(value_of("srcStride", function, operands));
   if (argument.spans) length = std::min(length, (length * bytes + stride - 1) / stride);
   return (length - 1) * stride + bytes;
+}
+
+ZIVKStatus success_of(const Function& function, const Operands& operands) {
+  const bool is_even = function.has(Role::kMaskLength) && value_of("maskLen", function, operands) % 2 == 0;
+  return is_even ? ZIVK_STS_EVEN_MASK_WARN : ZIVK_STS_NO_ERR;
 }
 
 size_t count_variants(const Function& function, bool with_scale) {
@@ -228,17 +304,24 @@ Operands random_operands(const Function& function, int32_t length, size_t varian
     operands.slots[i] = values[variant % values.size()];
     variant /= values.size();
   }
-  for (size_t i = 0; i < function.arguments.size(); ++i) {  // ahead of the texts that they delimit
-    if (function.arguments[i].role == Role::kOffsets) {
+  for (size_t i = 0; i < function.arguments.size();
+       ++i) {  // ahead of the arrays whose lengths depend on them
+    const Argument& argument = function.arguments[i];
+    if (argument.role == Role::kOffsets) {
       operands.arrays[i] = random_offsets(length, operands.slots[i].as<Texts>(), random);
+    } else if (argument.role == Role::kPhase) {
+      const Slot phase = random_phase(argument, function, operands, random);
+      operands.arrays[i].assign(phase.bytes, phase.bytes + argument.element->bytes);
     }
   }
   for (size_t i = 0; i < function.arguments.size(); ++i) {
     const Argument& argument = function.arguments[i];
     Bytes& contents = operands.arrays[i];
-    if (argument.role == Role::kOffsets) continue;
+    if (argument.role == Role::kOffsets || argument.role == Role::kPhase) continue;
     if (argument.role == Role::kTable) {
       contents = random_table(operands.slots[i + 1].as<int32_t>(), random);
+    } else if (argument.role == Role::kHandle && argument.made) {
+      contents = made_handle(argument, random.below(1000), flavour);
     } else if (argument.role == Role::kHandle) {
       contents.resize(handle_bytes(argument, function, operands));
     } else if (argument.is_pointer()) {
@@ -298,8 +381,9 @@ Call::Call(const Function& function, const Operands& operands, Placement placeme
     std::copy(contents.begin(), contents.end(), array);
     unsigned char* const end = array + contents.size();
     std::fill(end, std::min(memory.end(), end + kMarginBytes), kMargin);
-    if (argument.role == Role::kHandle) std::fill(array, end, garbage_);
-    if (argument.role == Role::kNulls && operands.slots[i].as<Nulls>() == Nulls::kAbsent) {
+    if (argument.role == Role::kHandle && !argument.made) std::fill(array, end, garbage_);
+    if ((argument.role == Role::kNulls && operands.slots[i].as<Nulls>() == Nulls::kAbsent) ||
+        (argument.line && operands.slots[i].as<Line>() == Line::kAbsent)) {
       slots[i] = Slot();
       continue;
     }
@@ -341,7 +425,7 @@ std::string Call::unexpected_writes(bool allow_results) const {
     }
     if (!std::all_of(end, std::min(memory.end(), end + kMarginBytes), is_margin))
       return "wrote behind " + argument.name;
-    if (argument.role == Role::kHandle) {
+    if (argument.role == Role::kHandle && !argument.made) {
       const auto is_garbage = [this](unsigned char byte) { return byte == garbage_; };
       if (!allow_results && !std::all_of(array, end, is_garbage)) return "changed " + argument.name;
     } else if (!(allow_results && argument.is_written()) &&
@@ -411,8 +495,7 @@ std::string difference(const ElementType& element, Results results, const Bytes&
 }
 
 std::string difference_of_call(const Function& function, Call& call, const std::vector<Bytes>& expected) {
-  const ZIVKStatus status = call.invoke();
-  if (status != ZIVK_STS_NO_ERR) return "status " + std::to_string(status);
+  if (!call.succeeds()) return "fails";
   std::string text = call.unexpected_writes(true);
   for (size_t i = 0; text.empty() && i < expected.size(); ++i) {
     const Argument& argument = function.arguments[i];

@@ -23,6 +23,9 @@ struct Operands {
 // Bytes that an array takes in a call with these operands.
 size_t array_bytes(const Argument& argument, const Function& function, const Operands& operands);
 
+// A number in the type of an argument.
+Slot slot_of_type(const ElementType& element, double value);
+
 // The value of the argument of that name.
 int32_t value_of(const char* name, const Function& function, const Operands& operands);
 
@@ -31,6 +34,9 @@ enum class Scan : int32_t { kNone, kStopsAtOnce, kGoesOn };
 
 // Whether there is a null vector, and how many rows are null.
 enum class Nulls : int32_t { kAbsent, kNone, kFew, kHalf, kAll };
+
+// Whether there is a delay line.
+enum class Line : int32_t { kAbsent, kPresent };
 
 // The rows of a column of texts.
 enum class Texts : int32_t { kOfOneLength, kShort, kLong, kMostlyEmpty };
@@ -41,6 +47,9 @@ size_t count_variants(const Function& function, bool with_scale = true);
 
 Operands random_operands(const Function& function, int32_t length, size_t variant, Flavour flavour);
 Operands random_operands(const Function& function, int32_t length, size_t variant);  // flavours in turn
+
+// What a call with these operands returns if nothing is wrong: success, or the warning of an even mask.
+ZIVKStatus success_of(const Function& function, const Operands& operands);
 
 // Lengths with every combination of blocks and tail, also if registers are wider than a block.
 std::vector<int32_t> shape_lengths(const Function& function);
@@ -58,6 +67,8 @@ class Call {
   // Puts the array of one argument into the place of another's, which is as long.
   void share_place(size_t argument, size_t owner);
 
+  // Says whether the call did its work.
+  bool succeeds() { return invoke() == success_of(function_, operands_); }
   ZIVKStatus invoke() { return function_.call(slots).as<ZIVKStatus>(); }
   Bytes array(size_t argument) const;
   std::vector<Bytes> results() const;  // by argument; empty for what is only read
@@ -79,7 +90,7 @@ Bytes what_is_specified(const ElementType& element, Results results, Bytes conte
 std::string difference(const ElementType& element, Results results, const Bytes& expected,
                        const Bytes& actual);
 
-// Calls and describes the first fault: no success, a stray write, or a result that differs from `expected`.
+// Calls and describes the first fault: another status than success_of() says, a stray write, or a result that differs from `expected`.
 std::string difference_of_call(const Function& function, Call& call, const std::vector<Bytes>& expected);
 
 }  // namespace zivks_test

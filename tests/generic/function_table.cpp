@@ -76,11 +76,11 @@ constexpr ElementType kElementType = {
 const struct {
   Role role;
   std::set<std::string> names;
-} kNames[] = {{Role::kSource, {"src", "src1", "src2", "srcRe", "srcIm"}},
-              {Role::kDestination, {"dst", "dstRe", "dstIm", "dstIndx", "dstIdx", "dstVal"}},
+} kNames[] = {{Role::kSource, {"src", "src1", "src2", "srcRe", "srcIm", "dlySrc"}},
+              {Role::kDestination, {"dst", "dstRe", "dstIm", "dstIndx", "dstIdx", "dstVal", "dlyDst"}},
               {Role::kSourceDestination, {"srcDst"}},
-              {Role::kConstant, {"val"}},
-              {Role::kLength, {"len"}},
+              {Role::kConstant, {"val", "low", "high", "seed", "slope"}},
+              {Role::kLength, {"len", "srcLen"}},
               {Role::kScale, {"scale"}},
               {Role::kKind, {"kind"}},
               {Role::kShift, {"shift"}},
@@ -96,6 +96,12 @@ const struct {
               {Role::kMethod, {"method"}},
               {Role::kNulls, {"nulls"}},
               {Role::kOffsets, {"offsets"}},
+              {Role::kMaskLength, {"maskLen"}},
+              {Role::kFactor, {"factor"}},
+              {Role::kPhase, {"phase"}},
+              {Role::kMagnitude, {"magn"}},
+              {Role::kFrequency, {"rFreq"}},
+              {Role::kAsymmetry, {"asym"}},
               {Role::kResult, {"dstLen"}}};
 
 Role role_of(const std::string& name) {
@@ -120,7 +126,8 @@ constexpr Parameter describe_parameter() {
                          std::is_same_v<T, int32_t>, std::is_same_v<T, double>, nullptr};
   if constexpr (kIsElement<Pointed>) parameter.element = &kElementType<Pointed>;
   // A handle is memory for elements of any type. Its address is as wide as the widest.
-  if constexpr (std::is_same_v<T, void*> || std::is_same_v<T, void**>) {
+  constexpr bool kIsHandle = std::is_void_v<Pointed> || std::is_class_v<Pointed>;
+  if constexpr (std::is_pointer_v<T> && !kIsElement<Pointed> && (kIsHandle || std::is_pointer_v<Pointed>)) {
     parameter.element = &kElementType<uint64_t>;
   }
   return parameter;
@@ -132,13 +139,16 @@ bool matches(const Argument& argument, const Parameter& parameter) {
     return parameter.is_pointer && argument.element != nullptr &&
            parameter.is_pointer_to_constant == argument.is_constant();
   }
-  for (Role integer :
-       {Role::kLength, Role::kKind, Role::kShift, Role::kRoundMode, Role::kBound, Role::kTableLength,
-        Role::kDataType, Role::kStride, Role::kOffset, Role::kCount, Role::kMethod}) {
+  for (Role integer : {Role::kLength, Role::kKind, Role::kShift, Role::kRoundMode, Role::kBound,
+                       Role::kTableLength, Role::kDataType, Role::kStride, Role::kOffset, Role::kCount,
+                       Role::kMethod, Role::kMaskLength, Role::kFactor}) {
     if (argument.role == integer) return parameter.is_int32;
   }
   if (argument.role == Role::kScale) return parameter.is_double;
-  return argument.role != Role::kConstant || (!parameter.is_pointer && argument.element != nullptr);
+  for (Role number : {Role::kConstant, Role::kMagnitude, Role::kFrequency, Role::kAsymmetry}) {
+    if (argument.role == number) return !parameter.is_pointer && argument.element != nullptr;
+  }
+  return true;
 }
 
 // `text` is a name and the words behind it.
@@ -149,6 +159,8 @@ Argument describe_argument(std::string text, const Parameter& parameter, std::st
   stream >> argument.name;
   argument.role = role_of(argument.name);
   argument.element = parameter.element;
+  argument.points_to_constant = parameter.is_pointer_to_constant;
+  if (argument.role == Role::kOffset && !parameter.is_int32) argument.role = Role::kConstant;
   for (std::string word; stream >> word;) {
     if (word == "packed3" && argument.is_array()) {
       argument.packed = 3;
@@ -173,6 +185,17 @@ Argument describe_argument(std::string text, const Parameter& parameter, std::st
       argument.spans = word == "spans";
     } else if ((word == "scansBehind" || word == "scansAhead") && argument.is_array()) {
       argument.scan = word == "scansBehind" ? 1 : -1;
+    } else if (word == "line" && argument.is_array()) {
+      argument.line = true;
+    } else if ((word == "up" || word == "down") && argument.role == Role::kDestination) {
+      argument.up = word == "up";
+      argument.down = word == "down";
+    } else if (word == "pairsInFours" && argument.role == Role::kDestination) {
+      argument.pairs_in_fours = true;
+    } else if (word == "samples" && argument.role == Role::kDataType) {
+      argument.samples = true;
+    } else if (word == "made" && argument.role == Role::kHandle) {
+      argument.made = true;
     } else if (word == "new" && argument.role == Role::kHandle) {
       argument.role = Role::kNewHandle;
     } else if (word.rfind("ZIVKS_", 0) == 0 && argument.role == Role::kHandle) {

@@ -59,22 +59,35 @@ enum class Role {
   kMethod,
   kNulls,
   kOffsets,
+  kMaskLength,
+  kFactor,
+  kPhase,
+  kMagnitude,
+  kFrequency,
+  kAsymmetry,
   kOther
 };
 
 struct Argument {
   std::string name;
   Role role;
-  const ElementType* element;  // what a pointer points to, or the type of a value
-  size_t packed = 1;           // what is pointed to, this many times, makes up an element of an array
-  int32_t least = 1;           // of a length
+  const ElementType* element;       // what a pointer points to, or the type of a value
+  size_t packed = 1;                // what is pointed to, this many times, makes up an element of an array
+  int32_t least = 1;                // of a length
+  bool points_to_constant = false;  // as declared
   bool nullable = false, is_unsigned = false, is_unchecked = false;
   bool counted = false;                 // of an array: it has `k` elements
   bool strided = false, spans = false;  // of a source: its elements stand `srcStride` bytes apart
   bool kept = false;                    // of a destination: elements of null rows stay as they were
   bool text = false;  // of an array: the bytes of a column of texts, or room for the longest of them
-  int scan = 0;       // of an array: words behind it (1) or ahead of it (-1) take part
-  std::string init;   // of a handle: the function that makes it; a handle without has no bytes
+  bool line = false;  // of an array: a delay line
+  bool up = false;    // of a destination: a source sampled up ...
+  bool down = false;  // ... or down
+  bool pairs_in_fours = false;  // of a destination: some elements are written beyond its end
+  bool samples = false;         // of a data type: one of a sample
+  bool made = false;            // of a handle: its Init gives it the contents of a call
+  int scan = 0;                 // of an array: words behind it (1) or ahead of it (-1) take part
+  std::string init;             // of a handle: the function that makes it; a handle without has no bytes
 
   bool is_array() const {
     return role == Role::kSource || role == Role::kDestination || role == Role::kSourceDestination ||
@@ -83,18 +96,23 @@ struct Argument {
   size_t array_element_bytes() const { return packed * element->bytes; }
   bool is_pointer() const {
     return is_array() || role == Role::kResult || role == Role::kTable || role == Role::kHandle ||
-           role == Role::kNewHandle;
+           role == Role::kNewHandle || role == Role::kPhase;
   }
   bool is_constant() const {  // what a pointer points to
+    if (role == Role::kPhase || role == Role::kHandle) return points_to_constant;
     return role == Role::kSource || role == Role::kTable || role == Role::kNulls || role == Role::kOffsets;
   }
-  bool is_read() const { return role == Role::kSource || role == Role::kSourceDestination || kept; }
+  bool is_read() const {
+    return role == Role::kSource || role == Role::kSourceDestination || role == Role::kPhase || kept;
+  }
   bool is_written() const {  // with results
     return is_pointer() && !is_constant() && role != Role::kHandle;
   }
   bool is_input_value() const {
     return role == Role::kConstant || role == Role::kScale || role == Role::kKind || role == Role::kShift ||
-           role == Role::kRoundMode || role == Role::kBound;
+           role == Role::kRoundMode || role == Role::kBound || role == Role::kMaskLength ||
+           role == Role::kFactor || role == Role::kMagnitude || role == Role::kFrequency ||
+           role == Role::kAsymmetry;
   }
 };
 

@@ -25,7 +25,7 @@ bool digest_function(const Function& function, Digest& digest) {
       for (Flavour flavour : {Flavour::kFinite, Flavour::kFewSpecial, Flavour::kManySpecial}) {
         const Operands operands = random_operands(function, length, variant, flavour);
         Call call(function, operands);
-        if (call.invoke() != ZIVK_STS_NO_ERR) return false;
+        if (!call.succeeds()) return false;
         for (size_t i = 0; i < function.arguments.size(); ++i) {
           const Argument& argument = function.arguments[i];
           if (!argument.is_written() || argument.role == Role::kNewHandle) continue;

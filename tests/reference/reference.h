@@ -67,9 +67,9 @@ T input_element(const Function& function, const Operands& operands, size_t argum
                            function.arguments[argument].name);
   }
   T value;
-  const bool is_array = function.arguments[argument].is_array();
+  const bool is_in_memory = function.arguments[argument].is_pointer();
   std::memcpy(&value,
-              is_array ? &operands.arrays[argument][index * sizeof(T)] : operands.slots[argument].bytes,
+              is_in_memory ? &operands.arrays[argument][index * sizeof(T)] : operands.slots[argument].bytes,
               sizeof value);
   return value;
 }
