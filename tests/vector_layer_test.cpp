@@ -264,6 +264,22 @@ TEST(VectorLayer, LanesOfComparisons) {
   });
 }
 
+TEST(VectorLayer, OfFloat64) {
+  expect_unary<double>(
+      "whole part", [](auto a) { return whole_part(a); }, [](double a) { return std::trunc(a); });
+  // Where one of the operands is below the other.
+  expect_binary<double>(
+      "lesser", [](auto a, auto b) { return select((a < b) | (a > b), zivks::lesser(a, b), F64{}); },
+      [](double a, double b) { return a < b   ? a
+                                      : a > b ? b
+                                              : 0; });
+  expect_binary<double>(
+      "greater", [](auto a, auto b) { return select((a < b) | (a > b), zivks::greater(a, b), F64{}); },
+      [](double a, double b) { return a < b   ? b
+                                      : a > b ? a
+                                              : 0; });
+}
+
 TEST(VectorLayer, BitsOfFloats) {
   for_types<float, double>([](auto type) {
     using T = decltype(type);

@@ -107,6 +107,7 @@ ZIVKS_INLINE I32 half_difference_down(I32 a, I32 b) { return I32(vhsubq_s32(a, b
 
 ZIVKS_INLINE F32 absolute(F32 a) { return F32(vabsq_f32(a)); }
 ZIVKS_INLINE F64 absolute(F64 a) { return F64(vabsq_f64(a)); }
+ZIVKS_INLINE F64 whole_part(F64 a) { return F64(vrndq_f64(a)); }
 
 // --- 64-bit integers -----------------------------------------------------------------------
 
@@ -154,6 +155,8 @@ ZIVKS_INLINE U32 maximum(U32 a, U32 b) { return U32(vmaxq_u32(a, b)); }
 ZIVKS_INLINE I32 maximum(I32 a, I32 b) { return I32(vmaxq_s32(a, b)); }
 ZIVKS_INLINE F32 maximum(F32 a, F32 b) { return F32(vmaxq_f32(a, b)); }
 ZIVKS_INLINE F64 maximum(F64 a, F64 b) { return F64(vmaxq_f64(a, b)); }
+ZIVKS_INLINE F64 lesser(F64 a, F64 b) { return minimum(a, b); }
+ZIVKS_INLINE F64 greater(F64 a, F64 b) { return maximum(a, b); }
 
 ZIVKS_INLINE I64 minimum(I64 a, I64 b) { return vbslq_s64(vcgtq_s64(a, b), b, a); }
 ZIVKS_INLINE I64 maximum(I64 a, I64 b) { return vbslq_s64(vcgtq_s64(a, b), a, b); }

@@ -493,6 +493,8 @@ ZIVKS_INLINE F64 round_whole(F64 a) {
   return F64(_mm256_round_pd(__m256d(a), direction | _MM_FROUND_NO_EXC));
 }
 
+ZIVKS_INLINE F64 whole_part(F64 a) { return round_whole<_MM_FROUND_TO_ZERO>(a); }
+
 ZIVKS_INLINE bool rounds_to_nearest() { return (_mm_getcsr() & _MM_ROUND_MASK) == _MM_ROUND_NEAREST; }
 
 // A value whose whole part is `a` rounded. For ties away from zero that is twice the value less its whole
