@@ -35,6 +35,8 @@ References comparison_references();
 References comparison_sort_references();
 References zero_crossing_references();
 References radix_sort_references();
+References triangle_wave_references();
+References uniform_noise_references();
 
 // An element of three bytes.
 struct PackedSample {
