@@ -52,6 +52,10 @@ inline constexpr Requirement kDecimals    = {"decimals",     1.2, 1.6,  45, 1.0,
 inline constexpr Requirement kNullDecimals = {"half null, decimals", 0.95, 1.6, 45, 1.4, 600};
 inline constexpr Requirement kTextHash    = {"text hash",    1.1, 0,     0, 1.25,   0};  // beside the inlined libxxhash
 inline constexpr Requirement kTextAggregate = {"text aggregate", 2.0, 0, 0, 0.7,    0};  // beside memcmp
+// Noise is draws of the C library, one call for each element. In serial waves each sample waits for the one before.
+inline constexpr Requirement kNoise       = {"noise",        0.9, 0,   130, 1.05, 1400};
+inline constexpr Requirement kWave        = {"wave",         2.4, 0.6,  50, 0.45, 540};
+inline constexpr Requirement kSerialWave  = {"serial wave",  2.2, 0.6,  35, 0.5,  520};
 inline constexpr Requirement kPeer        = {"peer",         1.0, 1.1,   0, 0,      0};
 // clang-format on
 

@@ -225,12 +225,13 @@ std::vector<Row> statistics_rows();
 std::vector<Row> columnar_rows();
 std::vector<Row> sort_rows();
 std::vector<Row> sort_radix_rows();
+std::vector<Row> filter_rows();
 
 // The rows that set the library against plain loops: all, or those that the selection is found in.
 inline std::vector<Row> rows(const std::regex& selection = std::regex("")) {
   std::vector<Row> selected;
   for (auto* of_subsystem : {movement_rows, logic_rows, arithmetic_rows, conversion_rows, statistics_rows,
-                             sort_rows, sort_radix_rows, columnar_rows}) {
+                             sort_rows, sort_radix_rows, columnar_rows, filter_rows}) {
     for (const Row& row : of_subsystem()) {
       if (row.fits(selection)) selected.push_back(row);
     }
