@@ -56,6 +56,8 @@
 //   deinterleave, interleave              even and odd elements of two registers, and back
 //   load_deinterleaved, store_interleaved
 //                                         even and odd elements of two registers' length of memory
+//   load_every<n>                         every second, third or fourth element of so many registers' length of
+//                                         memory, from the first on; it reads nothing else
 //   load_next_deinterleaved, store_next_interleaved
 //                                         the same, and the pointer moves on behind them
 //   duplicate_even, duplicate_odd         floats: of each pair of lanes the even one, or the odd one, twice
@@ -74,6 +76,7 @@
 //                                         fewer, from words of which they are the bytes
 //   narrow_triples_to_words               and back
 //   shuffle_bytes(bytes, index)           in each 16 bytes: byte index[i] of the same 16, 0 from index 128 up
+//   load_repeated                         16 bytes of memory, in each 16 bytes of the register
 //   load_bottom_half, load_halves, store_halves, repeat_bottom_half
 //                                         half a register, from, to and between memory
 //   kept_in_register                      the value, of which the compiler no longer knows where it came from

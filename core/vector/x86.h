@@ -719,6 +719,10 @@ ZIVKS_INLINE U64 swap_bytes(U64 a) {
 
 // --- Half a register in memory ---------------------------------------------------------
 
+ZIVKS_INLINE U8 load_repeated(const void* from) {
+  return U8(_mm256_broadcastsi128_si256(_mm_loadu_si128(static_cast<const __m128i_u*>(from))));
+}
+
 ZIVKS_INLINE U64 load_bottom_half(const void* from) {
   return U64(_mm256_castsi128_si256(_mm_loadu_si128(static_cast<const __m128i_u*>(from))));
 }
@@ -730,6 +734,67 @@ ZIVKS_INLINE U64 repeat_bottom_half(U64 a) { return U64(_mm256_permute4x64_epi64
 ZIVKS_INLINE void store_halves(void* low, void* high, U64 value) {
   _mm_storeu_si128(static_cast<__m128i_u*>(low), _mm256_castsi256_si128(Int256(value)));
   _mm_storeu_si128(static_cast<__m128i_u*>(high), _mm256_extracti128_si256(Int256(value), 1));
+}
+
+// --- Every n-th element of memory ----------------------------------------------------------
+
+// The wanted elements of `n` blocks of memory stand in different lanes if each block is loaded in the right place: at
+// the end of the one before if n is odd, and one element earlier each time if it is even. Then the blocks
+// blend into one, and one permutation sets its lanes in order. With n = 2 and eight lanes:
+//
+//   elements 0 to 7       0   1   2   3   4   5   6   7
+//   elements 7 to 14      7   8   9  10  11  12  13  14
+//   blended               0   8   2  10   4  12   6  14
+//
+// A block is a register, but half of one for 16-bit elements, which no permutation takes from one half to the other.
+template <size_t n, size_t lanes>
+struct EveryNth {
+  static constexpr size_t first(size_t block) { return block * (lanes - (n % 2 == 0)); }
+  static constexpr size_t lane(size_t k) { return k * n - first(k * n / lanes); }
+
+  // One bit for each of `bits_per_lane` that make up the lanes which `block` gives.
+  static constexpr int selection(size_t block, size_t bits_per_lane) {
+    int bits = 0;
+    for (size_t k = 0; k < lanes; ++k) {
+      if (k * n / lanes == block) bits |= ((1 << bits_per_lane) - 1) << (lane(k) * bits_per_lane);
+    }
+    return bits;
+  }
+};
+
+template <size_t n, class T, size_t block = n - 1>
+ZIVKS_INLINE Int256 load_blended(const T* from) {
+  using Nth = EveryNth<n, std::min<size_t>(kRegisterElements<T>, 8)>;
+  const T* const first = from + Nth::first(block);
+  const Int256 loaded = Int256(sizeof(T) == 2 ? load_halves(first, first + 8 * n) : U64(load(first)));
+  if constexpr (block == 0) {
+    return loaded;
+  } else {
+    const Int256 blended = load_blended<n, T, block - 1>(from);
+    constexpr int kSelection = Nth::selection(block, sizeof(T) == 2 ? 1 : sizeof(T) / 4);
+    if constexpr (sizeof(T) == 2) return _mm256_blend_epi16(blended, loaded, kSelection);
+    if constexpr (sizeof(T) != 2) return _mm256_blend_epi32(blended, loaded, kSelection);
+  }
+}
+
+template <size_t n, class T, size_t... B>
+ZIVKS_INLINE Register<T> load_every_over(const T* from, std::index_sequence<B...>) {
+  static_assert(n >= 2 && n <= 4 && sizeof(T) >= 2);
+  constexpr auto lane = EveryNth<n, std::min<size_t>(kRegisterElements<T>, 8)>::lane;
+  const Int256 blended = load_blended<n>(from);
+  if constexpr (sizeof(T) == 2) {
+    return Register<T>(shuffle_bytes(U8(blended), U8{static_cast<uint8_t>(2 * lane(B % 16 / 2) + B % 2)...}));
+  } else if constexpr (sizeof(T) == 4) {
+    return Register<T>(_mm256_permutevar8x32_epi32(
+        blended, _mm256_setr_epi32(lane(0), lane(1), lane(2), lane(3), lane(4), lane(5), lane(6), lane(7))));
+  } else {
+    return Register<T>(
+        _mm256_permute4x64_epi64(blended, lane(0) | lane(1) << 2 | lane(2) << 4 | lane(3) << 6));
+  }
+}
+template <size_t n, class T>
+ZIVKS_INLINE Register<T> load_every(const T* from) {
+  return load_every_over<n>(from, std::make_index_sequence<kRegisterBytes>());
 }
 
 // --- Elements of three bytes -----------------------------------------------------------
