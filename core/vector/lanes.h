@@ -239,7 +239,7 @@ ZIVKS_INLINE Lanes<To, N> round_saturating(Lanes<F, N> a) {
   if constexpr (sizeof(To) == 8) {
     return lift<To>([](auto x) { return round_clamped_for<To, mode>(x); }, a);
   } else if constexpr (sizeof(To) == 4) {
-    return round_to_int32<To, mode>(a);
+    return lift<To>([](auto x) { return Register<To>(x); }, round_to_int32<To, mode>(a));
   } else {
     return narrow_saturating<To>(round_to_int32<To, mode>(a));
   }

@@ -355,6 +355,8 @@ ZIVKS_INLINE I16 join_saturating(RegisterPair<I32> a) {
 
 // --- Rounding to integers --------------------------------------------------------------
 
+ZIVKS_INLINE F32 round_to_half(F32 a) { return F32(vcvt_f32_f16(vcvt_f16_f32(a))); }
+
 // Every mode has a conversion of its own, so that nothing is gained by asking.
 ZIVKS_INLINE bool rounds_to_nearest() { return false; }
 
@@ -405,6 +407,8 @@ ZIVKS_INLINE I32 round_clamped_for(F32 a) {
 }
 template <class To, ZIVKRoundMode mode>
 ZIVKS_INLINE I32 round_clamped_for(F64 a, F64 b) {
+  if constexpr (std::is_same_v<To, uint32_t>)
+    return I32(vqmovun_high_s64(vqmovun_s64(round_signed<mode>(a)), round_signed<mode>(b)));
   return I32(vqmovn_high_s64(vqmovn_s64(round_signed<mode>(a)), round_signed<mode>(b)));
 }
 template <class To, ZIVKRoundMode mode>
@@ -622,6 +626,7 @@ ZIVKS_INLINE U64 load_halves(const void* low, const void* high) {
   return U64{read<uint64_t>(low), read<uint64_t>(high)};
 }
 ZIVKS_INLINE U64 repeat_bottom_half(U64 a) { return broadcast(uint64_t{a[0]}); }
+ZIVKS_INLINE void store_bottom_half(void* to, U64 value) { write(to, value[0]); }
 ZIVKS_INLINE void store_halves(void* low, void* high, U64 value) {
   write(low, value[0]);
   write(high, value[1]);

@@ -43,6 +43,7 @@
 //                                         gives 0. The fourth byte of each may be anything
 //                                         All of these round in `mode` whatever the processor's own mode is,
 //                                         but for kCurrentMode, which is the processor's
+//   round_to_half                         float32 to the nearest float16, ties to even, as float32
 //   rounds_to_nearest()                   whether the processor's own mode is to nearest, ties to even
 //   fused_multiply_add(a, b, c)           a * b + c with one rounding
 //   fused_multiply_alternate(a, b, c)     a * b - c in even lanes, a * b + c in odd ones, with one rounding
@@ -76,6 +77,7 @@
 //                                         fewer, from words of which they are the bytes
 //   narrow_triples_to_words               and back
 //   shuffle_bytes(bytes, index)           in each 16 bytes: byte index[i] of the same 16, 0 from index 128 up
+//   store_bottom_half                     half a register to memory
 //   load_repeated                         16 bytes of memory, in each 16 bytes of the register
 //   load_bottom_half, load_halves, store_halves, repeat_bottom_half
 //                                         half a register, from, to and between memory

@@ -495,6 +495,10 @@ ZIVKS_INLINE F64 round_whole(F64 a) {
 
 ZIVKS_INLINE F64 whole_part(F64 a) { return round_whole<_MM_FROUND_TO_ZERO>(a); }
 
+ZIVKS_INLINE F32 round_to_half(F32 a) {
+  return F32(_mm256_cvtph_ps(_mm256_cvtps_ph(__m256(a), _MM_FROUND_TO_NEAREST_INT)));
+}
+
 ZIVKS_INLINE bool rounds_to_nearest() { return (_mm_getcsr() & _MM_ROUND_MASK) == _MM_ROUND_NEAREST; }
 
 // A value whose whole part is `a` rounded. For ties away from zero that is twice the value less its whole
@@ -580,12 +584,25 @@ ZIVKS_INLINE I32 round_clamped_for(F32 a) {
   }
 }
 
+// There is no conversion to unsigned integers of 32 bits either. Whole numbers below 2^52 stand in the low bits of their
+// sum with 2^52, which rounds by itself in the processor's own mode.
+template <ZIVKRoundMode mode>
+ZIVKS_INLINE F64 round_into_mantissa(F64 a) {
+  if constexpr (mode != kCurrentMode) a = ready_to_truncate<mode>(a);
+  if constexpr (mode == ZIVK_RND_ZERO || mode == ZIVK_RND_AWAY) a = round_whole<_MM_FROUND_TO_ZERO>(a);
+  return a + broadcast(0x1p52);
+}
+
 template <class To, ZIVKRoundMode mode>
 ZIVKS_INLINE I32 round_clamped_for(F64 a, F64 b) {
-  const auto half = [](F64 x) {
-    return convert_rounded<mode>(bounded_for<To>(x, std::numeric_limits<To>::max()));
-  };
-  return I32(_mm256_set_m128i(half(b), half(a)));
+  const auto bounded = [](F64 x) { return bounded_for<To>(x, std::numeric_limits<To>::max()); };
+  if constexpr (std::is_same_v<To, uint32_t>) {
+    const __m256 low = __m256(round_into_mantissa<mode>(bounded(a))),
+                 high = __m256(round_into_mantissa<mode>(bounded(b)));
+    return I32(order_quarters(Int256(_mm256_shuffle_ps(low, high, 0x88))));
+  } else {
+    return I32(_mm256_set_m128i(convert_rounded<mode>(bounded(b)), convert_rounded<mode>(bounded(a))));
+  }
 }
 
 // There is no such instruction at this level. Added to 1.5 * 2^52, a whole number of up to 51 bits stands in
@@ -731,6 +748,9 @@ ZIVKS_INLINE U64 load_halves(const void* low, const void* high) {
                                      _mm_loadu_si128(static_cast<const __m128i_u*>(high)), 1));
 }
 ZIVKS_INLINE U64 repeat_bottom_half(U64 a) { return U64(_mm256_permute4x64_epi64(Int256(a), 0x44)); }
+ZIVKS_INLINE void store_bottom_half(void* to, U64 value) {
+  _mm_storeu_si128(static_cast<__m128i_u*>(to), _mm256_castsi256_si128(Int256(value)));
+}
 ZIVKS_INLINE void store_halves(void* low, void* high, U64 value) {
   _mm_storeu_si128(static_cast<__m128i_u*>(low), _mm256_castsi256_si128(Int256(value)));
   _mm_storeu_si128(static_cast<__m128i_u*>(high), _mm256_extracti128_si256(Int256(value), 1));
