@@ -45,40 +45,54 @@ template <class F>
 struct InFullPrecision {
   using Working = F;
   static constexpr size_t kBlock = 32 / sizeof(F);
+  static constexpr int kDigits = std::numeric_limits<F>::digits;
+  static constexpr F kLargest = std::numeric_limits<F>::max();
   using Block = Lanes<F, kBlock>;
 
-  static Block seed(F offset, F slope) {
+  F offset, slope, step;
+
+  InFullPrecision(F given_offset, F given_slope)
+      : offset(given_offset), slope(given_slope), step(F{kBlock} * slope) {}
+
+  Block seed() const {
     return fused_multiply_add(kPlacesBeforeStart<F, kBlock>.lanes(), broadcast(slope),
                               broadcast_lanes<F, kBlock>(offset));
   }
-  static Block step(F slope) { return broadcast_lanes<F, kBlock>(F{kBlock} * slope); }
   ZIVKS_INLINE static Block sum(Block a, Block b) { return a + b; }
 };
 
 // In float16, by lanes of float32. A sum of two float16 numbers that is rounded to float32 and then to float16 is the
-// sum rounded once, since float32 has more than twice the digits.
+// sum rounded once, since float32 has two more than twice the digits.
 struct InHalfPrecision {
   using Working = float;
   static constexpr size_t kBlock = 16;
+  static constexpr int kDigits = 11;
+  static constexpr float kLargest = 65504;
   using Block = Lanes<float, kBlock>;
 
-  ZIVKS_INLINE static Block round(Block a) {
-    return lift<float>([](auto x) { return round_to_half(x); }, a);
-  }
-  static double narrowed(float value) { return double{round_to_half(broadcast(value))[0]}; }
+  float offset, slope, step;
+
+  InHalfPrecision(float given_offset, float given_slope)
+      : offset(narrowed(given_offset)),
+        slope(narrowed(given_slope)),
+        step(narrowed(float{kBlock} * given_slope)) {}
 
   // The products have more digits than float16, so that two roundings could differ from one. In float64 product and sum
   // are exact: all their bits lie between 2^-24 and 2^21. On the way to float32 they are then rounded to odd, which
   // leaves the next rounding what it would make of the exact sum.
-  static Block seed(float offset, float slope) {
+  Block seed() const {
     const auto exact =
-        kPlacesBeforeStart<double, kBlock>.lanes() * broadcast(narrowed(slope)) + broadcast(narrowed(offset));
+        kPlacesBeforeStart<double, kBlock>.lanes() * broadcast(double{slope}) + broadcast(double{offset});
     return round(convert<float>(lift<double>([](auto x) { return round_to_odd(x); }, exact)));
   }
-  static Block step(float slope) { return round(broadcast_lanes<float, kBlock>(float{kBlock} * slope)); }
   ZIVKS_INLINE static Block sum(Block a, Block b) { return round(a + b); }
 
  private:
+  ZIVKS_INLINE static Block round(Block a) {
+    return lift<float>([](auto x) { return round_to_half(x); }, a);
+  }
+  static float narrowed(float value) { return round_to_half(broadcast(value))[0]; }
+
   // To the 24 digits of float32: truncated, and the last bit is set if anything was lost.
   static F64 round_to_odd(F64 a) {
     const U64 lower = broadcast((uint64_t{1} << (53 - 24)) - 1);
@@ -87,24 +101,49 @@ struct InHalfPrecision {
   }
 };
 
-// --- Steps that are all alike ----------------------------------------------------------------------
+// --- Equal steps -----------------------------------------------------------------------------------
+
+template <class F>
+inline constexpr F kForever = 0x1p62F;
 
 // The bits of the mantissa.
 template <class F>
 inline constexpr auto kMantissa = (UnsignedOf<sizeof(F)>{1} << (std::numeric_limits<F>::digits - 1)) - 1;
 
+// The weight of the lowest bit that is set. For what has no leading one, which is rare, 0 is too small, but safe.
 template <class F>
-inline constexpr F kForever = 0x1p62F;
+F lowest_bit(F value) {
+  using Bits = UnsignedOf<sizeof(F)>;
+  const Bits bits = read<Bits>(&value) & (std::numeric_limits<Bits>::max() >> 1),
+             power_bits = bits & ~kMantissa<F>;
+  const Bits lowest = bits & (~bits + 1) & kMantissa<F>;
+  const F power = read<F>(&power_bits);
+  return lowest == 0 ? power : power * static_cast<F>(lowest) / F{kMantissa<F> + 1};
+}
+
+// How many blocks there are at least whose accumulators are exact: they are multiples of the lowest bit of the
+// arguments, and not larger than all digits from that bit on can express.
+template <class Arithmetic, class F = typename Arithmetic::Working>
+size_t count_exact_steps(const Arithmetic& ramp) {
+  F lowest = Arithmetic::kLargest;
+  for (F value : {ramp.offset, ramp.slope, ramp.step}) {
+    if (value != 0) lowest = std::min(lowest, lowest_bit(value));
+  }
+  const F limit = std::min(lowest * static_cast<F>(uint64_t{1} << Arithmetic::kDigits), Arithmetic::kLargest);
+  const F count =
+      (limit - std::fabs(ramp.offset)) / std::fabs(ramp.step) - 3;  // less what roundings may have added
+  return count > 0 ? static_cast<size_t>(std::min(count, kForever<F>)) : 0;
+}
 
 // How many steps that are as long as the one from `b` to `c` follow that one, for accumulators which went from `a` to
 // `b` to `c`; less one, since a quotient may be rounded up. What is not sure counts as none.
 //
-// Numbers with one sign and exponent have one distance from neighbour to neighbour, their quantum. A sum that is among
-// them, too, is rounded to a multiple of the quantum, to which the accumulator contributes a multiple. So the rounded
-// step does not depend on the accumulator, with one exception: if the step lies halfway between two multiples, the sum
-// goes to the even one. But then `b` is even already, and all further sums are, too.
+// Numbers with one sign and exponent have one distance from neighbour to neighbour, and are multiples of it. A sum that
+// is among them, too, is rounded to such a multiple, and its first operand is one. So by how much it is rounded depends
+// on the second operand alone, with one exception: if that lies halfway between two multiples, the sum goes to the even
+// one. But then `b` is even already, and all further sums are, too.
 //
-// What does not move, for its step is too small or it is infinite or a NaN, stays forever.
+// What does not move, because its step is too small or it is infinite or a NaN, stays forever.
 template <class R>
 ZIVKS_INLINE R count_equal_steps(R a, R b, R c) {
   using F = ElementOf<R>;
@@ -129,6 +168,33 @@ ZIVKS_INLINE size_t count_equal_steps(Lanes<F, N> a, Lanes<F, N> b, Lanes<F, N> 
 
 // --- Blocks ----------------------------------------------------------------------------------------
 
+// How elements are made of the lanes of blocks.
+struct Unchanged {
+  template <class T, size_t N>
+  ZIVKS_INLINE static Lanes<T, N> elements(Lanes<T, N> a) {
+    return a;
+  }
+};
+struct Clamped {
+  template <class T, class F, size_t N>
+  ZIVKS_INLINE static Lanes<T, N> elements(Lanes<F, N> a) {
+    return round_saturating<T, ZIVK_RND_NEAR>(a);
+  }
+};
+// Where the processor's own mode is to nearest, and all values are within the range of int32.
+struct WithinInt32 {
+  template <class T, class F, size_t N>
+  ZIVKS_INLINE static Lanes<T, N> elements(Lanes<F, N> a) {
+    if constexpr (std::is_same_v<T, uint32_t>) {
+      return round_saturating<T, kCurrentMode>(a);
+    } else if constexpr (sizeof(T) == sizeof(int32_t)) {
+      return round_unclamped<kCurrentMode>(a);
+    } else {
+      return narrow_saturating<T>(round_unclamped<kCurrentMode>(a));
+    }
+  }
+};
+
 template <size_t count>
 inline constexpr auto kNumbersTo = std::make_index_sequence<count>();
 
@@ -152,112 +218,206 @@ ZIVKS_INLINE Lanes<F, N> add_to_each_block(Lanes<F, N> blocks, Lanes<F, B> adden
   return {{(blocks.part[I] + addend.part[I % Lanes<F, B>::kParts])...}};
 }
 
-template <class Arithmetic, class T, ZIVKRoundMode mode>
+// Of two blocks that follow on one another, the one that begins with element `first` of the first.
+template <class F, size_t B>
+ZIVKS_INLINE Lanes<F, B> block_between(Lanes<F, B> first_block, Lanes<F, B> second_block, size_t first) {
+  F elements[2 * B];
+  const Array<F> array = {elements};
+  array.template store<B>(0, first_block);
+  array.template store<B>(B, second_block);
+  return array.template load<B>(first);
+}
+
+// Writes the blocks behind a first one that is only thought.
+template <class Arithmetic, class Conversion, class T>
 class Filler {
  public:
   using Block = typename Arithmetic::Block;
+  using F = typename Arithmetic::Working;
 
-  Filler(Block seed, Block step, T* dst) : latest_{seed, seed, seed}, step_(step), dst_(dst) {}
+  Filler(Block seed, F step, T* dst, bool streams)
+      : before_(seed),
+        last_but_one_(seed),
+        last_(seed),
+        step_(broadcast_lanes<F, B>(step)),
+        dst_(dst),
+        streams_(streams) {}
 
-  void fill(size_t blocks) {
-    while (blocks > 0) {
-      const size_t single = std::min(blocks, kSingleSteps);
-      take_single_steps(single);
+  ZIVKS_INLINE void fill(size_t blocks, const Arithmetic& arithmetic) {
+    size_t equal = blocks < kFewBlocks ? 0 : std::min(blocks, count_exact_steps(arithmetic));
+    Block equal_step = step_;
+    for (;;) {
+      if (equal >= kTurn) {
+        take_equal_steps(equal, equal_step);
+        blocks -= equal;
+        if (blocks == 0) return;
+      }
+      const size_t single = blocks < kFewBlocks ? blocks : kSingleSteps;
+      take_rounded_steps(single);
       blocks -= single;
-      if (blocks < kTurn) continue;
-      const size_t equal = count_equal_steps(latest_[0], latest_[1], latest_[2]);
-      const size_t turns = std::min(blocks, equal) / kTurn;
-      if (turns == 0) continue;
-      take_equal_steps(turns);
-      blocks -= turns * kTurn;
+      if (blocks == 0) return;
+      equal = std::min(blocks, count_equal_steps(before_, last_but_one_, last_));
+      const auto clear_nan = [](auto x) { return select(x == x, x, decltype(x){}); };
+      equal_step = lift<F>(clear_nan, last_ - last_but_one_);
     }
   }
 
  private:
-  using F = typename Arithmetic::Working;
   static constexpr size_t B = Arithmetic::kBlock;
 
   // Blocks that fill a register of the destination.
   static constexpr size_t kTogether = std::max<size_t>(1, kRegisterElements<T> / B);
 
-  // Blocks in a turn of the loop over equal steps: as many accumulators as additions take cycles, and as can be under
-  // way at once.
+  // Blocks in a turn of the loop over equal steps, whose additions are all under way at the same time.
   static constexpr size_t kTurn = 8 / Block::kParts;
 
-  // After so many steps it is tried whether those that follow are equal.
-  static constexpr size_t kSingleSteps = 8;
+  // For so few it does not pay to look for equal steps.
+  static constexpr size_t kFewBlocks = 16;
 
-  template <size_t N>
+  // After so many steps it is tried whether those that follow are equal. Two of them lead all lanes from where equal
+  // steps ended to another exponent, and three are tried.
+  static constexpr size_t kSingleSteps = 6;
+
+  template <bool streams = false, size_t N>
   ZIVKS_INLINE void store_next(Lanes<F, N> blocks) {
-    if constexpr (std::is_floating_point_v<T>) {
-      as_operand(dst_).template store<N>(0, blocks);
-    } else {
-      as_operand(dst_).template store<N>(0, round_saturating<T, mode>(blocks));
-    }
+    const auto elements = Conversion::template elements<T>(blocks);
+    if constexpr (streams) as_operand(dst_).template stream<N>(0, elements);
+    if constexpr (!streams) as_operand(dst_).template store<N>(0, elements);
     dst_ += N;
   }
 
-  ZIVKS_INLINE Block next(Block a) {
-    latest_[0] = latest_[1];
-    latest_[1] = a;
-    return Arithmetic::sum(a, step_);
-  }
-
-  ZIVKS_INLINE void take_single_steps(size_t count) {
+  template <class Next>
+  ZIVKS_INLINE void take_steps(size_t count, Next next) {
     for (; count >= kTogether; count -= kTogether) {
-      store_next(next_blocks(
-          latest_[2], [this](Block a) ZIVKS_INLINE_LAMBDA { return next(a); }, kNumbersTo<kTogether>));
+      store_next(next_blocks(last_, next, kNumbersTo<kTogether>));
     }
     if constexpr (kTogether == 2) {
       if (count == 0) return;
-      latest_[2] = next(latest_[2]);
-      const Block twice[] = {latest_[2], latest_[2]};
-      const auto elements = round_saturating<T, mode>(join(twice, kNumbersTo<2 * Block::kParts>));
+      last_ = next(last_);
+      const Block twice[] = {last_, last_};
+      const auto elements = Conversion::template elements<T>(join(twice, kNumbersTo<2 * Block::kParts>));
       store_bottom_half(dst_, U64(elements.part[0]));
+      dst_ += B;
     }
   }
 
-  ZIVKS_INLINE void take_equal_steps(size_t turns) {
-    const auto clear_nan = [](auto x) { return select(x == x, x, decltype(x){}); };
-    const Block step = lift<F>(clear_nan, latest_[2] - latest_[1]);
-    const Block step_of_turn = step * broadcast(F{kTurn});
-    Block last = latest_[2];
-    auto blocks = next_blocks(
-        last, [step](Block a) ZIVKS_INLINE_LAMBDA { return a + step; }, kNumbersTo<kTurn>);
+  ZIVKS_INLINE void take_rounded_steps(size_t count) {
+    take_steps(count, [this](Block last) ZIVKS_INLINE_LAMBDA {
+      before_ = last_but_one_;
+      last_but_one_ = last;
+      return Arithmetic::sum(last, step_);
+    });
+  }
+
+  ZIVKS_INLINE void take_equal_steps(size_t count, Block step) {
+    const auto next = [step](Block a) ZIVKS_INLINE_LAMBDA { return a + step; };
+    if (count > kTurn) {
+      if (kTogether > 1 && kAligns && bytes_unaligned(dst_) == B * sizeof(T)) {
+        take_steps(1, next);
+        --count;
+      }
+      const size_t turns = (count - 1) / kTurn;
+      take_turns(turns, step);
+      count -= turns * kTurn;
+    }
+    take_steps(count, next);
+  }
+
+  // The loop stores whole registers where they are aligned, if that is at an element: it begins within the next block.
+  ZIVKS_INLINE void take_turns(size_t turns, Block step) {
+    T* const first = dst_;
+    Block last = last_, step_of_block = step;
+    if constexpr (kAligns && kTogether == 1) {
+      const size_t skipped = bytes_unaligned(dst_) / sizeof(T);
+      if (skipped > 0) {
+        const Block next = last + step;
+        store_next(next);
+        dst_ = first + skipped;
+        last = block_between(last, next, skipped);
+        step_of_block = block_between(step, step, skipped);
+      }
+    }
+    const Block step_of_turn = step_of_block * broadcast(F{kTurn});
+    const auto blocks = next_blocks(
+        last, [step_of_block](Block a) ZIVKS_INLINE_LAMBDA { return a + step_of_block; }, kNumbersTo<kTurn>);
+    if (kHasStreams && streams_ && bytes_unaligned(dst_) == 0) {
+      store_turns<true>(turns, blocks, step_of_turn);
+      order_streams();
+    } else {
+      store_turns<false>(turns, blocks, step_of_turn);
+    }
+    dst_ = first + turns * kTurn * B;
+    last_ = fused_multiply_add(step * broadcast(F{kTurn}), broadcast(static_cast<F>(turns)), last_);
+  }
+
+  template <bool streams, size_t N>
+  ZIVKS_INLINE void store_turns(size_t turns, Lanes<F, N> blocks, Block step_of_turn) {
     for (size_t i = 0; i < turns; ++i) {
-      store_next(blocks);
+      store_next<streams>(blocks);
       blocks = add_to_each_block(blocks, step_of_turn, kNumbersTo<kTurn * Block::kParts>);
     }
-    latest_[2] = fused_multiply_add(step_of_turn, broadcast(static_cast<F>(turns)), latest_[2]);
   }
 
-  Block latest_[3];  // the last one comes last
+  Block before_, last_but_one_, last_;
   Block step_;
   T* dst_;
+  bool streams_;
 };
+
+template <class Conversion, class Arithmetic, class T>
+[[gnu::flatten]] void fill_blocks(const Arithmetic& arithmetic, T* dst, size_t blocks) {
+  Filler<Arithmetic, Conversion, T>(arithmetic.seed(), arithmetic.step, dst,
+                                    streams(blocks * Arithmetic::kBlock * sizeof(T)))
+      .fill(blocks, arithmetic);
+  leave_registers();
+}
+
+// Whether all accumulators are within the range of int32. A rounded step is none or at most twice the step.
+template <class Arithmetic>
+bool is_within_int32(const Arithmetic& arithmetic, size_t blocks) {
+  using F = typename Arithmetic::Working;
+  const F largest = std::fabs(arithmetic.offset) + std::fabs(arithmetic.step) * static_cast<F>(blocks + 1);
+  return 3 * largest < std::min<F>(0x1p31F, Arithmetic::kLargest);
+}
 
 template <class Arithmetic, class T, class F>
 void fill_blocks(T* dst, size_t blocks, F offset, F slope) {
-  const auto seed = Arithmetic::seed(offset, slope), step = Arithmetic::step(slope);
+  const Arithmetic arithmetic(offset, slope);
   if constexpr (std::is_floating_point_v<T>) {
-    Filler<Arithmetic, T, ZIVK_RND_NEAR>(seed, step, dst).fill(blocks);
+    fill_blocks<Unchanged>(arithmetic, dst, blocks);
+  } else if (kRoundsFasterInCurrentMode && rounds_to_nearest() && is_within_int32(arithmetic, blocks)) {
+    fill_blocks<WithinInt32>(arithmetic, dst, blocks);
   } else {
-    with_rounding_mode_of_floats(
-        ZIVK_RND_NEAR, [&](auto mode) { Filler<Arithmetic, T, mode>(seed, step, dst).fill(blocks); });
+    fill_blocks<Clamped>(arithmetic, dst, blocks);
   }
-  leave_registers();
 }
 
 // --- The tail --------------------------------------------------------------------------------------
 
-// From element `begin` on, in the precision of the arguments.
-template <class T, class F>
-void fill_tail(T* dst, size_t begin, size_t len, F offset, F slope) {
+// From element `begin` on, each from the one before, in the precision of the arguments.
+template <class T, class F, class Convert>
+ZIVKS_INLINE void accumulate(T* dst, size_t begin, size_t len, F offset, F slope, Convert convert) {
   F value = std::fma(static_cast<F>(static_cast<int32_t>(begin) - 1), slope, offset);
   for (size_t i = begin; i < len; ++i) {
     value += slope;
-    if constexpr (std::is_floating_point_v<T>) dst[i] = value;
-    if constexpr (!std::is_floating_point_v<T>) dst[i] = round_nearest_in_tail<T>(double{value});
+    dst[i - begin] = convert(value);
+  }
+}
+
+// Rounding of float64 in the tail differs from that in blocks. That of float32 does not.
+template <class Arithmetic, class T, class F>
+void fill_tail(T* dst, size_t begin, size_t len, F offset, F slope) {
+  if constexpr (std::is_same_v<T, F>) {
+    accumulate(dst + begin, begin, len, offset, slope, unchanged);
+  } else if constexpr (std::is_same_v<F, double>) {
+    accumulate(dst + begin, begin, len, offset, slope, round_nearest_in_tail<T>);
+  } else if (begin < len) {
+    constexpr size_t kMost = kRegisterElements<T>;
+    static_assert(kMost >= Arithmetic::kBlock);
+    F values[kMost];
+    accumulate(values, begin, len, offset, slope, unchanged);
+    const auto round = [](auto a) { return round_saturating<T, ZIVK_RND_NEAR>(a); };
+    map_short<kMost>(as_operand(dst + begin), len - begin, round, as_operand(values));
   }
 }
 
@@ -267,7 +427,7 @@ ZIVKStatus fill_ramp(T* dst, int32_t len, F offset, F slope) {
   const auto count = static_cast<size_t>(len);
   const size_t blocks = count / Arithmetic::kBlock, tail = blocks * Arithmetic::kBlock;
   if (blocks > 0) fill_blocks<Arithmetic>(dst, blocks, offset, slope);
-  fill_tail(dst, tail, count, offset, slope);
+  fill_tail<Arithmetic>(dst, tail, count, offset, slope);
   return ZIVK_STS_NO_ERR;
 }
 
@@ -299,6 +459,6 @@ ZIVKStatus ZIVKS_VectorSlope_64f(double* dst, int32_t len, double offset, double
   const auto count = static_cast<size_t>(len);
   const size_t tail = count / 2 * 2, blocks = (tail + Arithmetic::kBlock - 1) / Arithmetic::kBlock;
   if (blocks > 0) fill_blocks<Arithmetic>(dst, blocks, offset, slope);
-  fill_tail(dst, tail, count, offset, slope);
+  fill_tail<Arithmetic>(dst, tail, count, offset, slope);
   return ZIVK_STS_NO_ERR;
 }

@@ -233,6 +233,20 @@ template <class To, ZIVKRoundMode mode, size_t N>
 ZIVKS_INLINE Lanes<int32_t, N> round_to_int32(Lanes<double, N> a) {
   return round_pairs_over<To, mode>(std::make_index_sequence<Lanes<int32_t, N>::kParts>(), a);
 }
+template <ZIVKRoundMode mode, size_t N, size_t... I>
+ZIVKS_INLINE Lanes<int32_t, N> round_pairs_unclamped_over(std::index_sequence<I...>, Lanes<double, N> a) {
+  return {{round_unclamped<mode>(a.part[2 * I], a.part[2 * I + 1])...}};
+}
+// To int32 what is within its range.
+template <ZIVKRoundMode mode, size_t N>
+ZIVKS_INLINE Lanes<int32_t, N> round_unclamped(Lanes<float, N> a) {
+  return lift<int32_t>([](auto x) { return round_unclamped<mode>(x); }, a);
+}
+template <ZIVKRoundMode mode, size_t N>
+ZIVKS_INLINE Lanes<int32_t, N> round_unclamped(Lanes<double, N> a) {
+  return round_pairs_unclamped_over<mode>(std::make_index_sequence<Lanes<int32_t, N>::kParts>(), a);
+}
+
 // To an integer type no wider than the floats, rounded in `mode` and clamped at its bounds; NaN gives 0.
 template <class To, ZIVKRoundMode mode, class F, size_t N>
 ZIVKS_INLINE Lanes<To, N> round_saturating(Lanes<F, N> a) {
