@@ -181,8 +181,8 @@ struct Clamped {
     return round_saturating<T, ZIVK_RND_NEAR>(a);
   }
 };
-// Where the processor's own mode is to nearest, and all values are within the range of int32.
-struct WithinInt32 {
+// Where the processor's own mode is to nearest, and to other types than uint32 all values are within the range of int32.
+struct Directly {
   template <class T, class F, size_t N>
   ZIVKS_INLINE static Lanes<T, N> elements(Lanes<F, N> a) {
     if constexpr (std::is_same_v<T, uint32_t>) {
@@ -385,9 +385,11 @@ void fill_blocks(T* dst, size_t blocks, F offset, F slope) {
   const Arithmetic arithmetic(offset, slope);
   if constexpr (std::is_floating_point_v<T>) {
     fill_blocks<Unchanged>(arithmetic, dst, blocks);
-  } else if (kRoundsFasterInCurrentMode && rounds_to_nearest() && is_within_int32(arithmetic, blocks)) {
-    fill_blocks<WithinInt32>(arithmetic, dst, blocks);
   } else {
+    if constexpr (kRoundsFasterInCurrentMode) {
+      if (rounds_to_nearest() && (std::is_same_v<T, uint32_t> || is_within_int32(arithmetic, blocks)))
+        return fill_blocks<Directly>(arithmetic, dst, blocks);
+    }
     fill_blocks<Clamped>(arithmetic, dst, blocks);
   }
 }

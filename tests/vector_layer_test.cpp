@@ -426,7 +426,7 @@ void expect_rounding_of_small() {
 template <ZIVKRoundMode mode>
 void expect_rounding_to_all_types() {
   expect_rounding<float, mode, uint8_t, int8_t, uint16_t, int16_t, int32_t>();
-  expect_rounding<double, mode, uint8_t, int8_t, uint16_t, int16_t, int32_t, int64_t>();
+  expect_rounding<double, mode, uint8_t, int8_t, uint16_t, int16_t, uint32_t, int32_t, int64_t>();
   expect_rounding_below_limit<int32_t, mode>();
   expect_rounding_below_limit<uint32_t, mode>();
   expect_rounding_of_small<mode>();
@@ -442,6 +442,21 @@ TEST(VectorLayer, RoundingToIntegersIgnoresTheCurrentMode) {
     expect_rounding_to_triples<int32_t>();
   }
   std::fesetround(FE_TONEAREST);
+}
+
+TEST(VectorLayer, RoundingToHalfPrecision) {
+  std::vector<float> values = zivks_test::values_around_ties<float>();
+  for (int exponent = -27; exponent <= 16; ++exponent) {
+    for (int steps : {1024, 1025, 1026, 1027, 2046, 2047}) {  // to a tie, and around it
+      const float tie = std::ldexp(static_cast<float>(2 * steps + 1), exponent - 11);
+      for (float value : {tie, std::nextafter(tie, 0.0F), std::nextafter(tie, 1e9F)})
+        values.insert(values.end(), {value, -value});
+    }
+  }
+  expect_unary<float>(
+      "half", [](auto a) { return round_to_half(a); },
+      [](float a) { return static_cast<float>(zivks_test::rounded_to_format(double{a}, 11, -24, 65520)); },
+      values);
 }
 
 TEST(VectorLayer, FusedMultiplyAdd) {
@@ -541,6 +556,23 @@ TEST(VectorLayer, OrderOfElements) {
       });
 }
 
+template <class T, size_t n>
+void expect_every_nth() {
+  T elements[n * kRegisterElements<T>];
+  for (size_t i = 0; i < n * kRegisterElements<T>; ++i) elements[i] = T(i + 1);
+  const auto picked = load_every<n>(elements);
+  for (size_t i = 0; i < kRegisterElements<T>; ++i) ASSERT_EQ(picked[i], elements[i * n]) << n;
+}
+
+TEST(VectorLayer, EveryNthElement) {
+  for_types<uint16_t, int16_t, uint32_t, int32_t, uint64_t, int64_t, float, double>([](auto type) {
+    using T = decltype(type);
+    expect_every_nth<T, 2>();
+    expect_every_nth<T, 3>();
+    expect_every_nth<T, 4>();
+  });
+}
+
 template <size_t element, size_t bytes>
 void expect_reversal() {
   const U8 before = register_of(telling_values<uint8_t>(), 0), after = reverse_bottom<element, bytes>(before);
@@ -630,6 +662,12 @@ void expect_pieces() {
 }
 
 TEST(VectorLayer, PiecesOfRegisters) {
+  uint8_t memory[kRegisterBytes + 1], half[kRegisterBytes / 2 + 1] = {};
+  for (size_t i = 0; i < sizeof memory; ++i) memory[i] = uint8_t(i + 1);
+  const U8 repeated = load_repeated(memory + 1);
+  for (size_t i = 0; i < kRegisterBytes; ++i) ASSERT_EQ(repeated[i], memory[1 + i % 16]);
+  store_bottom_half(half, U64(load(memory + 1)));
+  for (size_t i = 0; i < sizeof half; ++i) ASSERT_EQ(half[i], i + 1 < sizeof half ? memory[i + 1] : 0);
   expect_pieces<1>();
   expect_pieces<2>();
   expect_pieces<4>();

@@ -20,21 +20,9 @@ F rounded(S value) {
   return nearest_float<F>(int64_t{value});
 }
 
-// The nearest float32, ties to even. Every step is exact but the choice between two neighbours.
 float narrowed(double value) {
-  if (std::isnan(value)) return std::numeric_limits<float>::quiet_NaN();
-  const double magnitude = std::fabs(value);
-  float result = std::numeric_limits<float>::infinity();
-  if (magnitude < 0x1.ffffffp+127) {  // halfway from the largest float32 to the next power of two
-    int exponent;
-    std::frexp(magnitude, &exponent);
-    const double quantum = std::ldexp(1.0, exponent - 24 < -149 ? -149 : exponent - 24);
-    double steps = std::floor(magnitude / quantum);
-    const double rest = magnitude / quantum - steps;
-    if (rest > 0.5 || (rest == 0.5 && std::fmod(steps, 2) == 1)) ++steps;
-    result = static_cast<float>(steps * quantum);
-  }
-  return std::signbit(value) ? -result : result;
+  // Halfway from the largest float32 to the next power of two.
+  return static_cast<float>(rounded_to_format(value, 24, -149, 0x1.ffffffp+127));
 }
 
 template <class F>

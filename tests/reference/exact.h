@@ -71,6 +71,24 @@ inline Exact rounded_to_integer(double value, Rounding rounding) {
   return scaled_by_power_of_two(static_cast<int64_t>(std::ldexp(fraction, 53)), exponent - 53, rounding);
 }
 
+// The nearest number of a format of so many digits, ties to even. The smallest one is 2^least_exponent, and from
+// `infinite_from` on it has infinities. Every step is exact but the choice between two neighbours.
+inline double rounded_to_format(double value, int digits, int least_exponent, double infinite_from) {
+  if (std::isnan(value)) return std::numeric_limits<double>::quiet_NaN();
+  const double magnitude = std::fabs(value);
+  double result = std::numeric_limits<double>::infinity();
+  if (magnitude < infinite_from) {
+    int exponent;
+    std::frexp(magnitude, &exponent);
+    const double quantum = std::ldexp(1.0, std::max(exponent - digits, least_exponent));
+    double steps = std::floor(magnitude / quantum);
+    const double rest = magnitude / quantum - steps;
+    if (rest > 0.5 || (rest == 0.5 && std::fmod(steps, 2) == 1)) ++steps;
+    result = steps * quantum;
+  }
+  return std::signbit(value) ? -result : result;
+}
+
 }  // namespace zivks_test
 
 #endif
