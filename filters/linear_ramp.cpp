@@ -274,6 +274,9 @@ class Filler {
   // For so few it does not pay to look for equal steps.
   static constexpr size_t kFewBlocks = 16;
 
+  // For so few turns it does not pay to align their stores.
+  static constexpr size_t kFewTurns = 6;
+
   // After so many steps it is tried whether those that follow are equal. Two of them lead all lanes from where equal
   // steps ended to another exponent, and three are tried.
   static constexpr size_t kSingleSteps = 6;
@@ -329,7 +332,7 @@ class Filler {
     Block last = last_, step_of_block = step;
     if constexpr (kAligns && kTogether == 1) {
       const size_t skipped = bytes_unaligned(dst_) / sizeof(T);
-      if (skipped > 0) {
+      if (skipped > 0 && turns >= kFewTurns) {
         const Block next = last + step;
         store_next(next);
         dst_ = first + skipped;

@@ -115,6 +115,7 @@ class SpreadRegister {
 template <bool streams, class Step>
 ZIVKS_INLINE void spread_steps(const Step& given_step, const uint8_t* src, uint8_t* dst, size_t steps) {
   const Step step = given_step;  // of which the compiler knows that no store changes it
+#pragma GCC unroll 2
   for (size_t i = 0; i < steps; ++i) {
     step.template operator()<streams>(src, dst);
     src += kRegisterBytes;
@@ -127,6 +128,7 @@ ZIVKS_INLINE void spread_steps(const Step& given_step, const uint8_t* src, uint8
 template <size_t element, size_t factor>
 [[gnu::flatten]] void spread(const uint8_t* src, size_t len, uint8_t* dst, size_t phase) {
   using Step = SpreadRegister<element, factor>;
+  static_assert(Step::is_possible());
   if (len < Step::kSamples) return spread_over_zeros<element>(factor, src, len, dst, phase);
   const size_t bytes = len * factor * element;
   const Step step_of_groups(phase);
@@ -156,6 +158,7 @@ void spread_to_groups(size_t factor, const uint8_t* src, size_t len, uint8_t* ds
     if (factor == 3) return spread<element, 3>(src, len, dst, phase);
   }
   if (factor == 4) return spread<element, 4>(src, len, dst, phase);
+  if (factor == 8) return spread<element, 8>(src, len, dst, phase);
   spread_over_zeros<element>(factor, src, len, dst, phase);
 }
 

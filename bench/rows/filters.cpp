@@ -1,6 +1,7 @@
 #include <stdlib.h>
 
 #include <cmath>
+#include <cstring>
 
 #include "bench/row.h"
 
@@ -105,11 +106,125 @@ std::vector<Row> triangle_wave_rows() {
   };
 }
 
+// --- Sampling --------------------------------------------------------------------------
+
+struct SpreadOverZeros {
+  template <class T>
+  PLAIN_LOOP void operator()(const T* src, int32_t len, T* dst, int32_t* dstLen, int32_t factor,
+                             const int32_t* phase) const {
+    *dstLen = len * factor;
+    std::memset(static_cast<void*>(dst), 0, static_cast<std::size_t>(*dstLen) * sizeof(T));
+    for (int32_t i = 0; i < len; ++i) dst[*phase + i * factor] = src[i];
+  }
+};
+
+struct KeepOneOfEach {
+  template <class T>
+  PLAIN_LOOP void operator()(const T* src, int32_t len, T* dst, int32_t* dstLen, int32_t factor,
+                             int32_t* phase) const {
+    int32_t count = 0, i = *phase;
+    for (; i < len; i += factor) dst[count++] = src[i];
+    *dstLen = count;
+    *phase = i - len;
+  }
+};
+
+// Each call begins at the first position.
+struct FirstPosition : NoOperand {
+  template <class Parameter>
+  static Parameter get(const Arrays& arrays, int32_t) {
+    auto* const phase = static_cast<int32_t*>(arrays.result(1));
+    *phase = 0;
+    return phase;
+  }
+};
+
+template <int factor>
+struct OneOfEach : Operand<2, 1> {
+  template <class Parameter>
+  static constexpr int kBytesMoved = sizeof(Element<Parameter>) / factor;
+};
+
+#define SAMPLE_UP(function, factor)                                                                     \
+  ROW(function, kSampleUp, SpreadOverZeros, kSrc, kLen, Operand<2, factor>(), kResult, kNumber<factor>, \
+      FirstPosition())                                                                                  \
+      .with("by " #factor)
+#define SAMPLE_DOWN(function, requirement, factor)                                                     \
+  ROW(function, requirement, KeepOneOfEach, kSrc, kLen, OneOfEach<factor>(), kResult, kNumber<factor>, \
+      FirstPosition())                                                                                 \
+      .with("by " #factor)
+
+std::vector<Row> sampling_rows() {
+  return {
+      SAMPLE_UP(ZIVKS_SampleUp_16s, 1),
+      SAMPLE_UP(ZIVKS_SampleUp_16s, 2),
+      SAMPLE_UP(ZIVKS_SampleUp_16s, 3),
+      SAMPLE_UP(ZIVKS_SampleUp_16s, 4),
+      SAMPLE_UP(ZIVKS_SampleUp_16s, 8),
+      SAMPLE_UP(ZIVKS_SampleUp_32f, 2),
+      SAMPLE_UP(ZIVKS_SampleUp_32f, 3),
+      SAMPLE_UP(ZIVKS_SampleUp_32f, 4),
+      SAMPLE_UP(ZIVKS_SampleUp_32f, 8),
+      SAMPLE_UP(ZIVKS_SampleUp_64f, 2),
+      SAMPLE_UP(ZIVKS_SampleUp_64f, 3),
+      SAMPLE_UP(ZIVKS_SampleUp_64f, 4),
+      SAMPLE_UP(ZIVKS_SampleUp_16sc, 2),
+      SAMPLE_UP(ZIVKS_SampleUp_32fc, 2),
+      SAMPLE_UP(ZIVKS_SampleUp_64fc, 2),
+      SAMPLE_DOWN(ZIVKS_SampleDown_16s, kSampleDown, 1),
+      SAMPLE_DOWN(ZIVKS_SampleDown_16s, kSampleDown, 2),
+      SAMPLE_DOWN(ZIVKS_SampleDown_16s, kSampleDown, 3),
+      SAMPLE_DOWN(ZIVKS_SampleDown_16s, kSampleDown, 4),
+      SAMPLE_DOWN(ZIVKS_SampleDown_16s, kStrided, 8),
+      SAMPLE_DOWN(ZIVKS_SampleDown_32f, kSampleDown, 2),
+      SAMPLE_DOWN(ZIVKS_SampleDown_32f, kSampleDown, 3),
+      SAMPLE_DOWN(ZIVKS_SampleDown_32f, kSampleDown, 4),
+      SAMPLE_DOWN(ZIVKS_SampleDown_32f, kStrided, 8),
+      SAMPLE_DOWN(ZIVKS_SampleDown_64f, kSampleDown, 2),
+      SAMPLE_DOWN(ZIVKS_SampleDown_64f, kSampleDown, 4),
+      SAMPLE_DOWN(ZIVKS_SampleDown_16sc, kSampleDown, 2),
+      SAMPLE_DOWN(ZIVKS_SampleDown_32fc, kSampleDown, 2),
+      SAMPLE_DOWN(ZIVKS_SampleDown_64fc, kStrided, 2),
+      SAMPLE_DOWN(ZIVKS_SampleDown_64fc, kStrided, 4),
+  };
+}
+
+// --- Linear ramps ----------------------------------------------------------------------
+
+struct RampOfIndex {
+  template <class T, class F>
+  PLAIN_LOOP void operator()(T* dst, int32_t len, F offset, F slope) const {
+    for (int32_t i = 0; i < len; ++i) {
+      const F value = offset + slope * static_cast<F>(i);
+      if constexpr (std::is_floating_point_v<T>) dst[i] = value;
+      if constexpr (!std::is_floating_point_v<T>) dst[i] = rounded_and_clamped<T>(value);
+    }
+  }
+};
+
+// Sums are exact with few bits. They are rounded with many, and on the way through zero exponents change often.
+#define RAMP(function, requirement, variant, ...)                  \
+  ROW(function, requirement, RampOfIndex, kDst, kLen, __VA_ARGS__) \
+      .with(variant)                                               \
+      .but("computes each element from its index")
+#define RAMPS(function)                                                             \
+  RAMP(function, kRamp, "few bits", kNumber<10>, kNumber<1, 32>),                   \
+      RAMP(function, kRoundedRamp, "many bits", kNumber<137, 100>, kNumber<1, 73>), \
+      RAMP(function, kRoundedRamp, "many bits, through zero", kNumber<-237, 10>, kNumber<1, 73>)
+
+std::vector<Row> linear_ramp_rows() {
+  return {
+      RAMPS(ZIVKS_VectorSlope_8u),  RAMPS(ZIVKS_VectorSlope_16u), RAMPS(ZIVKS_VectorSlope_16s),
+      RAMPS(ZIVKS_VectorSlope_32u), RAMPS(ZIVKS_VectorSlope_32s), RAMPS(ZIVKS_VectorSlope_32f),
+      RAMPS(ZIVKS_VectorSlope_64f),
+  };
+}
+
 }  // namespace
 
 std::vector<Row> filter_rows() {
   std::vector<Row> rows;
-  for (auto* of_family : {noise_rows, triangle_wave_rows}) {
+  for (auto* of_family : {noise_rows, triangle_wave_rows, sampling_rows, linear_ramp_rows}) {
     for (const Row& row : of_family()) rows.push_back(row);
   }
   return rows;
