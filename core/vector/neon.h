@@ -155,7 +155,9 @@ ZIVKS_INLINE U32 maximum(U32 a, U32 b) { return U32(vmaxq_u32(a, b)); }
 ZIVKS_INLINE I32 maximum(I32 a, I32 b) { return I32(vmaxq_s32(a, b)); }
 ZIVKS_INLINE F32 maximum(F32 a, F32 b) { return F32(vmaxq_f32(a, b)); }
 ZIVKS_INLINE F64 maximum(F64 a, F64 b) { return F64(vmaxq_f64(a, b)); }
+ZIVKS_INLINE F32 lesser(F32 a, F32 b) { return minimum(a, b); }
 ZIVKS_INLINE F64 lesser(F64 a, F64 b) { return minimum(a, b); }
+ZIVKS_INLINE F32 greater(F32 a, F32 b) { return maximum(a, b); }
 ZIVKS_INLINE F64 greater(F64 a, F64 b) { return maximum(a, b); }
 
 ZIVKS_INLINE I64 minimum(I64 a, I64 b) { return vbslq_s64(vcgtq_s64(a, b), b, a); }
@@ -184,9 +186,13 @@ ZIVKS_INLINE int16_t reduce_add(I16 a) { return vaddvq_s16(a); }
 ZIVKS_INLINE int32_t reduce_add(I32 a) { return vaddvq_s32(a); }
 ZIVKS_INLINE int64_t reduce_add(I64 a) { return vaddvq_s64(a); }
 
-ZIVKS_INLINE F32 watch_nan(F32 watch, F32 a, F32 b) { return maximum(watch, maximum(a, b)); }
-ZIVKS_INLINE bool has_nan(F32 a) {
-  const float most = reduce_maximum(a);
+template <class R>
+ZIVKS_INLINE R watch_nan(R watch, R a, R b) {
+  return maximum(watch, maximum(a, b));
+}
+template <class R>
+ZIVKS_INLINE bool has_nan(R a) {
+  const auto most = reduce_maximum(a);
   return most != most;
 }
 

@@ -19,7 +19,7 @@
 //   whole_part                            float64 rounded toward zero, which keeps its sign
 //   minimum, maximum                      floats: a NaN in either operand gives a NaN; -0 is below +0
 //   reduce_minimum, reduce_maximum        the same over all lanes, combined in no stated order
-//   lesser, greater                       float64: of two zeros, or if one is NaN, either operand
+//   lesser, greater                       floats: of two zeros, or if one is NaN, either operand
 //   reduce_add                            sum of all lanes, modulo 2^n
 //   watch_nan(watch, a, b)                a watch, zero at first, becomes NaN in lanes where any is
 //   has_nan                               whether any lane is NaN

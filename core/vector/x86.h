@@ -304,8 +304,14 @@ ZIVKS_INLINE auto reduce_add(R all) {
 ZIVKS_INLINE F32 watch_nan(F32 watch, F32 a, F32 b) {
   return F32(_mm256_or_ps(__m256(watch), _mm256_cmp_ps(__m256(a), __m256(b), _CMP_UNORD_Q)));
 }
+ZIVKS_INLINE F64 watch_nan(F64 watch, F64 a, F64 b) {
+  return F64(_mm256_or_pd(__m256d(watch), _mm256_cmp_pd(__m256d(a), __m256d(b), _CMP_UNORD_Q)));
+}
 ZIVKS_INLINE bool has_nan(F32 a) {
   return _mm256_movemask_ps(_mm256_cmp_ps(__m256(a), __m256(a), _CMP_UNORD_Q)) != 0;
+}
+ZIVKS_INLINE bool has_nan(F64 a) {
+  return _mm256_movemask_pd(_mm256_cmp_pd(__m256d(a), __m256d(a), _CMP_UNORD_Q)) != 0;
 }
 
 template <class R>
