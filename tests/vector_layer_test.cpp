@@ -228,19 +228,23 @@ TEST(VectorLayer, SumOfLanes) {
 }
 
 TEST(VectorLayer, WatchForNan) {
-  const std::vector<float> values = telling_values<float>();
-  for (size_t i = 0; i < values.size(); ++i) {
-    const F32 a = register_of(values, i), b = register_of(values, 3 * i), watch = register_of(values, 7 * i);
-    const F32 result = watch_nan(watch, a, b);
-    bool any = false;
-    for (size_t k = 0; k < kRegisterElements<float>; ++k) any |= result[k] != result[k];
-    for (size_t k = 0; k < kRegisterElements<float>; ++k) {
-      const bool expected = a[k] != a[k] || b[k] != b[k] || watch[k] != watch[k];
-      if (watch[k] != 0 && watch[k] == watch[k]) continue;  // a watch begins at zero
-      ASSERT_EQ(result[k] != result[k], expected);
+  for_types<float, double>([](auto type) {
+    using T = decltype(type);
+    const std::vector<T> values = telling_values<T>();
+    for (size_t i = 0; i < values.size(); ++i) {
+      const Register<T> a = register_of(values, i), b = register_of(values, 3 * i),
+                        watch = register_of(values, 7 * i);
+      const Register<T> result = watch_nan(watch, a, b);
+      bool any = false;
+      for (size_t k = 0; k < kRegisterElements<T>; ++k) any |= result[k] != result[k];
+      for (size_t k = 0; k < kRegisterElements<T>; ++k) {
+        const bool expected = a[k] != a[k] || b[k] != b[k] || watch[k] != watch[k];
+        if (watch[k] != 0 && watch[k] == watch[k]) continue;  // a watch begins at zero
+        ASSERT_EQ(result[k] != result[k], expected);
+      }
+      ASSERT_EQ(has_nan(result), any);
     }
-    ASSERT_EQ(has_nan(result), any);
-  }
+  });
 }
 
 TEST(VectorLayer, LanesOfComparisons) {
@@ -267,17 +271,25 @@ TEST(VectorLayer, LanesOfComparisons) {
 TEST(VectorLayer, OfFloat64) {
   expect_unary<double>(
       "whole part", [](auto a) { return whole_part(a); }, [](double a) { return std::trunc(a); });
-  // Where one of the operands is below the other.
-  expect_binary<double>(
-      "lesser", [](auto a, auto b) { return select((a < b) | (a > b), zivks::lesser(a, b), F64{}); },
-      [](double a, double b) { return a < b   ? a
-                                      : a > b ? b
-                                              : 0; });
-  expect_binary<double>(
-      "greater", [](auto a, auto b) { return select((a < b) | (a > b), zivks::greater(a, b), F64{}); },
-      [](double a, double b) { return a < b   ? b
-                                      : a > b ? a
-                                              : 0; });
+}
+
+// Where one of the operands is below the other.
+TEST(VectorLayer, LesserAndGreater) {
+  for_types<float, double>([](auto type) {
+    using T = decltype(type);
+    expect_binary<T>(
+        "lesser",
+        [](auto a, auto b) { return select((a < b) | (a > b), zivks::lesser(a, b), Register<T>{}); },
+        [](T a, T b) { return a < b   ? a
+                              : a > b ? b
+                                      : T{0}; });
+    expect_binary<T>(
+        "greater",
+        [](auto a, auto b) { return select((a < b) | (a > b), zivks::greater(a, b), Register<T>{}); },
+        [](T a, T b) { return a < b   ? b
+                              : a > b ? a
+                                      : T{0}; });
+  });
 }
 
 TEST(VectorLayer, BitsOfFloats) {

@@ -17,7 +17,7 @@ inline const Reference* find_reference(const Function& function) {
          {columnar_references, copy_references, element_order_references, complex_layout_references,
           logic_references, arithmetic_references, scaled_arithmetic_references,
           multiply_accumulate_references, conversion_references, extremes_references, comparison_references,
-          zero_crossing_references, comparison_sort_references, radix_sort_references,
+          zero_crossing_references, comparison_sort_references, radix_sort_references, median_references,
           triangle_wave_references, uniform_noise_references, sampling_references, linear_ramp_references}) {
       all.merge(family());
     }

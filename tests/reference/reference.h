@@ -27,6 +27,7 @@ References complex_layout_references();
 References element_order_references();
 References linear_ramp_references();
 References logic_references();
+References median_references();
 References arithmetic_references();
 References multiply_accumulate_references();
 References sampling_references();
