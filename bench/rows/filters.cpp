@@ -1,7 +1,10 @@
 #include <stdlib.h>
 
+#include <algorithm>
+#include <array>
 #include <cmath>
 #include <cstring>
+#include <vector>
 
 #include "bench/row.h"
 
@@ -220,11 +223,95 @@ std::vector<Row> linear_ramp_rows() {
   };
 }
 
+// --- Median filters --------------------------------------------------------------------
+
+// The insertion network, in which each sample bubbles up from the lower end.
+struct ByNetwork {
+  template <class T, std::size_t mask>
+  [[gnu::always_inline]] static T median_of(std::array<T, mask>& window) {
+#pragma GCC unroll 16
+    for (std::size_t end = 1; end < mask; ++end) {
+#pragma GCC unroll 16
+      for (std::size_t k = end; k > 0; --k) {
+        const T a = window[k - 1], b = window[k];
+        window[k - 1] = b < a ? b : a;
+        window[k] = b < a ? a : b;
+      }
+    }
+    return window[mask / 2];
+  }
+};
+
+struct ByQsort {
+  template <class T, std::size_t mask>
+  static T median_of(std::array<T, mask>& window) {
+    std::qsort(window.data(), mask, sizeof(T), [](const void* first, const void* second) {
+      const T a = *static_cast<const T*>(first), b = *static_cast<const T*>(second);
+      return (a > b) - (a < b);
+    });
+    return window[mask / 2];
+  }
+};
+
+// A window that begins ahead of the array repeats the first sample.
+template <class Method, std::size_t mask>
+struct EachMedian {
+  template <class T>
+  PLAIN_LOOP void operator()(const T* src, T* dst, int32_t len, int32_t, const T*, T*, void*) const {
+    const auto all = static_cast<std::size_t>(len), head = std::min(all, mask - 1);
+    std::array<T, mask> window;
+    for (std::size_t i = 0; i < head; ++i) {
+      for (std::size_t k = 0; k < mask; ++k) window[k] = src[std::max(i + k + 1, mask) - mask];
+      dst[i] = Method::median_of(window);
+    }
+    for (std::size_t i = head; i < all; ++i) {
+      for (std::size_t k = 0; k < mask; ++k) window[k] = src[i + k + 1 - mask];
+      dst[i] = Method::median_of(window);
+    }
+  }
+  template <class T>
+  void operator()(T* srcDst, int32_t len, int32_t, const T*, T*, void*) const {
+    const std::vector<T> src(srcDst, srcDst + len);
+    (*this)(src.data(), srcDst, len, 0, static_cast<const T*>(nullptr), static_cast<T*>(nullptr), nullptr);
+  }
+};
+
+template <std::size_t mask>
+using NetworkMedian = EachMedian<ByNetwork, mask>;
+template <std::size_t mask>
+using SortedMedian = EachMedian<ByQsort, mask>;
+
+#define MEDIAN(function, requirement, plain, mask)                                              \
+  ROW(function, requirement, plain<mask>, kSrc, kDst, kLen, kNumber<mask>, kNull, kNull, kWork) \
+      .with("mask " #mask)
+#define MEDIANS(function, of_3, of_more, of_21)                                                 \
+  MEDIAN(function, of_3, NetworkMedian, 3), MEDIAN(function, of_more, NetworkMedian, 5),        \
+      MEDIAN(function, of_more, NetworkMedian, 7), MEDIAN(function, of_more, NetworkMedian, 9), \
+      MEDIAN(function, of_21, SortedMedian, 21).at(kCacheResident)
+#define MEDIAN_IN_PLACE(function, mask)                                                             \
+  ROW(function, kOwnMedian, NetworkMedian<mask>, kSrcDst, kLen, kNumber<mask>, kNull, kNull, kWork) \
+      .with("mask " #mask)
+
+std::vector<Row> median_rows() {
+  return {
+      MEDIANS(ZIVKS_FilterMedian_8u, kMedianOf3, kMedian, kLongMedian),
+      MEDIANS(ZIVKS_FilterMedian_16s, kMedianOf3, kMedian, kLongMedian),
+      MEDIANS(ZIVKS_FilterMedian_32s, kMedianOf3, kMedian, kLongMedian),
+      MEDIANS(ZIVKS_FilterMedian_32f, kFloatMedianOf3, kFloatMedian, kLongMedian),
+      MEDIANS(ZIVKS_FilterMedian_64f, kFloatMedianOf3, kFloatMedian, kLongMedian64),
+      MEDIAN_IN_PLACE(ZIVKS_FilterMedian_8u_I, 5),
+      MEDIAN_IN_PLACE(ZIVKS_FilterMedian_16s_I, 5),
+      MEDIAN_IN_PLACE(ZIVKS_FilterMedian_32s_I, 5),
+      MEDIAN_IN_PLACE(ZIVKS_FilterMedian_32f_I, 5),
+      MEDIAN_IN_PLACE(ZIVKS_FilterMedian_64f_I, 5),
+  };
+}
+
 }  // namespace
 
 std::vector<Row> filter_rows() {
   std::vector<Row> rows;
-  for (auto* of_family : {noise_rows, triangle_wave_rows, sampling_rows, linear_ramp_rows}) {
+  for (auto* of_family : {median_rows, noise_rows, triangle_wave_rows, sampling_rows, linear_ramp_rows}) {
     for (const Row& row : of_family()) rows.push_back(row);
   }
   return rows;
