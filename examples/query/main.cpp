@@ -7,8 +7,8 @@
 
 #include "csv_file.h"
 #include "examples/program.h"
+#include "examples/progress.h"
 #include "options.h"
-#include "progress.h"
 #include "query.h"
 #include "table.h"
 #include "table_reader.h"
@@ -60,7 +60,7 @@ void run(const Options& options) {
   std::unique_ptr<Query> query;
   uint64_t rows = 0;
   {
-    Progress progress(file.size());
+    Progress progress(file.size(), "rows");
     for (Batch batch;;) {
       const auto next = [&] {
         const Watch watch(reading);

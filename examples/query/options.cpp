@@ -6,6 +6,8 @@
 #include <string>
 #include <string_view>
 
+#include "examples/arguments.h"
+
 const char kUsage[] =
     "usage: query [OPTION]... [FILE]\n"
     "Answers a question about a table, the CSV file FILE; - reads standard input, and the default is\n"
@@ -40,22 +42,6 @@ const char kUsage[] =
     "value further on does not fit, the file is read again, and standard input is refused.\n";
 
 namespace {
-
-class Arguments {
- public:
-  Arguments(int argc, char** argv) : next_(argv + 1), end_(argv + argc) {}
-
-  bool is_empty() const { return next_ == end_; }
-  std::string take() { return *next_++; }
-  std::string take_value(const std::string& option) {
-    if (is_empty()) throw std::runtime_error("something is missing behind " + option + "; see --help");
-    return take();
-  }
-
- private:
-  char** next_;
-  char** end_;
-};
 
 std::size_t parse_count(const std::string& text) {
   int32_t count = 0;

@@ -5,6 +5,8 @@
 #include <cstdint>
 #include <vector>
 
+#include "examples/array.h"
+
 struct Measures {
   double start;      // seconds from the beginning of the recording
   double seconds;    // duration
@@ -17,14 +19,40 @@ struct Measures {
   double crossings_per_second() const { return crossings / seconds; }
 };
 
+// Of a short stretch of a wave: all that is seen of it when the whole wave is drawn.
+struct Outline {
+  double start;  // seconds
+  float lowest, highest;
+};
+
 struct Channel {
   double offset;                 // mean of all samples
   std::vector<Measures> frames;  // of equal duration; the last one may be shorter
+  std::vector<Outline> outlines;
 };
 
-// Peaks are those of the samples as they are; powers and crossings those of the samples less their offset. A
-// pair of neighbours on both sides of a border between frames counts for the earlier frame.
-Channel measure(const float* samples, int32_t length, int32_t frame_length, int sample_rate);
+// Measures a channel that comes in blocks. Frames and outlines become longer with the channel, so that their number is
+// bounded; blocks of whatever lengths give the same measures. Peaks are those of the samples as they are, powers
+// and crossings those of the samples less their offset. A pair of neighbours on both sides of a border between
+// frames counts for the earlier frame.
+class Meter {
+ public:
+  Meter(double offset, int64_t length, int sample_rate);
+
+  void add(const float* samples, int32_t count);
+  Channel take();
+
+ private:
+  void add_to_frame(const float* samples, int32_t count);
+  void add_to_outline(const float* samples, int32_t count);
+
+  Channel channel_;
+  int sample_rate_;
+  int32_t frame_length_, outline_length_;
+  int64_t position_ = 0;  // samples that have been added
+  double squares_ = 0;    // sum over the present frame
+  Array<float> centred_;  // the sample before, and up to a frame behind it, less the offset
+};
 
 // The measures of frames that follow one another, as if they were one.
 Measures combine(const Measures* first, const Measures* last);

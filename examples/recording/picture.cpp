@@ -11,12 +11,12 @@
 #include <fstream>
 #include <string>
 #include <system_error>
+#include <vector>
 
 namespace {
 
 constexpr std::size_t kDrawnChannels = 8;
-constexpr int kWidth = 1400;               // pixels
-constexpr int32_t kEnvelopePoints = 1200;  // about one a pixel
+constexpr int kWidth = 1400;  // pixels
 constexpr int kWaveHeight = 230;
 constexpr int kMeasureHeight = 230;
 constexpr int kFrame = 80;  // title above and time below all panels
@@ -59,15 +59,10 @@ void finish(std::ofstream& stream, const std::filesystem::path& file) {
   if (!stream) throw std::runtime_error(file.string() + ": cannot be written completely");
 }
 
-// Lowest and highest sample of each short stretch: the outline that the wave has when it is drawn this wide.
-void write_envelope(const Recording& recording, std::size_t channel, const std::filesystem::path& file) {
+void write_outlines(const std::vector<Outline>& outlines, const std::filesystem::path& file) {
   auto stream = create(file);
-  const int32_t stretch = std::max(recording.length / kEnvelopePoints, int32_t{1});
-  const float* const samples = recording.channels[channel].get();
-  for (int32_t start = 0; start < recording.length; start += std::min(stretch, recording.length - start)) {
-    float lowest, highest;
-    check(ZIVKS_MinMax_32f(samples + start, std::min(stretch, recording.length - start), &lowest, &highest));
-    stream << static_cast<double>(start) / recording.sample_rate << '\t' << lowest << '\t' << highest << '\n';
+  for (const Outline& outline : outlines) {
+    stream << outline.start << '\t' << outline.lowest << '\t' << outline.highest << '\n';
   }
   finish(stream, file);
 }
@@ -103,49 +98,58 @@ void prepare_folder(const std::filesystem::path& folder) {
   if (error) throw std::runtime_error(folder.string() + ": " + error.message());
 }
 
-std::filesystem::path draw(const Recording& recording, const std::vector<Channel>& channels,
+std::filesystem::path draw(const SoundInfo& sound, const Report& report,
                            const std::filesystem::path& folder) {
-  const std::string name = std::filesystem::path(recording.name).stem().string();
-  const auto output_file = [&](const std::string& suffix) {
-    std::filesystem::path file = folder / (name + suffix);
-    refuse_to_overwrite(recording, file);
-    return file;
-  };
-  const std::filesystem::path picture = output_file(".png"), script = output_file(".gnuplot");
-  const std::size_t drawn = std::min(channels.size(), kDrawnChannels);
-  const auto data_file = [&](std::size_t channel, const char* kind) {
-    return output_file(".channel" + std::to_string(channel + 1) + "." + kind + ".tsv");
-  };
-  for (std::size_t i = 0; i < drawn; ++i) {
-    write_envelope(recording, i, data_file(i, "wave"));
-    write_measures(channels[i].frames, data_file(i, "measures"));
-  }
+  const std::filesystem::path picture = output_file(sound, folder, ".png"),
+                              script = output_file(sound, folder, ".gnuplot");
+  const std::size_t channels = report.tracks.front().channels.size();
+  const std::size_t drawn = std::min(channels, kDrawnChannels);
+  // What is drawn: the sound after the last stage, and before it if there is one.
+  std::vector<const Track*> tracks;
+  if (report.tracks.size() > 1) tracks.push_back(&report.tracks[report.tracks.size() - 2]);
+  tracks.push_back(&report.tracks.back());
 
-  // All channels have the same axes, so that they can be compared. The axes of silence are not empty.
+  const auto data_file = [&](std::size_t track, std::size_t channel, const std::string& kind) {
+    const std::string stage = tracks.size() == 1 ? "." : track == 0 ? ".before." : ".after.";
+    return output_file(sound, folder, ".channel" + std::to_string(channel + 1) + stage + kind + ".tsv");
+  };
+  // All waves have the same axes, so that they can be compared. The axes of silence are not empty.
   double highest_peak = 0.01, highest_rate = 10;
-  for (std::size_t i = 0; i < drawn; ++i) {
-    for (const Measures& frame : channels[i].frames) {
-      highest_peak = std::max(highest_peak, frame.peak);
-      highest_rate = std::max(highest_rate, frame.crossings_per_second());
+  for (std::size_t t = 0; t < tracks.size(); ++t) {
+    for (std::size_t i = 0; i < drawn; ++i) {
+      const Channel& channel = tracks[t]->channels[i];
+      write_outlines(channel.outlines, data_file(t, i, "wave"));
+      write_measures(channel.frames, data_file(t, i, "measures"));
+      for (const Measures& frame : channel.frames) {
+        highest_peak = std::max(highest_peak, frame.peak);
+        highest_rate = std::max(highest_rate, frame.crossings_per_second());
+      }
     }
   }
 
-  const int height = static_cast<int>(drawn) * kWaveHeight + 2 * kMeasureHeight + kFrame;
-  std::string title = recording.description();
-  if (drawn < channels.size()) title += ", the first " + std::to_string(drawn) + " channels";
-  const auto channel_label = [&](std::size_t i) {
-    if (channels.size() == 1) return std::string();
-    if (channels.size() == 2) return std::string(i == 0 ? " left" : " right");
-    return " " + std::to_string(i + 1);
+  const std::size_t waves = drawn * tracks.size();
+  const int height = static_cast<int>(waves) * kWaveHeight + 2 * kMeasureHeight + kFrame;
+  std::string title = sound.description();
+  if (drawn < channels) title += ", the first " + std::to_string(drawn) + " channels";
+  const auto wave_label = [&](std::size_t track, std::size_t channel) {
+    std::string label = tracks.size() == 1 ? "wave" : track == 0 ? "before" : "after";
+    if (channels == 2) label += channel == 0 ? " left" : " right";
+    if (channels > 2) label += " " + std::to_string(channel + 1);
+    return label;
   };
 
-  // One curve a channel in the same panel, in the colour of the channel's wave.
+  // One curve a channel in the same panel, in the colour of the channel's wave; before the last stage, thin and grey.
   const auto curves = [&](const std::string& columns, const std::string& style, const std::string& label) {
     std::string text;
-    for (std::size_t i = 0; i < drawn; ++i) {
-      text += (i == 0 ? "" : ", ") + quoted(data_file(i, "measures").string()) + " using " + columns +
-              " with " + style + " linetype " + std::to_string(i + 1) + " title " +
-              quoted(i == 0 ? label : "");
+    for (std::size_t t = 0; t < tracks.size(); ++t) {
+      const bool is_before = t + 1 < tracks.size();
+      for (std::size_t i = 0; i < drawn; ++i) {
+        const std::string colour =
+            is_before ? "linecolor '#a0a0a0' linewidth 0.7" : "linetype " + std::to_string(i + 1);
+        const std::string key = label.empty() || i > 0 ? "" : is_before ? label + " before" : label;
+        text += (text.empty() ? "" : ", ") + quoted(data_file(t, i, "measures").string()) + " using " +
+                columns + " with " + style + " " + colour + " title " + quoted(key);
+      }
     }
     return text;
   };
@@ -153,22 +157,24 @@ std::filesystem::path draw(const Recording& recording, const std::vector<Channel
     auto stream = create(script);
     stream << "set terminal pngcairo noenhanced size " << kWidth << ',' << height
            << " background '#ffffff' font 'DejaVu Sans,11'\n"
-           << "set output " << quoted(picture.string()) << kStyle << "set xrange [0:" << recording.seconds()
+           << "set output " << quoted(picture.string()) << kStyle << "set xrange [0:" << sound.seconds()
            << "]\n"
-           << "set multiplot layout " << drawn + 2 << ",1 title " << quoted(title)
+           << "set multiplot layout " << waves + 2 << ",1 title " << quoted(title)
            << " font ',15' offset 0,-0.3\n";
     for (std::size_t i = 0; i < drawn; ++i) {
-      const std::string line = " with lines notitle linetype " + std::to_string(i + 1) + " linewidth 0.5";
-      stream << "set ylabel " << quoted("wave" + channel_label(i)) << "\n"
-             << "set yrange [" << -1.05 * highest_peak << ':' << 1.05 * highest_peak << "]\n"
-             << "plot " << quoted(data_file(i, "wave").string())
-             << " using 1:2:3 with filledcurves notitle linetype " << i + 1 << ", '' using 1:2" << line
-             << ", '' using 1:3" << line << "\n";
+      for (std::size_t t = 0; t < tracks.size(); ++t) {
+        const std::string line = " with lines notitle linetype " + std::to_string(i + 1) + " linewidth 0.5";
+        stream << "set ylabel " << quoted(wave_label(t, i)) << "\n"
+               << "set yrange [" << -1.05 * highest_peak << ':' << 1.05 * highest_peak << "]\n"
+               << "plot " << quoted(data_file(t, i, "wave").string())
+               << " using 1:2:3 with filledcurves notitle linetype " << i + 1 << ", '' using 1:2" << line
+               << ", '' using 1:3" << line << "\n";
+      }
     }
     const std::string level = "1:(audible($2))", peak = "1:(audible($3))";
     stream << "set ylabel 'dBFS'\nset yrange [-80:0]\nset ytics 20\nplot ";
-    // Filled areas of several channels would hide one another.
-    if (drawn == 1) stream << curves(level, "filledcurves y=-80 fillstyle solid 0.2", "") << ", ";
+    // Filled areas of several curves would hide one another.
+    if (waves == 1) stream << curves(level, "filledcurves y=-80 fillstyle solid 0.2", "") << ", ";
     stream << curves(level, "lines", "level") << ", " << curves(peak, "lines dashtype '.'", "peak") << "\n"
            << "set ylabel 'zero crossings/s'\nset yrange [0:" << 1.05 * highest_rate
            << "]\nset ytics autofreq\n"

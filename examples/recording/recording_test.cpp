@@ -51,6 +51,15 @@ class RecordingTest : public ProgramTest {
     EXPECT_EQ(sf_write_int(sound, samples.data(), count), count);
     EXPECT_EQ(sf_close(sound), 0);
   }
+  static std::vector<int> read(const std::string& file) {
+    SF_INFO info = {};
+    SNDFILE* const sound = sf_open(file.c_str(), SFM_READ, &info);
+    EXPECT_NE(sound, nullptr) << file;
+    std::vector<int> samples(static_cast<std::size_t>(info.frames * info.channels));
+    sf_read_int(sound, samples.data(), static_cast<sf_count_t>(samples.size()));
+    sf_close(sound);
+    return samples;
+  }
   // Channel c holds a sine of 500 (c + 1) Hz and 2^-(c + 1) amplitude around an offset of c / 8.
   static void write_sines(const std::string& file, int format, int channels) {
     std::vector<int> samples;
@@ -127,7 +136,7 @@ TEST_F(RecordingTest, CopiesSamplesBitForBit) {
               {SF_FORMAT_WAV | SF_FORMAT_PCM_16, 2, kLength}};
   for (const auto& [format, channels, length] : rows) {
     const unsigned unused_bits = (format & SF_FORMAT_SUBMASK) == SF_FORMAT_PCM_24 ? 8 : 16;
-    std::vector<int> samples(static_cast<std::size_t>(length * channels)), copied(samples.size());
+    std::vector<int> samples(static_cast<std::size_t>(length * channels));
     for (int& sample : samples) sample = static_cast<int>(random() >> unused_bits << unused_bits);
     samples.front() = INT_MIN;
     samples.back() = INT_MAX >> unused_bits << unused_bits;
@@ -136,13 +145,10 @@ TEST_F(RecordingTest, CopiesSamplesBitForBit) {
     ASSERT_EQ(result.exit_status, 0) << result.output;
 
     SF_INFO info = {};
-    SNDFILE* const sound = sf_open("copy.wav", SFM_READ, &info);
+    sf_close(sf_open("copy.wav", SFM_READ, &info));
     EXPECT_EQ(info.format & SF_FORMAT_SUBMASK, SF_FORMAT_PCM_24);
     EXPECT_EQ(info.channels, channels);
-    EXPECT_EQ(info.frames, length);
-    sf_read_int(sound, copied.data(), static_cast<sf_count_t>(copied.size()));
-    sf_close(sound);
-    EXPECT_EQ(copied, samples) << std::hex << format << ", " << channels << " channels";
+    EXPECT_EQ(read("copy.wav"), samples) << std::hex << format << ", " << channels << " channels";
   }
 }
 
@@ -234,11 +240,97 @@ TEST_F(RecordingTest, TellsWhatElseWentWrong) {
   expect_failure("PATH=programs $program sound.wav", "gnuplot failed");
   // The folder is looked at first, before an input that may take long to read.
   expect_failure("$program --output sound.wav/pictures missing.wav", "sound.wav/pictures: ");
+  expect_failure("$program --clean 4 sound.wav", "has no middle");
+  expect_failure("$program --reduce 3 sound.wav", "8000 Hz cannot be reduced by a factor of 3");
+  expect_failure("$program --clicks many sound.wav", "'many' is no number from 0 to 1000");
+  expect_failure("$program --tone 24000", "is no number from 0.01 to 24000");
+  expect_failure("$program --tone 440 sound.wav", "takes no file");
+  expect_failure("$program sound.wav other.wav", "two files are named");
+  expect_failure("$program --loud sound.wav", "no option --loud");
+}
+
+// Sounds that the program wrote, as it was asked to.
+const char* const kSuffixes[] = {"clicks", "cleaned", "reduced"};
+
+TEST_F(RecordingTest, SeamsBetweenBlocksCannotBeSeen) {
+  write_sines("sines.wav", SF_FORMAT_WAV | SF_FORMAT_PCM_24, 2);
+  const struct {
+    std::string sound, stem;
+  } rows[] = {{"sines.wav", "sines"}, {"--tone 440.5 --seconds 0.3", "triangle-440.5Hz"}};
+  for (const auto& [sound, stem] : rows) {
+    const std::string command = "$program --output o --clicks 20 --clean 9 --reduce 5 " + sound + " --block ";
+    const Result whole = run(command + "1000000");
+    ASSERT_EQ(whole.exit_status, 0) << whole.output;
+    std::vector<std::string> files;
+    for (const std::string suffix : kSuffixes)
+      files.push_back(read_bytes("o/" + stem + "." + suffix + ".wav"));
+    for (const int block : {1, 10, 64, 333, 4096}) {
+      EXPECT_EQ(run(command + std::to_string(block)).output, whole.output) << "block " << block;
+      for (std::size_t i = 0; i < files.size(); ++i) {
+        const std::string name = "o/" + stem + "." + kSuffixes[i] + ".wav";
+        ASSERT_GT(files[i].size(), kHeader + 1000) << name;
+        EXPECT_EQ(read_bytes(name) == files[i], true) << name << ", block " << block;
+      }
+    }
+  }
+}
+
+TEST_F(RecordingTest, RemovesTheClicksThatItAdds) {
+  const Result result = run("$program --output . --tone 100 --seconds 2.5 --clicks 30 --clean 5");
+  ASSERT_EQ(result.exit_status, 0) << result.output;
+  const std::vector<int> before = read("triangle-100Hz.wav"), clicks = read("triangle-100Hz.clicks.wav"),
+                         after = read("triangle-100Hz.cleaned.wav");
+  ASSERT_EQ(clicks.size(), before.size());
+  ASSERT_EQ(after.size(), before.size());
+  std::size_t clicked = 0;
+  for (std::size_t i = 0; i < before.size(); ++i) {
+    const double sample = std::ldexp(before[i], -31);
+    clicked += std::abs(std::ldexp(clicks[i], -31) - sample) > 0.29;
+    ASSERT_NEAR(std::ldexp(after[i], -31), sample, 0.01) << i;
+  }
+  // 30 clicks of two samples in each of two seconds, and about half as many in the rest. Two may meet.
+  EXPECT_GT(clicked, 130u);
+  EXPECT_LT(clicked, 170u);
+}
+
+TEST_F(RecordingTest, ReducesToTheMeanOfEachGroup) {
+  write_sines("sines.wav", SF_FORMAT_WAV | SF_FORMAT_PCM_24, 3);
+  ASSERT_EQ(run("$program --output . --reduce 4 sines.wav").exit_status, 0);
+  const std::vector<int> before = read("sines.wav"), after = read("sines.reduced.wav");
+  ASSERT_EQ(after.size(), std::size_t{kLength / 4 * 3});
+  for (std::size_t i = 0; i < after.size(); ++i) {
+    double mean = 0;
+    for (std::size_t k = 0; k < 4; ++k) mean += before[(i / 3 * 4 + k) * 3 + i % 3] / 4.0;
+    ASSERT_NEAR(after[i], mean, 400);  // of 2^31: rounded to 24 bits
+  }
+}
+
+TEST_F(RecordingTest, GeneratesATriangleWave) {
+  const Result result = run("$program --output . --tone 440 --seconds 2");
+  const auto measured = summaries(result.output);
+  ASSERT_EQ(measured.size(), 1u) << result.output;
+  EXPECT_NEAR(measured[0].level, decibels(0.5 / std::sqrt(3)), 0.02);
+  EXPECT_NEAR(measured[0].peak, decibels(0.5), 0.02);
+  EXPECT_NEAR(measured[0].crossings, 880, 1);
+  const std::vector<int> samples = read("triangle-440Hz.wav");
+  ASSERT_EQ(samples.size(), 96000u);
+  for (std::size_t i = 0; i < samples.size(); ++i) {
+    const double turns = std::fmod(440.0 * static_cast<double>(i) / 48000, 1.0);
+    ASSERT_NEAR(std::ldexp(samples[i], -31), 0.5 * (std::abs(4 * turns - 2) - 1), 1e-6) << i;
+  }
+}
+
+TEST_F(RecordingTest, TakesNoMoreMemoryForALongFile) {
 #ifndef __SANITIZE_ADDRESS__  // which takes far more memory itself
-  // Half a gigabyte of samples, in half a gigabyte of memory.
-  fs::resize_file("sound.wav", 1 << 29);
+  write_sines("sound.wav", SF_FORMAT_WAV | SF_FORMAT_PCM_16, 1);
+  // 64 MiB of samples, which are twice that in float, in 80 MB of memory.
+  fs::resize_file("sound.wav", 1 << 26);
   std::fstream(folder_ / "sound.wav").seekp(kDataLengthAt).write("\xFF\xFF\xFF\xFF", 4);
-  expect_failure("ulimit -v 500000; $program sound.wav", "not enough memory");
+  fs::create_directory("programs");
+  write_bytes("programs/gnuplot", "#!/bin/sh\nulimit -S -v unlimited\nexec /usr/bin/gnuplot \"$@\"\n");
+  fs::permissions("programs/gnuplot", fs::perms::owner_all);
+  const Result result = run("ulimit -S -v 80000; PATH=programs $program --clean 3 sound.wav");
+  EXPECT_EQ(result.exit_status, 0) << result.output;
 #endif
 }
 

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <cstdio>
 #include <string>
+#include <vector>
 
 namespace {
 
@@ -19,16 +20,21 @@ std::string bar(double level_db, std::size_t width) {
   return text;
 }
 
+void print_line(std::size_t number, const Channel& channel) {
+  const Measures all = combine(channel.frames.data(), channel.frames.data() + channel.frames.size());
+  std::printf("%7zu  %+8.5f  %10.2f  %9.2f  %11.1f", number, channel.offset, all.level_db(), all.peak_db(),
+              all.crossings_per_second());
+}
+
 }  // namespace
 
-void print_table(const Recording& recording, const std::vector<Channel>& channels) {
-  std::printf("%s\n\n", recording.description().c_str());
+void print_table(const SoundInfo& sound, const Report& report) {
+  const std::vector<Channel>& channels = report.tracks.front().channels;
+  std::printf("%s\n\n", sound.description().c_str());
   std::printf("channel    offset  level/dBFS  peak/dBFS  crossings/s\n");
   for (std::size_t i = 0; i < channels.size(); ++i) {
-    const auto& frames = channels[i].frames;
-    const Measures all = combine(frames.data(), frames.data() + frames.size());
-    std::printf("%7zu  %+8.5f  %10.2f  %9.2f  %11.1f\n", i + 1, channels[i].offset, all.level_db(),
-                all.peak_db(), all.crossings_per_second());
+    print_line(i + 1, channels[i]);
+    std::printf("\n");
   }
 
   const std::size_t shown = std::min(channels.size(), kChannelsInARow);
@@ -54,5 +60,15 @@ void print_table(const Recording& recording, const std::vector<Channel>& channel
                   bar(row.level_db(), bar_width).c_str());
     }
     std::printf("\n");
+  }
+
+  for (std::size_t t = 1; t < report.tracks.size(); ++t) {
+    const Track& track = report.tracks[t];
+    std::printf("\n%s\n", track.name.c_str());
+    std::printf("channel    offset  level/dBFS  peak/dBFS  crossings/s  error/dBFS\n");
+    for (std::size_t i = 0; i < track.channels.size(); ++i) {
+      print_line(i + 1, track.channels[i]);
+      std::printf("  %10.2f\n", 10 * std::log10(track.error_power[i]));
+    }
   }
 }

@@ -1,12 +1,10 @@
 #ifndef ZIVKS_EXAMPLES_RECORDING_TABLE_H
 #define ZIVKS_EXAMPLES_RECORDING_TABLE_H
 
-#include <vector>
+#include "processing.h"
 
-#include "measures.h"
-#include "recording.h"
-
-// One line a channel, then about 20 lines over time.
-void print_table(const Recording& recording, const std::vector<Channel>& channels);
+// One line a channel for the sound that was read, then about 20 lines over time; then one line a channel for each
+// sound that was made of it.
+void print_table(const SoundInfo& sound, const Report& report);
 
 #endif

@@ -1,4 +1,4 @@
-#include "recording.h"
+#include "wav_file.h"
 
 #include <fcntl.h>
 #include <sndfile.h>
@@ -11,9 +11,10 @@
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
-#include <limits>
 #include <string>
 #include <utility>
+
+#include "examples/array.h"
 
 namespace {
 
@@ -43,7 +44,7 @@ File seekable(File input, const fs::path& name) {
   if (!S_ISFIFO(mode) && !S_ISSOCK(mode)) throw failure(name, "neither a file nor a pipe");
   File copy(std::tmpfile(), std::fclose);
   if (!copy) throw std::runtime_error(std::string("no temporary file: ") + std::strerror(errno));
-  constexpr std::size_t kTooLong = std::size_t{1} << 31;  // a WAV file that is read is shorter
+  constexpr std::size_t kTooLong = (std::size_t{1} << 32) + (1 << 20);  // no WAV file is
   std::array<char, 1 << 16> block;
   std::size_t total = 0;
   for (std::size_t count; (count = std::fread(block.data(), 1, block.size(), input.get())) > 0;) {
@@ -85,13 +86,6 @@ bool read_at(std::FILE* file, std::uintmax_t offset, void* bytes, std::size_t co
   return pread(fileno(file), bytes, count, static_cast<off_t>(offset)) == static_cast<ssize_t>(count);
 }
 
-// Programs that write to a pipe do not know the length of the samples ahead: their headers promise about as many
-// bytes as 31 or 32 bits can count, more than any recording has that can be held in memory here, or none. All the
-// rest of the file is samples then, but not where there are none and another chunk follows.
-bool is_length_unknown(std::uintmax_t length, std::uintmax_t present, bool chunk_follows) {
-  return length >= 0x7FFF0000 || (length == 0 && present > 0 && !chunk_follows);
-}
-
 // The head of a chunk; an empty name where there is none.
 struct Chunk {
   std::string name;
@@ -107,8 +101,20 @@ Chunk chunk_at(std::FILE* file, std::uintmax_t offset, bool highest_first) {
   return std::all_of(head.begin(), head.begin() + 4, is_printable) ? chunk : Chunk{};
 }
 
+constexpr std::uintmax_t kHead = 8;
+
+// Programs that write to a pipe do not know the length of the samples ahead: their headers promise about as many
+// bytes as 31 or 32 bits can count, or none. All the rest of the file is samples then, unless the file ends, or
+// another chunk follows, where the samples are said to end.
+bool is_length_unknown(std::FILE* file, std::uintmax_t offset, std::uintmax_t length, std::uintmax_t present,
+                       bool highest_first) {
+  constexpr std::uintmax_t kTooMany = 0x7FFF0000;
+  if (present == length || (0 < length && length < kTooMany)) return false;
+  const Chunk next = chunk_at(file, offset + length + length % 2, highest_first);
+  return next.name.empty() || length + kHead + next.length > present;
+}
+
 Samples find_samples(const fs::path& name, std::FILE* file) {
-  constexpr std::uintmax_t kHead = 8;
   std::array<char, 12> riff{};
   read_at(file, 0, riff.data(), riff.size());
   const bool highest_first = std::memcmp(riff.data(), "RIFX", 4) == 0;
@@ -119,9 +125,7 @@ Samples find_samples(const fs::path& name, std::FILE* file) {
     offset += kHead;
     if (chunk.name == "data") {
       const std::uintmax_t present = file_size - offset;
-      const Chunk next = chunk_at(file, offset, highest_first);
-      const bool chunk_follows = !next.name.empty() && next.length + kHead <= present;
-      if (is_length_unknown(chunk.length, present, chunk_follows)) chunk.length = present;
+      if (is_length_unknown(file, offset, chunk.length, present, highest_first)) chunk.length = present;
       if (chunk.length <= present) return {offset, chunk.length, highest_first};
       throw failure(name, "the file is truncated: its header promises " + std::to_string(chunk.length) +
                               " bytes of samples, and there are " + std::to_string(present));
@@ -131,63 +135,69 @@ Samples find_samples(const fs::path& name, std::FILE* file) {
   throw failure(name, "the file is truncated: it ends before its samples");
 }
 
-// For any number of channels but two: two are one complex array to the library.
-void split(const float* interleaved, std::vector<Array<float>>& channels, int32_t length) {
-  for (int32_t i = 0; i < length; ++i) {
-    for (auto& channel : channels) channel[static_cast<std::size_t>(i)] = *interleaved++;
-  }
-}
-
-void merge(const std::vector<Array<float>>& channels, float* interleaved, int32_t length) {
-  for (int32_t i = 0; i < length; ++i) {
-    for (const auto& channel : channels) *interleaved++ = channel[static_cast<std::size_t>(i)];
-  }
-}
-
-Array<float> read_16_bits(std::FILE* file, const Samples& place, int32_t total) {
-  constexpr double kFullScale = 32768;
-  auto samples = own(ZIVKS_Malloc_16s(total));
-  if (!read_at(file, place.offset, samples.get(), sizeof(int16_t) * static_cast<std::size_t>(total)))
-    return {};
-  if (place.highest_first) {
-    check(ZIVKS_SwapBytes_16u_I(reinterpret_cast<uint16_t*>(samples.get()), total));
-  }
-  auto interleaved = own(ZIVKS_Malloc_32f(total));
-  check(ZIVKS_Convert_16s32f_S(samples.get(), interleaved.get(), total, kFullScale));
-  return interleaved;
-}
-
 constexpr double kFullScaleOf24Bits = 8388608;
 
-Array<float> read_24_bits(std::FILE* file, const Samples& place, int32_t total) {
-  // The conversion of signed samples takes at least three.
-  const int32_t padding = std::max(3 - total, 0), padded = total + padding;
-  auto bytes = own(ZIVKS_Malloc_8u(3 * padded));
-  if (!read_at(file, place.offset, bytes.get(), 3 * static_cast<std::size_t>(total))) return {};
-  if (padding > 0) check(ZIVKS_Zero_8u(bytes.get() + 3 * total, 3 * padding));
-  if (place.highest_first) check(ZIVKS_SwapBytes_24u_I(bytes.get(), total));
-  auto samples = own(ZIVKS_Malloc_32s(padded));
-  check(ZIVKS_Convert_24s32s(bytes.get(), samples.get(), padded));
-  auto interleaved = own(ZIVKS_Malloc_32f(total));
-  check(ZIVKS_Convert_32s32f_S(samples.get(), interleaved.get(), total, kFullScaleOf24Bits));
-  return interleaved;
-}
+// Reads blocks of a file's samples and takes them apart into channels.
+class WavFile : public Sound {
+ public:
+  WavFile(SoundInfo info, File file, Samples place)
+      : info_(std::move(info)), file_(std::move(file)), place_(place) {}
 
-std::vector<Array<float>> take_apart(Array<float> interleaved, int count, int32_t length) {
-  std::vector<Array<float>> channels(static_cast<std::size_t>(count));
-  if (count == 1) {
-    channels[0] = std::move(interleaved);
-    return channels;
+  const SoundInfo& info() const override { return info_; }
+  void rewind() override { position_ = 0; }
+
+  void read(const std::vector<float*>& channels, int32_t count) override {
+    const int32_t total = count * info_.channels;
+    const auto bytes = static_cast<std::size_t>(total * bytes_per_sample());
+    reserve(total);
+    if (!read_at(file_.get(), place_.offset + position_, bytes_.get(), bytes)) {
+      throw failure(info_.name, "the samples cannot be read");
+    }
+    position_ += bytes;
+    float* interleaved = info_.channels == 1 ? channels[0] : interleaved_.get();
+    info_.bits == 16 ? convert_16_bits(interleaved, total) : convert_24_bits(interleaved, total);
+    if (info_.channels == 2) {
+      check(ZIVKS_CplxToReal_32fc(reinterpret_cast<const ZIVK32fc*>(interleaved), channels[0], channels[1],
+                                  count));
+    } else if (info_.channels > 2) {
+      for (int32_t i = 0; i < count; ++i) {
+        for (float* const channel : channels) channel[i] = *interleaved++;
+      }
+    }
   }
-  for (auto& channel : channels) channel = own(ZIVKS_Malloc_32f(length));
-  if (count == 2) {
-    check(ZIVKS_CplxToReal_32fc(reinterpret_cast<const ZIVK32fc*>(interleaved.get()), channels[0].get(),
-                                channels[1].get(), length));
-  } else {
-    split(interleaved.get(), channels, length);
+
+ private:
+  int32_t bytes_per_sample() const { return info_.bits / 8; }
+
+  void reserve(int32_t total) {
+    if (total <= capacity_) return;
+    capacity_ = std::max(total, 3);  // which the conversion of 24 bits takes at least
+    bytes_ = own(ZIVKS_Malloc_8u(capacity_ * bytes_per_sample()));
+    integers_ = own(ZIVKS_Malloc_32s(capacity_));
+    interleaved_ = own(ZIVKS_Malloc_32f(capacity_));
+    check(ZIVKS_Zero_8u(bytes_.get(), capacity_ * bytes_per_sample()));
   }
-  return channels;
-}
+
+  void convert_16_bits(float* samples, int32_t total) {
+    constexpr double kFullScale = 32768;
+    if (place_.highest_first) check(ZIVKS_SwapBytes_16u_I(reinterpret_cast<uint16_t*>(bytes_.get()), total));
+    check(ZIVKS_Convert_16s32f_S(reinterpret_cast<const int16_t*>(bytes_.get()), samples, total, kFullScale));
+  }
+  void convert_24_bits(float* samples, int32_t total) {
+    if (place_.highest_first) check(ZIVKS_SwapBytes_24u_I(bytes_.get(), total));
+    check(ZIVKS_Convert_24s32s(bytes_.get(), integers_.get(), std::max(total, 3)));
+    check(ZIVKS_Convert_32s32f_S(integers_.get(), samples, total, kFullScaleOf24Bits));
+  }
+
+  SoundInfo info_;
+  File file_;
+  Samples place_;
+  std::uintmax_t position_ = 0;  // bytes
+  int32_t capacity_ = 0;         // samples of all channels
+  Array<uint8_t> bytes_;
+  Array<int32_t> integers_;
+  Array<float> interleaved_;
+};
 
 // A new file beside the one that it replaces at the end.
 class Replacement {
@@ -219,14 +229,7 @@ class Replacement {
 
 }  // namespace
 
-std::string Recording::description() const {
-  char properties[100];
-  std::snprintf(properties, sizeof properties, ": %d Hz, %d bits, %zu channel%s, %.3f s", sample_rate, bits,
-                channels.size(), channels.size() == 1 ? "" : "s", seconds());
-  return name + properties;
-}
-
-Recording read_recording(const fs::path& file) {
+std::unique_ptr<Sound> open_wav_file(const fs::path& file) {
   const bool is_standard_input = file == "-";
   const std::string name = is_standard_input ? "standard input" : file.string();
   File input(is_standard_input ? stdin : std::fopen(file.c_str(), "rb"), std::fclose);
@@ -236,65 +239,84 @@ Recording read_recording(const fs::path& file) {
   if (status_of(input.get()).st_size == 0) throw failure(name, "the file is empty");
 
   lseek(fileno(input.get()), 0, SEEK_SET);
-  SF_INFO info = {};
-  const SoundFile sound(sf_open_fd(fileno(input.get()), SFM_READ, &info, SF_FALSE));
+  SF_INFO format = {};
+  const SoundFile sound(sf_open_fd(fileno(input.get()), SFM_READ, &format, SF_FALSE));
   if (!sound) throw failure(name, std::string("not a sound file: ") + sf_strerror(nullptr));
-  const int bits = bits_of_sample(name, info.format);
+  const int bits = bits_of_sample(name, format.format);
   // libsndfile quietly reads what is there of a file that breaks off, and nothing where the header promises
   // nothing. So the samples are found, and read, without it.
   const Samples place = find_samples(name, input.get());
-  const std::uintmax_t frames = place.length / static_cast<unsigned>(info.channels * bits / 8);
-  if (frames < 1) throw failure(name, "the file holds no samples");
-  if (frames > static_cast<unsigned>(std::numeric_limits<int32_t>::max() / info.channels / 4)) {
-    throw failure(name, "the recording is too long to be held in memory at once");
-  }
+  const auto length = static_cast<int64_t>(place.length) / (format.channels * bits / 8);
+  if (length < 1) throw failure(name, "the file holds no samples");
 
-  const auto length = static_cast<int32_t>(frames);
-  const int32_t total = length * info.channels;
-  auto interleaved =
-      bits == 16 ? read_16_bits(input.get(), place, total) : read_24_bits(input.get(), place, total);
-  if (!interleaved) throw failure(name, "the samples cannot be read");
-  return {is_standard_input ? name : file.filename().string(),
-          identity.st_dev,
-          identity.st_ino,
-          info.samplerate,
-          bits,
-          length,
-          take_apart(std::move(interleaved), info.channels, length)};
+  SoundInfo info = {
+      is_standard_input ? name : file.filename().string(), format.samplerate, bits, format.channels, length,
+      FileIdentity{identity.st_dev, identity.st_ino}};
+  return std::make_unique<WavFile>(std::move(info), std::move(input), place);
 }
 
-void refuse_to_overwrite(const Recording& recording, const fs::path& file) {
+void refuse_to_overwrite(const SoundInfo& sound, const fs::path& file) {
   struct stat status;
   if (stat(file.c_str(), &status) != 0) return;  // nothing is there
-  if (status.st_dev == recording.device && status.st_ino == recording.inode) {
+  if (sound.file && status.st_dev == sound.file->device && status.st_ino == sound.file->inode) {
     throw failure(file, "would overwrite the recording itself");
   }
   if (!S_ISREG(status.st_mode)) throw failure(file, "not a regular file, and will not be replaced");
   if (access(file.c_str(), W_OK) != 0) throw failure(file, std::strerror(errno));
 }
 
-void write_24_bits(const Recording& recording, const fs::path& file) {
-  refuse_to_overwrite(recording, file);
-  const auto count = static_cast<int>(recording.channels.size());
-  const int32_t total = recording.length * count;
-  auto interleaved = own(ZIVKS_Malloc_32f(total));
-  if (count == 2) {
-    check(ZIVKS_RealToCplx_32f(recording.channels[0].get(), recording.channels[1].get(),
-                               reinterpret_cast<ZIVK32fc*>(interleaved.get()), recording.length));
-  } else {
-    merge(recording.channels, interleaved.get(), recording.length);
-  }
-  auto bytes = own(ZIVKS_Malloc_8u(3 * total));
-  check(ZIVKS_Convert_32f24s_S(interleaved.get(), bytes.get(), total, 1 / kFullScaleOf24Bits));
+struct WavWriter::Output {
+  Replacement replacement;
+  int channels;
+  SoundFile sound;
+  int32_t capacity = 0;  // samples of all channels
+  Array<float> interleaved;
+  Array<uint8_t> bytes;
 
-  SF_INFO info = {};
-  info.samplerate = recording.sample_rate;
-  info.channels = count;
-  info.format = (count > 2 ? SF_FORMAT_WAVEX : SF_FORMAT_WAV) | SF_FORMAT_PCM_24;
-  const Replacement replacement(file);
-  SoundFile sound(sf_open_fd(replacement.descriptor(), SFM_WRITE, &info, SF_TRUE));
-  const bool is_written =
-      sound && sf_write_raw(sound.get(), bytes.get(), sf_count_t{3} * total) == sf_count_t{3} * total;
-  if (sf_close(sound.release()) != 0 || !is_written) throw failure(file, "cannot be written completely");
-  replacement.finish();
+  void reserve(int32_t total) {
+    if (total <= capacity) return;
+    interleaved = own(ZIVKS_Malloc_32f(total));
+    bytes = own(ZIVKS_Malloc_8u(3 * total));
+    capacity = total;
+  }
+};
+
+WavWriter::WavWriter(fs::path file, const SoundInfo& sound, int sample_rate) : file_(std::move(file)) {
+  refuse_to_overwrite(sound, file_);
+  SF_INFO format = {};
+  format.samplerate = sample_rate;
+  format.channels = sound.channels;
+  format.format = (sound.channels > 2 ? SF_FORMAT_WAVEX : SF_FORMAT_WAV) | SF_FORMAT_PCM_24;
+  output_.reset(new Output{Replacement(file_), sound.channels, {}, 0, {}, {}});
+  output_->sound.reset(sf_open_fd(output_->replacement.descriptor(), SFM_WRITE, &format, SF_TRUE));
+  if (!output_->sound) throw failure(file_, "cannot be written");
+}
+
+WavWriter::~WavWriter() = default;
+
+void WavWriter::write(const std::vector<const float*>& channels, int32_t count) {
+  if (count == 0) return;
+  const int32_t total = count * output_->channels;
+  output_->reserve(total);
+  const float* samples = channels[0];
+  float* interleaved = output_->interleaved.get();
+  if (channels.size() == 2) {
+    check(ZIVKS_RealToCplx_32f(channels[0], channels[1], reinterpret_cast<ZIVK32fc*>(interleaved), count));
+    samples = interleaved;
+  } else if (channels.size() > 2) {
+    samples = interleaved;
+    for (int32_t i = 0; i < count; ++i) {
+      for (const float* const channel : channels) *interleaved++ = channel[i];
+    }
+  }
+  check(ZIVKS_Convert_32f24s_S(samples, output_->bytes.get(), total, 1 / kFullScaleOf24Bits));
+  const sf_count_t bytes = sf_count_t{3} * total;
+  if (sf_write_raw(output_->sound.get(), output_->bytes.get(), bytes) != bytes) {
+    throw failure(file_, "cannot be written completely");
+  }
+}
+
+void WavWriter::finish() {
+  if (sf_close(output_->sound.release()) != 0) throw failure(file_, "cannot be written completely");
+  output_->replacement.finish();
 }
