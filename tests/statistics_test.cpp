@@ -14,6 +14,7 @@ std::vector<const Function*> reductions() {
   std::vector<const Function*> list;
   for (const Function* function : array_functions()) {
     if (function->arguments[0].role != Role::kSource || function->arguments[0].text) continue;
+    if (function->has(Role::kFactor)) continue;  // its single result is a length
     for (const Argument& argument : function->arguments) {
       if (argument.role != Role::kResult) continue;
       list.push_back(function);
