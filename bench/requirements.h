@@ -64,10 +64,10 @@ inline constexpr Requirement kStrided     = {"sampling down, element by element"
 inline constexpr Requirement kRamp        = {"ramp",         2.2, 1.2,  25, 0.35, 250};
 inline constexpr Requirement kRoundedRamp = {"rounded ramp", 0.75, 1.2, 25, 0.35, 250};
 inline constexpr Requirement kMedianOf3   = {"median of 3",  0.9, 1.1,  30, 0.7,  350};  // compilers find the same steps
-inline constexpr Requirement kMedian      = {"median",       1.2, 1.7,  80, 0.95, 800};  // of 5, 7 and 9
+inline constexpr Requirement kMedian      = {"median",       1.2, 2.0,  80, 0.95, 800};  // of 5, 7 and 9
 // The plain loops let a NaN come and go as it likes, and do not tell the zeros apart.
 inline constexpr Requirement kFloatMedianOf3 = {"median of 3, floats", 0.7, 1.5, 60, 0.4, 550};
-inline constexpr Requirement kFloatMedian = {"median, floats", 0.95, 2.1, 140, 0.3, 1300};
+inline constexpr Requirement kFloatMedian = {"median, floats", 0.95, 2.4, 140, 0.3, 1300};
 inline constexpr Requirement kOwnMedian   = {"median in place", 0.9, 10.0, 110, 0.8, 1800};  // memory for a copy is new
 // Beside a qsort for each window.
 inline constexpr Requirement kLongMedian  = {"long median",  250, 0,     0, 0.02,   0};
