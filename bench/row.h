@@ -50,6 +50,7 @@ struct Row {
   Call prepare = nullptr;     // brings the arrays back to these before each call, which is not timed; or null
   Call zivks = nullptr;       // the call of the library
   Call other = nullptr;       // what it is measured against
+  bool allocates = false;     // so that its instructions depend on what memory was taken and freed before
   const char* remark = "";    // of a peer: which of the library's rules it does not keep
   int32_t len = kCacheResident;
   int32_t memory_len = kMemoryBound;  // 0: not timed on memory-bound arrays
@@ -64,6 +65,7 @@ struct Row {
 
   constexpr Row with(const char* value) const { return changed(&Row::variant, value); }
   constexpr Row filled_by(Call value) const { return changed(&Row::fill, value); }
+  constexpr Row allocating() const { return changed(&Row::allocates, true); }
   constexpr Row but(const char* value) const { return changed(&Row::remark, value); }
   // A prepared call is timed by itself: it should take some microseconds.
   constexpr Row prepared_by(Call value) const { return changed(&Row::prepare, value); }

@@ -154,9 +154,11 @@ Record read_record(const char* file) {
 }
 
 // Prints the count if it has risen. Returns by how many instructions. Functions of the C library take a few
-// instructions more or less from run to run, by where their arrays lie: of long calls a rise by one in 2000 is none.
+// instructions more or less from run to run, by where their arrays lie: of long calls a rise by one in 2000 is none, and
+// of calls that allocate one in 8.
 int64_t rise(const Row& row, const char* what, uint64_t now, uint64_t recorded) {
-  const auto more = static_cast<int64_t>(now - recorded), least = static_cast<int64_t>(recorded / 2000);
+  const auto more = static_cast<int64_t>(now - recorded),
+             least = static_cast<int64_t>(recorded / (row.allocates ? 8 : 2000));
   if (more > 0 && more <= least) return 0;
   if (more > 0) {
     std::printf("%s: %s takes %ju instructions, %ju were recorded (%+.1f %%)\n", row.name().c_str(), what,

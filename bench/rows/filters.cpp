@@ -290,7 +290,8 @@ using SortedMedian = EachMedian<ByQsort, mask>;
       MEDIAN(function, of_21, SortedMedian, 21).at(kCacheResident)
 #define MEDIAN_IN_PLACE(function, mask)                                                             \
   ROW(function, kOwnMedian, NetworkMedian<mask>, kSrcDst, kLen, kNumber<mask>, kNull, kNull, kWork) \
-      .with("mask " #mask)
+      .with("mask " #mask)                                                                          \
+      .allocating()
 
 std::vector<Row> median_rows() {
   return {

@@ -43,7 +43,8 @@ void Clicks::add(float* samples, int32_t count) {
     for (int32_t i = 0; i < per_second_; ++i) {
       const int32_t first = first_samples_.get()[i];
       const float height = heights_.get()[i];
-      for (int32_t at = std::max(first, second_at_); at < std::min(first + kSamples, second_at_ + part); ++at) {
+      for (int32_t at = std::max(first, second_at_); at < std::min(first + kSamples, second_at_ + part);
+           ++at) {
         float& sample = samples[at - second_at_];
         sample = std::clamp(i % 2 == 0 ? sample + height : sample - height, -1.0F, 1.0F);
       }

@@ -22,7 +22,7 @@ class Clicks {
 
   int32_t per_second_, sample_rate_;
   uint32_t seed_;
-  int32_t second_at_ = 0;  // samples of the present second that have gone by
+  int32_t second_at_ = 0;         // samples of the present second that have gone by
   Array<int32_t> first_samples_;  // of the clicks, from the beginning of the second, ascending
   Array<float> places_, heights_;
 };

@@ -65,7 +65,8 @@ Options parse_options(int argc, char** argv) {
       processing.clicks_per_second = count(0, 1000);
     } else if (option == "--clean") {
       processing.mask = count(1, 999);
-      if (processing.mask % 2 == 0) throw std::runtime_error("--clean: the median of an even number has no middle");
+      if (processing.mask % 2 == 0)
+        throw std::runtime_error("--clean: the median of an even number has no middle");
     } else if (option == "--threshold") {
       processing.threshold = parse_number<float>(option, value(), 0, 2);
     } else if (option == "--reduce") {

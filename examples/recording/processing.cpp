@@ -188,12 +188,14 @@ Report process(Sound& sound, const Processing& wanted, const fs::path& folder) {
     if (!file.empty()) outlets.back().writer = std::make_unique<WavWriter>(file, info, sample_rate);
   };
   const auto file = [&](const char* suffix) { return output_file(info, folder, suffix); };
-  if (processing.copy.empty() && !info.file) processing.copy = file(".wav");  // a sound that was no file before
+  if (processing.copy.empty() && !info.file)
+    processing.copy = file(".wav");  // a sound that was no file before
   add_outlet("as it is", &ChannelProcess::recorded, &ChannelProcess::recorded_error, processing.copy,
              info.sample_rate);
   if (processing.clicks_per_second > 0) {
-    add_outlet("with " + std::to_string(processing.clicks_per_second) + " clicks a second", &ChannelProcess::clicked,
-               &ChannelProcess::clicked_error, file(".clicks.wav"), info.sample_rate);
+    add_outlet("with " + std::to_string(processing.clicks_per_second) + " clicks a second",
+               &ChannelProcess::clicked, &ChannelProcess::clicked_error, file(".clicks.wav"),
+               info.sample_rate);
   }
   if (processing.mask > 1) {
     add_outlet("cleaned by a median of " + std::to_string(processing.mask), &ChannelProcess::cleaned,

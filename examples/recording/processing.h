@@ -13,10 +13,10 @@
 inline constexpr int32_t kDefaultBlock = 1 << 16;
 
 struct Processing {
-  int clicks_per_second = 0;  // added to each channel
-  int32_t mask = 1;           // odd; samples of the median filter, 1 for no filter
-  float threshold = 0.2F;        // samples no further than this from the median stay what they are
-  int32_t factor = 1;         // by which the sample rate is lowered
+  int clicks_per_second = 0;      // added to each channel
+  int32_t mask = 1;               // odd; samples of the median filter, 1 for no filter
+  float threshold = 0.2F;         // samples no further than this from the median stay what they are
+  int32_t factor = 1;             // by which the sample rate is lowered
   int32_t block = kDefaultBlock;  // samples that are in memory at a time, of each channel
   std::filesystem::path copy;     // of the sound as it is; empty for none
 };

@@ -61,5 +61,6 @@ std::unique_ptr<Sound> make_tone(double frequency, double seconds) {
   char name[50];
   std::snprintf(name, sizeof name, "triangle-%gHz.wav", frequency);
   const auto length = static_cast<int64_t>(std::llround(seconds * kToneSampleRate));
-  return std::make_unique<Tone>(SoundInfo{name, kToneSampleRate, 24, 1, std::max<int64_t>(length, 1), {}}, frequency);
+  return std::make_unique<Tone>(SoundInfo{name, kToneSampleRate, 24, 1, std::max<int64_t>(length, 1), {}},
+                                frequency);
 }
