@@ -13,13 +13,13 @@
 
 namespace zivks {
 
-// To the nearest T, ties to even, clamped at T's bounds; NaN gives 0. The bounds are met before the
-// rounding, which gives the same as after it, since they are whole numbers.
+// To T, clamped at its bounds; NaN gives 0. The bounds are met before the rounding, which gives the same as after it,
+// since they are whole numbers.
 //
-// Tails are required to differ from blocks, which round as they should. The result of a tail is that of adding
-// one half and truncating, in float64 and to nearest, but for ties. That takes 0.49999999999999994 up to 1, and
-// odd numbers of 53 bits to the even neighbour away from zero. It is stated here by operations that are exact, so
-// that it is the same in every rounding mode of the processor.
+// Ties go to the even neighbour. Everything else becomes what adding one half in float64 and truncating makes of it. That
+// is the nearest integer with two exceptions, by which tails differ from blocks: 0.49999999999999994 becomes 1, and an
+// odd number of 53 bits becomes its even neighbour away from zero. All operations here are exact, so that the
+// result is the same in every rounding mode of the processor.
 template <class T>
 ZIVKS_INLINE T round_nearest_in_tail(double value) {
   using Limits = std::numeric_limits<T>;

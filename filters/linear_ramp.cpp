@@ -3,12 +3,16 @@
 // Whole blocks of B elements have B accumulators, one for each place in a block, which take a step of B slopes from
 // block to block. The elements behind them, the tail, are accumulated one by one, from a start of their own.
 //
-// Accumulators make a chain of roundings, and its additions wait for one another. Most of them need not: see
-// count_equal_steps().
+// Accumulators make a chain of roundings, and its additions wait for one another. Most of them need not: for as long as
+// sums are exact (count_exact_steps()), or rounded by the same amount every time (count_equal_steps()), an accumulator
+// some blocks ahead is known at once.
 #include <zivks/generators.h>
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
+#include <type_traits>
+#include <utility>
 
 #include "core/checks.h"
 #include "core/rounding.h"
@@ -110,7 +114,7 @@ inline constexpr F kForever = 0x1p62F;
 template <class F>
 inline constexpr auto kMantissa = (UnsignedOf<sizeof(F)>{1} << (std::numeric_limits<F>::digits - 1)) - 1;
 
-// The weight of the lowest bit that is set. For what has no leading one, which is rare, 0 is too small, but safe.
+// The weight of the lowest bit that is set; 0 for subnormal numbers, with which no step counts as exact.
 template <class F>
 F lowest_bit(F value) {
   using Bits = UnsignedOf<sizeof(F)>;
@@ -122,7 +126,11 @@ F lowest_bit(F value) {
 }
 
 // How many blocks there are at least whose accumulators are exact: they are multiples of the lowest bit of the
-// arguments, and not larger than all digits from that bit on can express.
+// arguments, and not larger than all digits from that bit on can express. That limit may overflow to infinity, where
+// the largest number takes its place.
+//
+// The quotient is at most 2 to the number of digits, since a step is no smaller than the lowest bit. So its roundings
+// add less than 3.
 template <class Arithmetic, class F = typename Arithmetic::Working>
 size_t count_exact_steps(const Arithmetic& ramp) {
   F lowest = Arithmetic::kLargest;
@@ -130,8 +138,7 @@ size_t count_exact_steps(const Arithmetic& ramp) {
     if (value != 0) lowest = std::min(lowest, lowest_bit(value));
   }
   const F limit = std::min(lowest * static_cast<F>(uint64_t{1} << Arithmetic::kDigits), Arithmetic::kLargest);
-  const F count =
-      (limit - std::fabs(ramp.offset)) / std::fabs(ramp.step) - 3;  // less what roundings may have added
+  const F count = (limit - std::fabs(ramp.offset)) / std::fabs(ramp.step) - 3;
   return count > 0 ? static_cast<size_t>(std::min(count, kForever<F>)) : 0;
 }
 
@@ -144,6 +151,10 @@ size_t count_exact_steps(const Arithmetic& ramp) {
 // one. But then `b` is even already, and all further sums are, too.
 //
 // What does not move, because its step is too small or it is infinite or a NaN, stays forever.
+//
+// Half precision is counted as if its numbers had float32's digits. That is safe in its highest range, where 65504 is the
+// last number but the count reaches to below 65536: the distance is 32, and a step that leads beyond 65504 leads to
+// 65536 at least. And it is safe among its subnormal numbers, which all have one distance.
 template <class R>
 ZIVKS_INLINE R count_equal_steps(R a, R b, R c) {
   using F = ElementOf<R>;
@@ -181,7 +192,7 @@ struct Clamped {
     return round_saturating<T, ZIVK_RND_NEAR>(a);
   }
 };
-// Where the processor's own mode is to nearest, and to other types than uint32 all values are within the range of int32.
+// For use where the processor's own mode is to nearest. All values must be within the range of int32, but for uint32.
 struct Directly {
   template <class T, class F, size_t N>
   ZIVKS_INLINE static Lanes<T, N> elements(Lanes<F, N> a) {
@@ -228,7 +239,7 @@ ZIVKS_INLINE Lanes<F, B> block_between(Lanes<F, B> first_block, Lanes<F, B> seco
   return array.template load<B>(first);
 }
 
-// Writes the blocks behind a first one that is only thought.
+// Writes the blocks that follow on the seed, which is the block before the first one.
 template <class Arithmetic, class Conversion, class T>
 class Filler {
  public:
@@ -277,8 +288,8 @@ class Filler {
   // For so few turns it does not pay to align their stores.
   static constexpr size_t kFewTurns = 6;
 
-  // After so many steps it is tried whether those that follow are equal. Two of them lead all lanes from where equal
-  // steps ended to another exponent, and three are tried.
+  // After so many steps it is tried whether those that follow are equal. Two lead all lanes from where equal steps ended
+  // to another exponent, and three are looked at; an even number keeps blocks together that share a register.
   static constexpr size_t kSingleSteps = 6;
 
   template <bool streams = false, size_t N>
@@ -326,7 +337,9 @@ class Filler {
     take_steps(count, next);
   }
 
-  // The loop stores whole registers where they are aligned, if that is at an element: it begins within the next block.
+  // Turns of equal steps. If `dst_` is not aligned, the loop begins where it is, some elements further on, with blocks
+  // that are each put together of two. It then writes as many elements beyond the last turn. So at least one block has
+  // to follow, which overwrites them.
   ZIVKS_INLINE void take_turns(size_t turns, Block step) {
     T* const first = dst_;
     Block last = last_, step_of_block = step;
@@ -375,7 +388,8 @@ template <class Conversion, class Arithmetic, class T>
   leave_registers();
 }
 
-// Whether all accumulators are within the range of int32. A rounded step is none or at most twice the step.
+// Whether all accumulators are within the range of int32, for which none of them may overflow. A rounded step is none or
+// at most twice the step, and the sums here are rounded, too.
 template <class Arithmetic>
 bool is_within_int32(const Arithmetic& arithmetic, size_t blocks) {
   using F = typename Arithmetic::Working;

@@ -6,6 +6,8 @@
 
 #include <algorithm>
 #include <cstring>
+#include <type_traits>
+#include <utility>
 
 #include "core/checks.h"
 #include "core/copy.h"
@@ -154,7 +156,7 @@ template <size_t element, size_t factor>
 template <size_t element>
 void spread_to_groups(size_t factor, const uint8_t* src, size_t len, uint8_t* dst, size_t phase) {
   if (factor == 2) return spread<element, 2>(src, len, dst, phase);
-  if constexpr (SpreadRegister<element, 3>::is_possible()) {
+  if constexpr (SpreadRegister<element, 3>::is_possible()) {  // not of 16 bytes in registers of 32
     if (factor == 3) return spread<element, 3>(src, len, dst, phase);
   }
   if (factor == 4) return spread<element, 4>(src, len, dst, phase);
@@ -238,7 +240,8 @@ struct EveryNthElement {
   }
 };
 
-// `src` begins with an element that is kept. Behind the last one that is, there may be less than a group.
+// `src` begins with an element that is kept. Whole groups go through registers. The last element that is kept may begin a
+// group that is not whole, and is written by itself.
 template <size_t factor, class T>
 void keep_one_of_few(const T* src, size_t len, T* dst, size_t count) {
   if (len >= factor) map(dst, len / factor, unchanged, EveryNthElement<T, factor>{src});

@@ -6,6 +6,7 @@
 #include <zivks/generators.h>
 
 #include <cmath>
+#include <cstring>
 
 #include "core/checks.h"
 #include "core/complex.h"
@@ -18,6 +19,9 @@ constexpr double kPi = 3.141592653589793, kTwoPi = 6.283185307179586;
 
 // Whether the asymmetry may be -pi, so that a period only rises.
 enum class Lowest { kRefused, kAllowed };
+
+// Below these frequencies the float64 forms follow the slopes of the wave. They differ in where they change the method.
+constexpr double kLowFrequency = 0.14, kLowFrequencyOfComplex = 0.11;
 
 // Comparisons let a NaN pass.
 template <Lowest lowest = Lowest::kRefused, class T, class F>
@@ -48,7 +52,7 @@ ZIVKS_INLINE V each(double value) {
   if constexpr (std::is_same_v<V, double>) return value;
   if constexpr (!std::is_same_v<V, double>) return broadcast(value);
 }
-using zivks::fused_multiply_add, zivks::whole_part;
+using zivks::fused_multiply_add, zivks::whole_part;  // beside those of single samples, which would hide them
 ZIVKS_INLINE double fused_multiply_add(double a, double b, double c) { return std::fma(a, b, c); }
 ZIVKS_INLINE double whole_part(double a) { return std::trunc(a); }
 
@@ -92,9 +96,9 @@ class Wave {
     return {real_part(phase), imaginary_part<place>(phase)};
   }
 
-  // The same once they are rounded to float32. The line that counts is the upper one next to the trough, and the lower
-  // one next to the peak. Where rounding has the lines meet elsewhere than stated, both are within 2^-26 of -1 or
-  // 1, to which float32 rounds them.
+  // The same once they are rounded to float32, for arguments of float32. The line that counts is the upper one next to
+  // the trough, and the lower one next to the peak. Roundings may have the lines meet a little beside the trough or the
+  // peak. But there both are within 2^-26 of -1 or 1, to which float32 rounds them.
   ZIVKS_INLINE F64 real_part_for_float32(F64 phase) const {
     return greater(rise_to_peak(phase), fall_from_peak(phase)) * broadcast(magn_);
   }
@@ -150,7 +154,7 @@ Wave wave_of_integers(int16_t magn, float rFreq, float asym, float phase) {
   return sum == sum ? Wave(magn, rFreq, asym, phase) : Wave(0, 0, 0, 0);
 }
 
-// The operand of a loop that gives each element its index.
+// The operand of a loop that gives each element its index. It reads no memory.
 template <class T>
 struct Indices {
   using Element = T;
@@ -251,7 +255,7 @@ double advance_phase(double* phase, int32_t len, double rFreq) {
 
 double less_a_period(double phase) { return phase > kTwoPi ? phase - kTwoPi : phase; }
 
-// What a sample below the trough leads to. Rounding may leave one there after the wave has turned.
+// What a sample below the trough leads to while the wave rises: nothing, or a turn as while it falls.
 enum class BelowTrough { kTurnsIfFalling, kTurnsAlways };
 
 // A wave that follows its slopes: from sample to sample by adding, and at a turn by mirroring what went beyond the
@@ -425,7 +429,7 @@ ZIVKStatus ZIVKS_Triangle_64f(double* dst, int32_t len, double magn, double rFre
   if (ZIVKStatus status = check_wave<Lowest::kAllowed>(dst, len, magn, rFreq, asym, phase)) return status;
   const Slopes slopes(asym);
   const double start = advance_phase(phase, len, rFreq);
-  if (rFreq < 0.14) {
+  if (rFreq < kLowFrequency) {
     SlopeWave wave(magn, rFreq, slopes, start);
     for (int32_t i = 0; i < len; ++i) {
       dst[i] = wave.sample();
@@ -442,7 +446,7 @@ ZIVKStatus ZIVKS_Triangle_64fc(ZIVK64fc* dst, int32_t len, double magn, double r
   if (ZIVKStatus status = check_wave(dst, len, magn, rFreq, asym, phase)) return status;
   const Slopes slopes(asym);
   const double start = advance_phase(phase, len, rFreq);
-  if (rFreq < 0.11) {
+  if (rFreq < kLowFrequencyOfComplex) {
     SlopeWave re(magn, rFreq, slopes, start),
         im(magn, rFreq, slopes, less_a_period(start + slopes.imaginary_trough()));
     for (int32_t i = 0; i < len; ++i) {

@@ -52,7 +52,7 @@ void map_draws(T* dst, size_t len, const Kernel& kernel) {
 
 // Whole blocks are computed in float32, where a draw next to 1 becomes 1, and the tail in float64.
 template <class T, class Kernel, class Tail>
-void fill_in_float32(T* dst, int32_t len, uint32_t seed, const Kernel& kernel, const Tail& tail) {
+void fill_by_blocks(T* dst, int32_t len, uint32_t seed, const Kernel& kernel, const Tail& tail) {
   constexpr size_t kBlock = 8;
   const auto count = static_cast<size_t>(len);
   const size_t blocks = count & ~(kBlock - 1);
@@ -61,12 +61,12 @@ void fill_in_float32(T* dst, int32_t len, uint32_t seed, const Kernel& kernel, c
   for (size_t i = blocks; i < count; ++i) dst[i] = tail(drand48());
 }
 
-// No value lies beyond the bounds: rounding keeps the order.
+// No value lies beyond the bounds, since rounding keeps the order: nothing has to be clamped.
 template <class T, class Record>
 ZIVKStatus fill_integers(T* dst, int32_t len, const Record* policy) {
   if (ZIVKStatus status = check_arrays(len, dst, policy)) return status;
   const int32_t low = policy->low, width = policy->high - policy->low;
-  fill_in_float32(
+  fill_by_blocks(
       dst, len, policy->seed,
       [low = static_cast<float>(low), width = static_cast<float>(width)](auto draws) ZIVKS_INLINE_LAMBDA {
         return round_saturating<T, ZIVK_RND_ZERO>(place_between(low, width, draws));
@@ -108,7 +108,7 @@ ZIVKStatus ZIVKS_RandUniform_16s(int16_t* dst, int32_t len, const ZIVKRandUnifor
 ZIVKStatus ZIVKS_RandUniform_32f(float* dst, int32_t len, const ZIVKRandUniformState_32f* policy) {
   if (ZIVKStatus status = check_arrays(len, dst, policy)) return status;
   const float low = policy->low, width = policy->high - policy->low;
-  fill_in_float32(
+  fill_by_blocks(
       dst, len, policy->seed,
       [low, width](auto draws) ZIVKS_INLINE_LAMBDA { return place_between(low, width, draws); },
       [low, width](double draw) { return static_cast<float>(std::fma(double{width}, draw, double{low})); });

@@ -1,7 +1,10 @@
 // Triangle waves: samples by hand, the order of checks, thresholds, and long arrays.
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <limits>
+#include <tuple>
+#include <vector>
 
 #include "generic/values.h"
 #include "reference/triangle_waves.h"
@@ -84,12 +87,19 @@ TEST(TriangleWave, PassesNanOn) {
       EXPECT_TRUE(integers[i].re == 0 && integers[i].im == 0);
       EXPECT_TRUE(std::isnan(floats[i].re) && std::isnan(floats[i].im));
     }
+    const bool keeps_phase = std::isnan(asymmetry);
     for (double rate : {0.1, 0.4}) {
-      double samples[7], own_phase = phase;
-      ASSERT_EQ(
-          ZIVKS_Triangle_64f(samples, 7, nan, std::isnan(frequency) ? kNan : rate, asymmetry, &own_phase),
-          ZIVK_STS_NO_ERR);
+      if (std::isnan(frequency)) rate = kNan;
+      double samples[7], own_phase = phase, complex_phase = phase;
+      ZIVK64fc numbers[7];
+      ASSERT_EQ(ZIVKS_Triangle_64f(samples, 7, nan, rate, asymmetry, &own_phase), ZIVK_STS_NO_ERR);
+      ASSERT_EQ(ZIVKS_Triangle_64fc(numbers, 7, 1, rate, asymmetry, &complex_phase), ZIVK_STS_NO_ERR);
       for (double sample : samples) EXPECT_TRUE(std::isnan(sample));
+      for (int i = std::isnan(rate) ? 1 : 0; i < 7; ++i) {  // the first sample takes no step
+        EXPECT_TRUE(std::isnan(numbers[i].re) && std::isnan(numbers[i].im));
+      }
+      EXPECT_EQ(std::isnan(own_phase), !keeps_phase);
+      EXPECT_EQ(std::isnan(complex_phase), !keeps_phase);
     }
   }
 }
@@ -172,7 +182,7 @@ void expect_agreement(const TriangleWave& wave, int32_t length) {
 }
 
 // Both methods on both sides of their thresholds, and at frequencies and asymmetries of every order.
-TEST(TriangleWave, GoesFromSampleToSampleAsStated) {
+TEST(TriangleWave, GoesFromSampleToSampleInDoubleForms) {
   const double below = std::nextafter(0.14, 0), below_complex = std::nextafter(0.11, 0);
   Random random(1);
   const auto uniform = [&] { return static_cast<double>(random.below(1 << 30)) / (1 << 30); };

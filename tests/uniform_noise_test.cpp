@@ -1,4 +1,4 @@
-// What values of noise by hand show: where blocks and tails differ, and the state that draws leave behind.
+// Uniform noise: where blocks and tails differ, and what a call leaves of the C library's generator.
 #include <gtest/gtest.h>
 #include <stdlib.h>
 

@@ -148,10 +148,11 @@ struct OneOfEach : Operand<2, 1> {
   static constexpr int kBytesMoved = sizeof(Element<Parameter>) / factor;
 };
 
-#define SAMPLE_UP(function, factor)                                                                     \
-  ROW(function, kSampleUp, SpreadOverZeros, kSrc, kLen, Operand<2, factor>(), kResult, kNumber<factor>, \
-      FirstPosition())                                                                                  \
+#define SAMPLE_UP_BY(requirement, function, factor)                                                       \
+  ROW(function, requirement, SpreadOverZeros, kSrc, kLen, Operand<2, factor>(), kResult, kNumber<factor>, \
+      FirstPosition())                                                                                    \
       .with("by " #factor)
+#define SAMPLE_UP(function, factor) SAMPLE_UP_BY(kSampleUp, function, factor)
 #define SAMPLE_DOWN(function, requirement, factor)                                                     \
   ROW(function, requirement, KeepOneOfEach, kSrc, kLen, OneOfEach<factor>(), kResult, kNumber<factor>, \
       FirstPosition())                                                                                 \
@@ -167,6 +168,7 @@ std::vector<Row> sampling_rows() {
       SAMPLE_UP(ZIVKS_SampleUp_32f, 2),
       SAMPLE_UP(ZIVKS_SampleUp_32f, 3),
       SAMPLE_UP(ZIVKS_SampleUp_32f, 4),
+      SAMPLE_UP_BY(kScattered, ZIVKS_SampleUp_32f, 5),
       SAMPLE_UP(ZIVKS_SampleUp_32f, 8),
       SAMPLE_UP(ZIVKS_SampleUp_64f, 2),
       SAMPLE_UP(ZIVKS_SampleUp_64f, 3),

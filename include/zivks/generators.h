@@ -29,18 +29,18 @@ extern "C" {
  * `drand48` see it reseeded, and **two of these functions, or one and any other user of `drand48`, may not run at the
  * same time,** whatever their records are.
  *
- * A draw r, from 0 up to but not including 1, becomes `low` + (`high` - `low`) * r. Whole blocks are computed
- * in `float`, the elements behind them, the tail, in `double` (all of ZIVKS_RandUniform_64f() in `double`); so
- * the first seven of eight elements may differ in their last bit from those of a call for seven.
+ * A draw r, from 0 up to but not including 1, becomes `low` + (`high` - `low`) * r. Whole blocks of 8 elements are
+ * computed in `float`, in which a draw next to 1 becomes 1. The elements behind them, the tail, are computed in
+ * `double`. So the first seven of eight elements may differ from those of a call for seven: in their last bits,
+ * near 0 in most of their bits, and integers by 1. ZIVKS_RandUniform_64f() computes everything in `double`.
  *
- * | Form          | Block | Integers                                | Range                                  |
- * |---------------|-------|-----------------------------------------|----------------------------------------|
- * | `8u`, `16s`   | 8     | truncated toward zero, not rounded down | `high` can come up in blocks alone     |
- * | `32f`         | 8     |                                         | `high` can come up                     |
- * | `64f`         | 2     |                                         | `high` can come up by rounding         |
+ * Integers are truncated toward zero, not rounded down:
  *
- * Because of the truncation, 0 comes up about twice as often as its neighbours where `low` is below it and `high`
- * above it. Bounds may be equal, and `low` may be above `high`.
+ * - 0 comes up about twice as often as its neighbours where one bound is below it and the other above it.
+ * - A bound comes up as often as its neighbours if it lies between 0 and the other bound. Otherwise it hardly ever
+ *   does: `low` for a draw of 0 alone, `high` in blocks alone.
+ *
+ * Bounds may be equal, and `low` may be above `high`.
  *
  * @{
  */
@@ -128,6 +128,9 @@ ZIVKS_API ZIVKStatus ZIVKS_RandUniform_64f(double* dst, int32_t len, const ZIVKR
  * A wave can thus be continued in the `double` forms by a further call with the same variable; in the others
  * the caller advances the phase, by 2 pi times the fractional part of `rFreq` * `len`.
  *
+ * The `double` forms follow the slopes of the wave at low frequencies and step its phase at others. The method changes
+ * where `rFreq` is 0.14 in ZIVKS_Triangle_64f() and 0.11 in ZIVKS_Triangle_64fc(), and with it the last bits.
+ *
  * Forms that compute samples from their indices work in blocks: 4 elements (`32fc`: 2). Blocks and the elements behind
  * them may differ in the last bit. ZIVKS_Triangle_16sc() rounds indices to `float`, which shows from index 16777216 on.
  *
@@ -171,7 +174,7 @@ ZIVKS_API ZIVKStatus ZIVKS_Triangle_64fc(ZIVK64fc* dst, int32_t len, double magn
  * @defgroup linear_ramps Linear ramps
  *
  * Fills arrays with `offset` + `slope` * i, clamped at the bounds of the type. Integers are rounded to nearest, ties to
- * even; a NaN gives 0.
+ * even, but for 0.49999999999999994 in tails that work in `double`, which becomes 1. A NaN gives 0.
  *
  * The values are not computed from their indices: whole blocks are each made from the one before by adding
  * `slope` times the length of a block, and the elements behind the blocks, the tail, each from the one before by adding
@@ -185,8 +188,12 @@ ZIVKS_API ZIVKStatus ZIVKS_Triangle_64fc(ZIVK64fc* dst, int32_t len, double magn
  * | `32u`, `32s`  | 4     | `double`       | `double`      |
  * | `64f`         | 4     | `double`       | `double`      |
  *
- * Half precision has 11 significant bits. Where the values of ZIVKS_VectorSlope_8u() lie above 128, a block must rise
- * by more than 1/16 to rise at all: a slower ramp stalls there, and goes on in the tail where it should be.
+ * In ZIVKS_VectorSlope_64f() the tail begins at the last even index, so that it has one element or none; see there.
+ *
+ * Half precision has 11 significant bits. Where the values of ZIVKS_VectorSlope_8u() lie between 128 and 256, a block
+ * must rise or fall by more than 1/16 to go on: a slower ramp stalls there, and continues in the tail where it should
+ * be. Numbers beyond 65504 are infinite in half precision. So an `offset` beyond keeps all blocks at 0 or 255, and a
+ * `slope` beyond 4094 makes steps of infinite length.
  *
  * @{
  */
