@@ -57,7 +57,7 @@ inline constexpr Requirement kNoise       = {"noise",        0.9, 0,   130, 1.05
 inline constexpr Requirement kWave        = {"wave",         2.4, 0.6,  50, 0.45, 540};
 inline constexpr Requirement kSerialWave  = {"serial wave",  2.2, 0.6,  35, 0.5,  520};
 inline constexpr Requirement kSampleUp    = {"sampling up",  1.6, 0.9,  18, 0.9,  260};
-inline constexpr Requirement kScattered   = {"sampling up over zeros", 1.1, 0.9, 25, 0.9, 260};
+inline constexpr Requirement kScattered   = {"sampling up over zeros", 1.1, 0.9, 25, 1.1, 260};
 inline constexpr Requirement kSampleDown  = {"sampling down", 1.5, 1.1, 10, 0.4,  140};
 inline constexpr Requirement kStrided     = {"sampling down, element by element", 0.95, 1.1, 9, 0.7, 130};
 // The tail of a ramp is a chain of additions, in short arrays too. So are blocks wherever exponents change, where the
