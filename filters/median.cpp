@@ -9,7 +9,9 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstring>
 #include <limits>
+#include <type_traits>
 
 #include "core/checks.h"
 #include "core/prefetch.h"
@@ -93,8 +95,8 @@ void find_medians_of_few(const T* samples, size_t count, size_t mask, T* dst) {
   }
 }
 
-// Every method gives the same medians of integers, and of floats without special values. Those of longer masks than
-// kLongestRanked are found by sorting each window.
+// Every method gives the same medians of integers, and of floats without special values. The mask is at most
+// kLongestRanked.
 template <class T>
 void find_medians(const T* samples, size_t count, size_t mask, T* dst) {
   if (is_short(mask)) return find_medians_of_few<PlainValues>(samples, count, mask, dst);

@@ -18,7 +18,8 @@ struct AnyValues {
   }
 };
 
-// The same for integers, and for floats without NaN whose zeros have one sign.
+// The same for integers, and for floats without NaN whose zeros have one sign. A NaN may change the medians of windows that
+// it is in, and no others; zeros of both signs may be taken for each other.
 struct PlainValues {
   template <class R>
   static R lower(R a, R b) {
@@ -120,8 +121,8 @@ ZIVKS_INLINE R median_of_5(R a, R b, R c, R d, R e) {
   return median_of_3<Order>(low, high, e);
 }
 
-// Of some samples neither the smallest nor the largest is the median of seven: they are dropped from five samples, and
-// again from the three that are left and the next one.
+// Of any five of the seven samples neither the smallest nor the largest is the median. They are dropped, and the median of
+// the other three and of the last two is that of all.
 template <class Order, class R>
 ZIVKS_INLINE R median_of_7(R a, R b, R c, R d, R e, R f, R g) {
   const auto ab = sorted<Order>(Column<R, 2>{{a, b}}), cd = sorted<Order>(Column<R, 2>{{c, d}});

@@ -35,13 +35,14 @@ inline constexpr size_t kRankedSamples = (8 << 10) / (sizeof(T) + 2 * sizeof(int
 template <class T>
 inline constexpr size_t kLongestRanked = kRankedSamples<T> * 2 / 3;
 
-// The middle ranks of the windows from number `k` on.
+// The middle ranks of a register of windows, whose first one begins at `ranks`. The mask is odd. Comparisons give -1, so
+// that the sums count smaller ranks downwards.
 ZIVKS_INLINE I16 middle_ranks(const int16_t* ranks, size_t mask, int16_t highest_bit) {
   const I16 middle = broadcast(static_cast<int16_t>(mask / 2));
   I16 found = {};
   for (int16_t bit = highest_bit; bit > 0; bit = static_cast<int16_t>(bit / 2)) {
     const I16 candidate = found | broadcast(bit);
-    I16 even = {}, odd = I16(load(ranks) < candidate);  // less the number of smaller ranks
+    I16 even = {}, odd = I16(load(ranks) < candidate);  // two sums, which do not wait for each other
     for (size_t i = 1; i < mask; i += 2) {
       even += I16(load(ranks + i) < candidate);
       odd += I16(load(ranks + i + 1) < candidate);

@@ -9,13 +9,16 @@
 #define ZIVKS_FILTERS_MEDIAN_WINDOWS_H
 
 #include <algorithm>
+#include <cstring>
+#include <utility>
 
 #include "core/loops.h"
 #include "filters/median_networks.h"
 
 namespace zivks {
 
-// The stack that a table takes. Half of it is enough for masks up to 33, at a loss of a tenth of the speed and more.
+// The stack that a table takes. With half of it masks up to 33 would take a tenth longer or more, and longer ones another,
+// slower method.
 inline constexpr size_t kTableBytes = 16 << 10;
 
 template <class T>
@@ -98,7 +101,8 @@ void merge_few_rows(Rows<T> rows, size_t distance, size_t columns) {
   }
 }
 
-// The last step of an odd-even merge of two runs. Of runs of odd length the last row lies one too high.
+// The last step of an odd-even merge of two runs. If their length is odd, there is one more row of even than of odd number,
+// so that the last of 2 * run rows lies in the place behind its own: with runs of 9 it is number 18, and moves to 17.
 template <class T>
 void interleave_rows(Rows<T> rows, size_t run, size_t columns) {
   for (size_t i = 1; i < 2 * run - 2; i += 2) {
@@ -111,8 +115,9 @@ void interleave_rows(Rows<T> rows, size_t run, size_t columns) {
   if (run % 2 == 1) std::memcpy(rows[2 * run - 1], rows[2 * run], columns * sizeof(T));
 }
 
-// Rows that the merges of runs of odd length use beyond those of their result.
-inline constexpr size_t kSpareRows = 6;
+// Rows that merges use beyond those of their result, until the last row is where it belongs: at most as many for runs of up
+// to 32, as with runs of 17, whose halves of 9 have rows of their own in every second row.
+inline constexpr size_t kSpareRows = 3;
 
 template <class T>
 void merge_rows(Rows<T> rows, size_t run, size_t distance, size_t columns) {

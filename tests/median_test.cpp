@@ -1,6 +1,8 @@
 // Median filters: long masks, streams in blocks, where a NaN spreads and where it does not, and allocations that fail.
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cmath>
 #include <cstring>
 #include <random>
 #include <tuple>
@@ -21,7 +23,8 @@ constexpr auto kFilters =
 template <class T>
 constexpr auto kFilter = std::get<Filter<T>>(kFilters);
 
-// Filters `samples`, of which the first ones are the delay line, or are as good as absent.
+// Filters `samples`, of which the first mask - 1 are the delay line. Without that they have to be copies of the sample
+// that follows them, which stand for an absent line.
 template <class T>
 std::vector<T> medians_of(const std::vector<T>& samples, size_t mask, bool with_line = true) {
   std::vector<T> medians(samples.size() - (mask - 1)), window((mask + 15) / 16 * 16);
@@ -57,7 +60,7 @@ class MedianFilter : public testing::Test {
 using Samples = testing::Types<uint8_t, int16_t, int32_t, float, double>;
 TYPED_TEST_SUITE(MedianFilter, Samples);
 
-// Masks of all the ways in which windows are halved, and too long for that, over several tables.
+// Masks of all the ways in which windows are halved, and too long for that.
 TYPED_TEST(MedianFilter, FindsMediansOfLongMasks) {
   std::vector<size_t> masks = {101, 119, 129, 131, 201};
   for (size_t mask = 11; mask <= 73; mask += 2) masks.push_back(mask);
@@ -74,16 +77,39 @@ TYPED_TEST(MedianFilter, FindsMediansOfLongMasks) {
   }
 }
 
-// Masks too long for the samples of a table, in all three parts of an array.
+template <class T>
+T median_at(const std::vector<T>& samples, size_t i, size_t mask) {
+  const auto first = samples.begin() + static_cast<std::ptrdiff_t>(i);
+  std::vector<T> window(first, first + static_cast<std::ptrdiff_t>(mask));
+  std::sort(window.begin(), window.end());
+  return window[mask / 2];
+}
+
+// Masks up to the longest ones whose samples are ranked, over several stretches of ranks, and the next longer ones. The
+// samples climb, so that one median is not like another.
+TYPED_TEST(MedianFilter, FindsMediansInSeveralStretchesOfRanks) {
+  constexpr size_t kCount = 2500;
+  for (size_t mask : std::initializer_list<size_t>{343, 453, 455, 457, 601, 681, 683, 909, 911, 1091, 1093}) {
+    std::vector<TypeParam> samples = this->samples(mask - 1 + kCount, 1U << 30);
+    for (size_t i = 0; i < samples.size(); ++i) {
+      samples[i] = static_cast<TypeParam>(
+          (i / 16 + static_cast<size_t>(std::fabs(static_cast<double>(samples[i])))) % 251);
+    }
+    const std::vector<TypeParam> medians = medians_of(samples, mask);
+    for (size_t i = 0; i < kCount; i += 13) {
+      ASSERT_EQ(medians[i], median_at(samples, i, mask)) << "mask " << mask << ", median " << i;
+    }
+  }
+}
+
+// Masks too long for any table, in all three parts of an array.
 TYPED_TEST(MedianFilter, FindsMediansOfMasksLongerThanAnyTable) {
-  constexpr size_t kMask = 2501;
+  // From 4096 samples on those of 16 bits are counted.
+  constexpr size_t kMask = std::is_same_v<TypeParam, int16_t> ? 4097 : 2501;
   const std::vector<TypeParam> samples = this->samples(2 * kMask, 1U << 30);
   const std::vector<TypeParam> medians = medians_of(samples, kMask);
   for (size_t i : {size_t{0}, size_t{1}, kMask / 2, kMask - 2, kMask - 1, kMask}) {
-    std::vector<TypeParam> window(samples.begin() + static_cast<std::ptrdiff_t>(i),
-                                  samples.begin() + static_cast<std::ptrdiff_t>(i + kMask));
-    std::sort(window.begin(), window.end());
-    EXPECT_EQ(medians[i], window[kMask / 2]) << i;
+    EXPECT_EQ(medians[i], median_at(samples, i, kMask)) << i;
   }
 }
 

@@ -18,7 +18,7 @@ void fill_with_noise(float* values, int32_t count, float low, float high, uint32
 }  // namespace
 
 Clicks::Clicks(int per_second, int sample_rate, int channel)
-    : per_second_(per_second), sample_rate_(sample_rate), seed_(static_cast<uint32_t>(channel) << 24) {
+    : per_second_(per_second), sample_rate_(sample_rate), seed_(static_cast<uint32_t>(channel) * 0x9E3779B1) {
   if (per_second_ == 0) return;
   first_samples_ = own(ZIVKS_Malloc_32s(per_second));
   places_ = own(ZIVKS_Malloc_32f(per_second));
@@ -28,7 +28,7 @@ Clicks::Clicks(int per_second, int sample_rate, int channel)
 // The clicks of one second.
 void Clicks::draw() {
   constexpr float kLowest = 0.3F;
-  const auto last_place = static_cast<float>(sample_rate_ - kSamples);
+  const auto last_place = static_cast<float>(std::max(sample_rate_ - kSamples, 0));
   fill_with_noise(places_.get(), per_second_, 0, last_place, seed_++);
   fill_with_noise(heights_.get(), per_second_, kLowest, 1, seed_++);
   check(ZIVKS_SortAscend_32f_I(places_.get(), per_second_));

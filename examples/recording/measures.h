@@ -26,7 +26,7 @@ struct Outline {
 };
 
 struct Channel {
-  double offset;                 // mean of all samples
+  double offset;                 // what levels and crossings are measured from
   std::vector<Measures> frames;  // of equal duration; the last one may be shorter
   std::vector<Outline> outlines;
 };

@@ -1,7 +1,7 @@
 #include "options.h"
 
 #include <charconv>
-#include <cstdio>
+#include <optional>
 #include <stdexcept>
 #include <string>
 
@@ -20,8 +20,8 @@ const char kUsage[] =
     "played:\n"
     "  --clicks N        adds N clicks a second to each channel, as from a scratched record\n"
     "  --clean MASK      removes clicks: a sample that is far from the median of MASK samples around\n"
-    "                    it, an odd number, is replaced by the median. A mask of 5 removes clicks of\n"
-    "                    up to 2 samples, as --clicks adds them\n"
+    "                    it, an odd number up to 501, is replaced by the median. A mask of 5 removes\n"
+    "                    clicks of up to 2 samples, as --clicks adds them\n"
     "  --threshold T     how far is far, of a full scale of 1 (default: 0.2); with 0 every sample is\n"
     "                    replaced\n"
     "  --reduce FACTOR   lowers the sample rate: the mean of each FACTOR samples\n"
@@ -33,29 +33,36 @@ const char kUsage[] =
 
 namespace {
 
+// Longer ones would take much more time a sample.
+constexpr int32_t kLongestMask = 501;
+
+// `range` says in words what the number may be.
 template <class Number>
-Number parse_number(const std::string& option, const std::string& text, Number least, Number most) {
+Number parse_number(const std::string& option, const std::string& text, Number least, Number most,
+                    const std::string& range) {
   Number number = 0;
   const char* const end = text.data() + text.size();
   const auto [rest, error] = std::from_chars(text.data(), end, number);
   if (error == std::errc() && rest == end && least <= number && number <= most) return number;
-  char range[80];
-  std::snprintf(range, sizeof range, "%g to %g", static_cast<double>(least), static_cast<double>(most));
-  throw std::runtime_error(option + ": '" + text + "' is no number from " + range);
+  throw std::runtime_error(option + ": '" + text + "' is no number " + range);
 }
 
 }  // namespace
 
 Options parse_options(int argc, char** argv) {
   Options options;
+  std::optional<double> seconds;
+  std::optional<float> threshold;
+  bool has_file = false;
   Processing& processing = options.processing;
   for (Arguments arguments(argc, argv); !arguments.is_empty();) {
     const std::string option = arguments.take();
     const auto value = [&] { return arguments.take_value(option); };
     const auto count = [&](int32_t least, int32_t most) {
-      return parse_number<int32_t>(option, value(), least, most);
+      return parse_number(option, value(), least, most,
+                          "from " + std::to_string(least) + " to " + std::to_string(most));
     };
-    if (option == "--help") {
+    if (option == "--help" || option == "-h") {
       options.help = true;
     } else if (option == "--output") {
       options.folder = value();
@@ -64,28 +71,34 @@ Options parse_options(int argc, char** argv) {
     } else if (option == "--clicks") {
       processing.clicks_per_second = count(0, 1000);
     } else if (option == "--clean") {
-      processing.mask = count(1, 999);
+      processing.mask = count(1, kLongestMask);
       if (processing.mask % 2 == 0)
         throw std::runtime_error("--clean: the median of an even number has no middle");
     } else if (option == "--threshold") {
-      processing.threshold = parse_number<float>(option, value(), 0, 2);
+      threshold = parse_number(option, value(), 0.0F, 2.0F, "from 0 to 2");
     } else if (option == "--reduce") {
       processing.factor = count(1, 1000);
     } else if (option == "--tone") {
-      options.tone = parse_number<double>(option, value(), 0.01, kToneSampleRate / 2.0 - 0.01);
+      options.tone = parse_number(option, value(), 0.01, kToneSampleRate / 2 - 0.01,
+                                  "of Hz from 0.01 to less than half the sample rate");
     } else if (option == "--seconds") {
-      options.seconds = parse_number<double>(option, value(), 0, 1e6);
+      seconds = parse_number(option, value(), 0.0, 1e6, "from 0 to 1000000");
     } else if (option == "--block") {
       processing.block = count(1, 1 << 24);
     } else if (option.size() > 1 && option[0] == '-') {
       throw std::runtime_error("there is no option " + option + "; see --help");
-    } else if (!options.file.empty()) {
+    } else if (has_file) {
       throw std::runtime_error("two files are named: '" + options.file.string() + "' and '" + option + "'");
     } else {
       options.file = option;
+      has_file = true;
     }
   }
-  if (options.tone > 0 && !options.file.empty()) throw std::runtime_error("--tone takes no file");
-  if (options.file.empty()) options.file = "/usr/share/sounds/alsa/Front_Center.wav";
+  if (options.tone > 0 && has_file) throw std::runtime_error("--tone takes no file");
+  if (seconds && options.tone == 0) throw std::runtime_error("--seconds is for --tone");
+  if (threshold && processing.mask == 1) throw std::runtime_error("--threshold is for --clean");
+  if (!has_file) options.file = "/usr/share/sounds/alsa/Front_Center.wav";
+  options.seconds = seconds.value_or(options.seconds);
+  processing.threshold = threshold.value_or(processing.threshold);
   return options;
 }

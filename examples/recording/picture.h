@@ -9,7 +9,7 @@
 void prepare_folder(const std::filesystem::path& folder);
 
 // Draws the waves, the levels and the zero crossings of all channels into a PNG in the folder, and returns its
-// path: before and after the last stage, if there is one. The data and the gnuplot script stay beside it. Throws
+// path: before and after the last stage that keeps the sample rate, if there is one. The data and the gnuplot script stay beside it. Throws
 // std::runtime_error if that fails.
 std::filesystem::path draw(const SoundInfo& sound, const Report& report, const std::filesystem::path& folder);
 

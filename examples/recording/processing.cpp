@@ -15,6 +15,9 @@ namespace {
 
 namespace fs = std::filesystem;
 
+// Samples of all channels in a block, at most: as bytes they are counted in an int32_t.
+constexpr int32_t kMostAtOnce = 1 << 26;
+
 // Calls `use(count, is_last)` for one block after the other. All hold `block` samples but the last one, which
 // takes the rest as well: a median filter needs blocks as long as its mask.
 template <class Use>
@@ -41,7 +44,7 @@ std::vector<double> offsets_of(Sound& sound, int32_t block, int32_t most, Progre
       for (int32_t i = 0; i < count; ++i) sums[c] += double{channels[c][i]};
     }
     done += static_cast<uint64_t>(count);
-    progress.show(done, done);
+    progress.show(done, done / 2);  // of two passes
   });
   sound.rewind();
   for (double& sum : sums) sum /= static_cast<double>(sound.info().length);
@@ -145,6 +148,14 @@ class ChannelProcess {
   std::unique_ptr<Reducer> reducer_;
 };
 
+// Files in the folder that are called like the sound are written by the program itself.
+void refuse_name_of_output(const SoundInfo& sound, const fs::path& folder, const fs::path& copy) {
+  const std::string stem = fs::path(sound.name).stem().string() + ".";
+  if (copy.empty() || copy.filename().string().rfind(stem, 0) != 0) return;
+  if (fs::weakly_canonical(fs::absolute(copy)).parent_path() != fs::canonical(folder)) return;
+  throw std::runtime_error(copy.string() + ": would be another file of the output as well");
+}
+
 // Where what comes out of a stage goes: into measures, a file, or both.
 struct Outlet {
   std::string name;
@@ -176,16 +187,25 @@ Report process(Sound& sound, const Processing& wanted, const fs::path& folder) {
     throw std::runtime_error(std::to_string(info.sample_rate) + " Hz cannot be reduced by a factor of " +
                              std::to_string(wanted.factor) + " to a whole number of Hz");
   }
+  const auto refuse_longer = [&](const char* what, int32_t count) {
+    if (count <= info.length) return;
+    throw std::runtime_error("the sound has " + std::to_string(info.length) + " samples, and " + what +
+                             " takes " + std::to_string(count));
+  };
+  refuse_longer("the median", wanted.mask);
+  refuse_longer("the mean", wanted.factor);
+  refuse_name_of_output(info, folder, wanted.copy);
   Processing processing = wanted;
-  if (processing.mask > info.length) processing.mask = static_cast<int32_t>((info.length - 1) | 1);
-  const int32_t block = std::max(processing.block, processing.mask);
+  const int32_t block = std::max(std::min(processing.block, kMostAtOnce / info.channels), processing.mask);
   const auto most = static_cast<int32_t>(std::min(info.length, 2 * int64_t{block}));
 
   std::vector<Outlet> outlets;
   const auto add_outlet = [&](const std::string& name, Stretch ChannelProcess::*stretch,
                               double ChannelProcess::*error, const fs::path& file, int sample_rate) {
     outlets.push_back({name, stretch, error, {}, {}});
-    if (!file.empty()) outlets.back().writer = std::make_unique<WavWriter>(file, info, sample_rate);
+    if (file.empty()) return;
+    const int64_t length = info.length * sample_rate / info.sample_rate;
+    outlets.back().writer = std::make_unique<WavWriter>(file, info, length, sample_rate);
   };
   const auto file = [&](const char* suffix) { return output_file(info, folder, suffix); };
   if (processing.copy.empty() && !info.file)
@@ -225,7 +245,7 @@ Report process(Sound& sound, const Processing& wanted, const fs::path& folder) {
     for (auto& channel : channels) channel->process(count, is_last);
     for (Outlet& outlet : outlets) outlet.take(channels);
     done += static_cast<uint64_t>(count);
-    progress.show(done, done);
+    progress.show(done, done / 2);  // of two passes
   });
 
   Report report;

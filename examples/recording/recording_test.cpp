@@ -243,10 +243,16 @@ TEST_F(RecordingTest, TellsWhatElseWentWrong) {
   expect_failure("$program --clean 4 sound.wav", "has no middle");
   expect_failure("$program --reduce 3 sound.wav", "8000 Hz cannot be reduced by a factor of 3");
   expect_failure("$program --clicks many sound.wav", "'many' is no number from 0 to 1000");
-  expect_failure("$program --tone 24000", "is no number from 0.01 to 24000");
+  expect_failure("$program --tone 24000", "is no number of Hz from 0.01 to less than half");
   expect_failure("$program --tone 440 sound.wav", "takes no file");
   expect_failure("$program sound.wav other.wav", "two files are named");
   expect_failure("$program --loud sound.wav", "no option --loud");
+  expect_failure("$program ''", "No such file");
+  expect_failure("$program --seconds 2 sound.wav", "--seconds is for --tone");
+  expect_failure("$program --threshold 0 sound.wav", "--threshold is for --clean");
+  expect_failure("$program --output . --copy sound.copy.wav sound.wav", "another file of the output");
+  expect_failure("$program --tone 440 --seconds 30000", "too long for a WAV file");
+  expect_failure("$program --tone 440 --seconds 0.001 --clean 51", "has 48 samples, and the median takes 51");
 }
 
 // Sounds that the program wrote, as it was asked to.

@@ -20,10 +20,9 @@ std::string bar(double level_db, std::size_t width) {
   return text;
 }
 
-void print_line(std::size_t number, const Channel& channel) {
+void print_measures(const Channel& channel) {
   const Measures all = combine(channel.frames.data(), channel.frames.data() + channel.frames.size());
-  std::printf("%7zu  %+8.5f  %10.2f  %9.2f  %11.1f", number, channel.offset, all.level_db(), all.peak_db(),
-              all.crossings_per_second());
+  std::printf("  %10.2f  %9.2f  %11.1f", all.level_db(), all.peak_db(), all.crossings_per_second());
 }
 
 }  // namespace
@@ -33,7 +32,8 @@ void print_table(const SoundInfo& sound, const Report& report) {
   std::printf("%s\n\n", sound.description().c_str());
   std::printf("channel    offset  level/dBFS  peak/dBFS  crossings/s\n");
   for (std::size_t i = 0; i < channels.size(); ++i) {
-    print_line(i + 1, channels[i]);
+    std::printf("%7zu  %+8.5f", i + 1, channels[i].offset);
+    print_measures(channels[i]);
     std::printf("\n");
   }
 
@@ -65,9 +65,10 @@ void print_table(const SoundInfo& sound, const Report& report) {
   for (std::size_t t = 1; t < report.tracks.size(); ++t) {
     const Track& track = report.tracks[t];
     std::printf("\n%s\n", track.name.c_str());
-    std::printf("channel    offset  level/dBFS  peak/dBFS  crossings/s  error/dBFS\n");
+    std::printf("channel  level/dBFS  peak/dBFS  crossings/s  error/dBFS\n");
     for (std::size_t i = 0; i < track.channels.size(); ++i) {
-      print_line(i + 1, track.channels[i]);
+      std::printf("%7zu", i + 1);
+      print_measures(track.channels[i]);
       std::printf("  %10.2f\n", 10 * std::log10(track.error_power[i]));
     }
   }

@@ -281,7 +281,10 @@ struct WavWriter::Output {
   }
 };
 
-WavWriter::WavWriter(fs::path file, const SoundInfo& sound, int sample_rate) : file_(std::move(file)) {
+WavWriter::WavWriter(fs::path file, const SoundInfo& sound, int64_t length, int sample_rate)
+    : file_(std::move(file)) {
+  constexpr int64_t kMostBytes = 0xFFFF0000;  // less some room for headers
+  if (length > kMostBytes / 3 / sound.channels) throw failure(file_, "the sound is too long for a WAV file");
   refuse_to_overwrite(sound, file_);
   SF_INFO format = {};
   format.samplerate = sample_rate;

@@ -21,8 +21,9 @@ void refuse_to_overwrite(const SoundInfo& sound, const std::filesystem::path& fi
 // A new WAV file of 24 bits. One that stands there already is replaced when the new one is complete, and not before.
 class WavWriter {
  public:
-  // The file gets the channels of `sound`, from which it is made, and its own sample rate.
-  WavWriter(std::filesystem::path file, const SoundInfo& sound, int sample_rate);
+  // The file gets the channels of `sound`, from which it is made, with its own length and sample rate. Throws
+  // std::runtime_error if a WAV file cannot hold so much.
+  WavWriter(std::filesystem::path file, const SoundInfo& sound, int64_t length, int sample_rate);
   ~WavWriter();
 
   void write(const std::vector<const float*>& channels, int32_t count);
