@@ -92,8 +92,8 @@ TYPED_TEST(MedianFilter, FindsMediansInSeveralStretchesOfRanks) {
   for (size_t mask : std::initializer_list<size_t>{343, 453, 455, 457, 601, 681, 683, 909, 911, 1091, 1093}) {
     std::vector<TypeParam> samples = this->samples(mask - 1 + kCount, 1U << 30);
     for (size_t i = 0; i < samples.size(); ++i) {
-      samples[i] = static_cast<TypeParam>(
-          (i / 16 + static_cast<size_t>(std::fabs(static_cast<double>(samples[i])))) % 251);
+      const auto noise = static_cast<size_t>(std::fabs(static_cast<double>(samples[i])));
+      samples[i] = static_cast<TypeParam>(sizeof(TypeParam) == 1 ? i / 20 + noise / 4 : i + noise);
     }
     const std::vector<TypeParam> medians = medians_of(samples, mask);
     for (size_t i = 0; i < kCount; i += 13) {
