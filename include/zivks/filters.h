@@ -41,7 +41,7 @@ extern "C" {
  *
  * Masks of 3, 5, 7 and 9 are fastest. The time of longer ones grows with the mask, up to 455 elements of `double`, 682 of
  * `float` or `int32_t`, 910 of `int16_t` and 1092 of `uint8_t`. Beyond, each output takes a sort of `m` elements,
- * which is a hundred times slower and more. Those sorts allocate if they are of 4096 elements of 16 bits or more; see
+ * which takes dozens of times as long. Those sorts allocate if they are of 4096 elements of 16 bits or more; see
  * ZIVKS_SortAscend_16s_I().
  *
  * @section median_delay_lines Streams and delay lines

@@ -304,8 +304,8 @@ Operands random_operands(const Function& function, int32_t length, size_t varian
     operands.slots[i] = values[variant % values.size()];
     variant /= values.size();
   }
-  for (size_t i = 0; i < function.arguments.size();
-       ++i) {  // ahead of the arrays whose lengths depend on them
+  // Ahead of the arrays whose lengths depend on them.
+  for (size_t i = 0; i < function.arguments.size(); ++i) {
     const Argument& argument = function.arguments[i];
     if (argument.role == Role::kOffsets) {
       operands.arrays[i] = random_offsets(length, operands.slots[i].as<Texts>(), random);
@@ -495,7 +495,8 @@ std::string difference(const ElementType& element, Results results, const Bytes&
 }
 
 std::string difference_of_call(const Function& function, Call& call, const std::vector<Bytes>& expected) {
-  if (!call.succeeds()) return "fails";
+  const ZIVKStatus status = call.invoke();
+  if (status != call.success()) return "status " + std::to_string(status);
   std::string text = call.unexpected_writes(true);
   for (size_t i = 0; text.empty() && i < expected.size(); ++i) {
     const Argument& argument = function.arguments[i];

@@ -68,7 +68,8 @@ class Call {
   void share_place(size_t argument, size_t owner);
 
   // Says whether the call did its work.
-  bool succeeds() { return invoke() == success_of(function_, operands_); }
+  bool succeeds() { return invoke() == success(); }
+  ZIVKStatus success() const { return success_of(function_, operands_); }
   ZIVKStatus invoke() { return function_.call(slots).as<ZIVKStatus>(); }
   Bytes array(size_t argument) const;
   std::vector<Bytes> results() const;  // by argument; empty for what is only read

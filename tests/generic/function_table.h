@@ -83,8 +83,8 @@ struct Argument {
   bool line = false;  // of an array: a delay line
   bool up = false;    // of a destination: a source sampled up ...
   bool down = false;  // ... or down
-  bool pairs_in_fours = false;  // of a destination: some elements are written beyond its end
-  bool samples = false;         // of a data type: one of a sample
+  bool pairs_in_fours = false;  // of a destination: as the table says, and beyond its end
+  bool samples = false;         // of a data type: only types of samples are accepted
   bool made = false;            // of a handle: its Init gives it the contents of a call
   int scan = 0;                 // of an array: words behind it (1) or ahead of it (-1) take part
   std::string init;             // of a handle: the function that makes it; a handle without has no bytes
