@@ -192,7 +192,7 @@ ZIVKS_API ZIVKStatus ZIVKS_Triangle_64fc(ZIVK64fc* dst, int32_t len, double magn
  *
  * Half precision has 11 significant bits. Where the values of ZIVKS_VectorSlope_8u() lie between 128 and 256, a block
  * must rise or fall by more than 1/16 to go on: a slower ramp stalls there, and continues in the tail where it should
- * be. Numbers from 65520 on are infinite in half precision. So an `offset` beyond keeps all blocks at 0 or 255, and a
+ * be. Numbers from 65520 on are infinite in half precision. Such an `offset` keeps all blocks at 0 or 255, and a
  * `slope` from 4095 on makes steps of infinite length.
  *
  * @{
